@@ -1,0 +1,58 @@
+# Warnings and sanitizers stand on one interface target: third-party code never sees them.
+add_library(tessel_options INTERFACE)
+target_compile_options(tessel_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wold-style-cast -Wcast-align
+    -Woverloaded-virtual -Wconversion -Wno-sign-conversion -Wimplicit-fallthrough -Werror)
+target_compile_definitions(tessel_options INTERFACE
+    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_KEYWORDS)
+if(TESSEL_SANITIZE)
+    target_compile_options(tessel_options INTERFACE
+        -fsanitize=${TESSEL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(tessel_options INTERFACE -fsanitize=${TESSEL_SANITIZE})
+endif()
+
+# tessel_folder(NAME [QT] LINKS target... SOURCES file...)
+# One folder of src/ as one static library, tessel_NAME. QT turns the meta-object compiler on.
+function(tessel_folder name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "QT" "" "LINKS;SOURCES")
+    add_library(tessel_${name} STATIC ${arg_SOURCES})
+    target_include_directories(tessel_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+    target_link_libraries(tessel_${name} PUBLIC ${arg_LINKS} PRIVATE tessel_options)
+    set_target_properties(tessel_${name} PROPERTIES AUTOMOC ${arg_QT})
+endfunction()
+
+# tessel_test(NAME [LINKS target...] [SOURCES file...])
+# One Qt Test program from NAME.cpp, run with a fixed time zone and locale and no display.
+function(tessel_test name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LINKS;SOURCES")
+    add_executable(${name} ${name}.cpp ${arg_SOURCES})
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+    target_link_libraries(${name} PRIVATE ${arg_LINKS} Qt6::Test tessel_options)
+    set_target_properties(${name} PROPERTIES AUTOMOC ON)
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES
+        ENVIRONMENT "TZ=UTC;LC_ALL=C.UTF-8;QT_QPA_PLATFORM=offscreen" TIMEOUT 300)
+endfunction()
+
+# tessel_bench(NAME [LINKS target...] [SOURCES file...]): one program of bench/, never installed.
+function(tessel_bench name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LINKS;SOURCES")
+    add_executable(${name} ${name}.cpp ${arg_SOURCES})
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+    target_link_libraries(${name} PRIVATE ${arg_LINKS} tessel_options)
+endfunction()
+
+# tessel_fuzz(NAME [LINKS target...]): a libFuzzer target from NAME.cpp. Without TESSEL_FUZZ it links
+# replay.cpp instead and runs its corpus as a test, so that no target can rot.
+function(tessel_fuzz name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LINKS")
+    add_executable(${name} ${name}.cpp)
+    target_link_libraries(${name} PRIVATE ${arg_LINKS} tessel_options)
+    if(TESSEL_FUZZ)
+        target_compile_options(${name} PRIVATE -fsanitize=fuzzer)
+        target_link_options(${name} PRIVATE -fsanitize=fuzzer)
+    else()
+        target_sources(${name} PRIVATE replay.cpp)
+        add_test(NAME ${name} COMMAND ${name} ${CMAKE_CURRENT_SOURCE_DIR}/corpus/${name})
+    endif()
+endfunction()

@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+/// Modal alerts.
+class Alerts
+{
+public:
+    virtual ~Alerts() = default;
+    /// A critical alert with one button, "OK"; returns when the user has dismissed it.
+    virtual void critical(const QString& message, const QString& informativeText) = 0;
+};

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/logstore/uuid.h"
+
+#include <cstdint>
+#include <string_view>
+
+namespace logstore {
+
+class Entry;
+
+/// What a catalog tells of a process before any of its records is read.
+struct ProcessFacts {
+    std::string_view process;
+    std::string_view processImagePath;
+    Uuid processImageUuid;
+    std::int32_t processIdentifier = 0;
+    std::uint32_t userIdentifier = 0;
+};
+
+/// Decides which entries a stream delivers.
+class EntryFilter
+{
+public:
+    virtual ~EntryFilter() = default;
+
+    virtual bool matches(const Entry& entry) const = 0;
+
+    /// False only when no entry of the process can match, whatever its other fields.
+    virtual bool mayMatch(const ProcessFacts&) const { return true; }
+
+    /// False only when no entry of the process with this subsystem and category can match.
+    /// Both are empty for entries that carry none.
+    virtual bool mayMatch(const ProcessFacts&, std::string_view /*subsystem*/, std::string_view /*category*/) const
+    {
+        return true;
+    }
+};
+
+} // namespace logstore

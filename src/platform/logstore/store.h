@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/logstore/entry.h"
+#include "platform/logstore/entryfilter.h"
+#include "platform/result.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <limits>
+#include <memory>
+
+namespace logstore {
+
+class EntryStreamState;
+class StoreIndex;
+
+/// The entries of a store in ascending time from a position on, read as they are asked for.
+/// At equal times boundaries come first, then the order is by file (Persist, Special, Signpost,
+/// HighVolume, the live file; by name within a folder), then by place in the file.
+class EntryStream
+{
+public:
+    explicit EntryStream(std::unique_ptr<EntryStreamState> state);
+    EntryStream(EntryStream&&) noexcept;
+    EntryStream& operator=(EntryStream&&) noexcept;
+    ~EntryStream();
+
+    /// The next entry, or null at the end. The entry is valid until the next call.
+    const Entry* next();
+
+private:
+    std::unique_ptr<EntryStreamState> m_state;
+};
+
+/// A log store: an archive, a copy of a Mac's log folders, or the folders themselves.
+class Store
+{
+public:
+    static constexpr std::int64_t beginning = std::numeric_limits<std::int64_t>::min();
+
+    /// Indexes the chunk sets of every trace file below `root`. Damaged files are read as far as
+    /// they go. Fails when `root` is not a readable folder or holds nothing of a log store; the
+    /// description names the path and the reason.
+    static Result<Store> open(const std::filesystem::path& root);
+
+    /// The time of the last entry, or `beginning` for a store without entries.
+    std::int64_t endTime() const;
+
+    /// Bytes of all trace files.
+    std::uint64_t traceBytes() const;
+
+    /// The entries from `from` on, those of them that `filter` matches (all when it is null).
+    EntryStream entries(std::int64_t from = beginning, std::shared_ptr<const EntryFilter> filter = nullptr) const;
+
+private:
+    explicit Store(std::shared_ptr<const StoreIndex> index);
+    std::shared_ptr<const StoreIndex> m_index;
+};
+
+} // namespace logstore

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/logstore/store.h"
+#include "platform/result.h"
+
+#include <QDateTime>
+#include <QString>
+
+#include <memory>
+
+/// A log store under the operations that the application asks of it.
+class OSLogStore
+{
+public:
+    /// A place in a store: nanoseconds since 1970-01-01 UTC.
+    struct Position {
+        std::int64_t time;
+    };
+
+    /// Opens the archive or log folder at an absolute path.
+    static Result<OSLogStore> open(const QString& path);
+
+    Position position(const QDateTime& date) const;
+    /// `seconds` counts from the store's last entry; negative is before it.
+    Position position(double secondsSinceEnd) const;
+
+    /// The entries from the position on, oldest first.
+    logstore::EntryStream getEntries(Position at, std::shared_ptr<const logstore::EntryFilter> matching = nullptr) const;
+
+private:
+    explicit OSLogStore(logstore::Store store) : m_store(std::move(store)) {}
+    logstore::Store m_store;
+};
+
+/// Where log stores come from.
+class LogStores
+{
+public:
+    virtual ~LogStores() = default;
+    /// The local system's store.
+    virtual Result<OSLogStore> local() = 0;
+    /// The saved archive at an absolute path.
+    virtual Result<OSLogStore> archive(const QString& path) = 0;
+};
