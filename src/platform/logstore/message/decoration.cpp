@@ -24,7 +24,8 @@ bool isNumber(const Item& item)
 std::uint64_t unsignedValue(Bytes bytes)
 {
     std::uint64_t value = 0;
-    std::memcpy(&value, bytes.data(), bytes.size() < 8 ? bytes.size() : 8);
+    for (std::size_t i = bytes.size() < 8 ? bytes.size() : 8; i > 0; --i)
+        value = value << 8 | bytes[i - 1];
     return value;
 }
 
