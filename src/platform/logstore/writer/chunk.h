@@ -17,11 +17,32 @@ enum ChunkTag : std::uint32_t {
     SimpleDumpChunk = 0x6004
 };
 
+/// Names a process from its records; both parts count.
+struct ProcessKey
+{
+    std::uint64_t first = 0;
+    std::uint32_t second = 0;
+
+    bool operator==(const ProcessKey& other) const
+    {
+        return first == other.first && second == other.second;
+    }
+};
+
+/// Appends a head and the body.
+void appendUnpaddedChunk(ByteBuilder& out, std::uint32_t tag, ByteView body);
+
 /// Appends a head, the body and the zero bytes up to a multiple of 8.
 void appendChunk(ByteBuilder& out, std::uint32_t tag, ByteView body);
 
-/// The body of a chunk set: one LZ4 block, or the content as it is when that is not longer, and the
-/// end marker.
-Bytes chunkSetBody(ByteView content);
+/// How the content of a chunk set is packed.
+struct Packing
+{
+    bool compressed = true;
+    std::size_t blockSize = 0; ///< 0 = one block; later blocks refer back to earlier ones
+};
+
+/// The body of a chunk set. A block that compression does not shorten is stored as it is.
+Bytes chunkSetBody(ByteView content, Packing packing = {});
 
 } // namespace logstore::writer
