@@ -14,16 +14,16 @@ struct SubChunk
 {
     std::uint64_t earliest = 0;
     std::uint64_t latest = 0;
-    std::uint32_t size = 0;               ///< after decompression
-    std::vector<std::uint16_t> processes; ///< indexes of processes with records in it
+    std::uint32_t size = 0;                 ///< after decompression
+    std::vector<std::uint16_t> processes{}; ///< indexes of processes with records in it
 };
 
 struct Catalog
 {
-    std::vector<Process> processes;
-    std::vector<SubChunk> subChunks;
+    std::vector<Process> processes{};
+    std::vector<SubChunk> subChunks{};
     std::uint64_t time = 0; ///< near that of the first chunk set
-    Edit edit;              ///< of the body
+    Edit edit{};            ///< of the body
 };
 
 Bytes body(const Catalog& catalog);

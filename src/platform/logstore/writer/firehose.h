@@ -20,13 +20,13 @@ enum Stream : std::uint8_t {
 /// A page of records of one process.
 struct Firehose
 {
-    ProcessKey process;
+    ProcessKey process{};
     std::uint8_t timeToLive = 0;
     bool collapsed = true; ///< without the unused room between public and private data
     std::uint8_t stream = PersistentStream;
-    std::optional<std::uint64_t> baseTime; ///< the earliest record's, when absent
-    std::vector<Record> records;
-    Edit edit; ///< of the body
+    std::optional<std::uint64_t> baseTime{}; ///< the earliest record's, when absent
+    std::vector<Record> records{};
+    Edit edit{}; ///< of the body
 };
 
 /// Public and private data share so many bytes.

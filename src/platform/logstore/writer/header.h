@@ -17,12 +17,12 @@ struct Header
     std::uint64_t continuousTime = 0; ///< of the start
     std::int32_t zone = 0;            ///< minutes west of Greenwich
     bool daylightSaving = false;
-    Uuid boot;
+    Uuid boot{};
     std::string build = "24B83";
     std::string model = "Demonstration1,1";
     std::int32_t daemon = 90;
     std::string zoneFile = "/var/db/timezone/zoneinfo/UTC";
-    Edit edit; ///< of the body
+    Edit edit{}; ///< of the body
 };
 
 Bytes body(const Header& header);

@@ -37,7 +37,7 @@ struct Item
 
     std::uint8_t type = 0; ///< kind in the high half, privacy in the low half
     Place place = Place::Payload;
-    Bytes value;
+    Bytes value{};
 };
 
 /// An item whose value stands where kind and privacy want it.
@@ -72,15 +72,15 @@ Item rawItem(std::uint8_t type, Bytes payload);
 /// Where a message was sent from: frames are an image's index (0xff = none) and an offset in it.
 struct Backtrace
 {
-    std::vector<Uuid> images;
-    std::vector<std::pair<std::uint8_t, std::uint32_t>> frames;
+    std::vector<Uuid> images{};
+    std::vector<std::pair<std::uint8_t, std::uint32_t>> frames{};
 };
 
 /// The items as they stand in a record or an oversize chunk.
 struct ItemBytes
 {
-    Bytes publicData;  ///< summary, count, items, values area
-    Bytes privateData; ///< what private ranges count from
+    Bytes publicData{};  ///< summary, count, items, values area
+    Bytes privateData{}; ///< what private ranges count from
 };
 
 /// `backtrace` may be null.

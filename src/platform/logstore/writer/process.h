@@ -16,7 +16,7 @@ namespace logstore::writer {
 struct ImageEntry
 {
     std::uint32_t size = 0;
-    Uuid image;
+    Uuid image{};
     std::uint64_t load = 0; ///< 48 bits
 };
 
@@ -24,20 +24,20 @@ struct ImageEntry
 struct Subsystem
 {
     std::uint16_t identifier = 0;
-    std::string subsystem;
-    std::string category;
+    std::string subsystem{};
+    std::string category{};
 };
 
 /// A process as catalogs describe it.
 struct Process
 {
-    ProcessKey key;
+    ProcessKey key{};
     std::int32_t pid = 0;
     std::uint32_t user = 0;
-    Uuid mainImage;
-    std::optional<Uuid> sharedCache;
-    std::vector<ImageEntry> images;
-    std::vector<Subsystem> subsystems;
+    Uuid mainImage{};
+    std::optional<Uuid> sharedCache{};
+    std::vector<ImageEntry> images{};
+    std::vector<Subsystem> subsystems{};
 
     /// The identifier of the pair, which becomes known to the process if it was not.
     std::uint16_t subsystem(std::string_view name, std::string_view category)

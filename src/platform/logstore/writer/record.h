@@ -53,27 +53,28 @@ struct Record
     std::uint8_t type = DefaultMessage;
     std::uint64_t time = 0; ///< continuous time
     std::uint64_t thread = 0;
-    StringReference format;
-    std::vector<Item> items;
-    std::optional<std::uint16_t> subsystem; ///< as the process numbers it
-    std::uint8_t timeToLive = 0;            ///< days, 0 = that of the chunk
-    std::uint64_t activity = 0;             ///< the current one, 0 = none
-    std::uint64_t newActivity = 0;          ///< of created activities
-    std::uint64_t parentActivity = 0;       ///< of activities, 0 = none
-    std::uint64_t creator = 0;              ///< of activities: the unique process id, 0 = none
+    StringReference format{};
+    std::vector<Item> items{};
+    std::optional<std::uint16_t> subsystem{}; ///< as the process numbers it
+    std::uint8_t timeToLive = 0;              ///< days, 0 = that of the chunk
+    std::uint64_t activity = 0;               ///< the current one, 0 = none
+    std::uint64_t newActivity = 0;            ///< of created activities
+    std::uint64_t parentActivity = 0;         ///< of activities, 0 = none
+    std::uint64_t creator = 0;                ///< of activities: the unique process id, 0 = none
     std::uint64_t signpost = 0;
-    std::optional<NameReference> name; ///< of signposts
-    LostRecords lost;
-    std::optional<std::uint32_t> oversize; ///< the items stand in the oversize chunk of this number
-    std::optional<Backtrace> backtrace;
-    Edit edit; ///< of head and data together
+    std::optional<NameReference> name{}; ///< of signposts
+    LostRecords lost{};
+    std::optional<std::uint32_t>
+        oversize{}; ///< the items stand in the oversize chunk of this number
+    std::optional<Backtrace> backtrace{};
+    Edit edit{}; ///< of head and data together
 };
 
 /// A record as it stands in its chunk, but for the place of its private data.
 struct RecordBytes
 {
-    Bytes bytes; ///< head and data, without padding
-    Bytes privateData;
+    Bytes bytes{}; ///< head and data, without padding
+    Bytes privateData{};
     std::size_t privateOffsetAt = 0; ///< where the virtual offset goes, 0 = nowhere
 };
 

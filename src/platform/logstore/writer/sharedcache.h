@@ -15,8 +15,8 @@ struct SharedCache
 {
     struct Image
     {
-        Uuid uuid;
-        std::string path;
+        Uuid uuid{};
+        std::string path{};
         std::uint64_t start = 0; ///< of its text
         std::uint32_t size = 0;
     };
@@ -24,13 +24,13 @@ struct SharedCache
     {
         std::uint64_t start = 0;
         std::uint64_t image = 0; ///< an index
-        Bytes strings;
+        Bytes strings{};
     };
 
-    Uuid uuid;
+    Uuid uuid{};
     std::uint16_t version = 2; ///< 1 has offsets of 32 bits
-    std::vector<Image> images;
-    std::vector<Range> ranges;
+    std::vector<Image> images{};
+    std::vector<Range> ranges{};
 
     /// The offset of the text in the image's last range. It is added there unless it is there
     /// already; a range is begun at the image's start when there is none.

@@ -25,9 +25,9 @@ struct StringReference
     StringSource source = StringSource::MainExecutable;
     std::uint32_t reference = 0;
     std::uint32_t addressLow = 0;
-    std::optional<std::uint16_t> largeOffset;
+    std::optional<std::uint16_t> largeOffset{};
     std::uint16_t addressHigh = 0; ///< of Absolute
-    Uuid image;                    ///< of Relative
+    Uuid image{};                  ///< of Relative
     std::uint16_t largeCache = 0;  ///< of LargeSharedCache
 };
 

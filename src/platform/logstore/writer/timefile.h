@@ -19,11 +19,11 @@ struct Sync
 
 struct Boot
 {
-    Uuid uuid;
+    Uuid uuid{};
     std::uint32_t numerator = 1; ///< nanoseconds per tick, as a fraction
     std::uint32_t denominator = 1;
     std::int64_t wallTime = 0; ///< nanoseconds since 1970, 0 = not known
-    std::vector<Sync> syncs;
+    std::vector<Sync> syncs{};
 };
 
 Bytes timeFileBytes(const std::vector<Boot>& boots);

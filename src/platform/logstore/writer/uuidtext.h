@@ -16,12 +16,12 @@ struct UuidText
     struct Entry
     {
         std::uint32_t start = 0;
-        Bytes strings;
+        Bytes strings{};
     };
 
-    Uuid uuid;
-    std::string path;
-    std::vector<Entry> entries;
+    Uuid uuid{};
+    std::string path{};
+    std::vector<Entry> entries{};
 
     /// The offset of the text, which is added after the others unless it is there already.
     std::uint32_t offset(std::string_view text);
