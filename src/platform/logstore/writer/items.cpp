@@ -91,7 +91,7 @@ Item wideText(std::u32string_view value, Privacy privacy)
     return item(ItemKind::WideText, privacy, out.u32(0).take());
 }
 
-Item data(ByteView value, Privacy privacy)
+Item bytes(ByteView value, Privacy privacy)
 {
     return item(ItemKind::Data, privacy, Bytes(value.begin(), value.end()));
 }

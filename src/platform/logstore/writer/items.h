@@ -58,7 +58,7 @@ Item count(std::int32_t value);
 Item text(std::string_view value, Privacy privacy = Privacy::Public);
 Item object(std::string_view value, Privacy privacy = Privacy::Public);
 Item wideText(std::u32string_view value, Privacy privacy = Privacy::Public);
-Item data(ByteView value, Privacy privacy = Privacy::Public);
+Item bytes(ByteView value, Privacy privacy = Privacy::Public);
 Item errorNumber(std::int32_t value, Privacy privacy = Privacy::None);
 /// How the next item is masked.
 Item maskName(std::string_view name);
