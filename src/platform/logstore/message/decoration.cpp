@@ -283,7 +283,7 @@ void appendSignpostValue(std::string& out,
         appendFormatted(out, "%.16g", static_cast<double>(loadAt<float>(item.bytes)));
     else
         appendByLetter(out, conversion, item, Conversion::none, false, Conversion::none);
-    out += "__##__";
+    out += "##__##";
 }
 
 /// Decorations for numbers. False when the kind is none of them.
