@@ -8,32 +8,20 @@
 #include <QFormLayout>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QVBoxLayout>
 
 namespace {
 
-QFormLayout* addGroup(QVBoxLayout* column)
-{
-    auto* form = new QFormLayout;
-    form->setFormAlignment(Qt::AlignHCenter | Qt::AlignTop);
-    form->setLabelAlignment(Qt::AlignRight);
-    form->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
-    column->addLayout(form);
-    return form;
-}
-
-void addField(QFormLayout* form,
-              const QString& title,
-              int width,
-              UserDefaults& defaults,
-              const preferences::TextKey& preference)
+QLineEdit* newField(const QString& title,
+                    int width,
+                    UserDefaults& defaults,
+                    const preferences::TextKey& preference)
 {
     auto* field = new QLineEdit;
     field->setObjectName(preference.key);
     field->setAccessibleName(title);
     field->setFixedWidth(width);
     bind(field, defaults, preference);
-    form->addRow(title, field);
+    return field;
 }
 
 QCheckBox*
@@ -46,31 +34,44 @@ newSwitch(const QString& title, UserDefaults& defaults, const preferences::Switc
     return control;
 }
 
+void addField(QFormLayout* form, QLineEdit* field)
+{
+    form->addRow(field->accessibleName(), field);
+}
+
+/// Adds a control that says by itself what it is, in line with the fields.
+void addControl(QFormLayout* form, QWidget* control)
+{
+    form->setWidget(form->rowCount(), QFormLayout::FieldRole, control);
+}
+
+void endGroup(QFormLayout* form)
+{
+    form->addItem(new QSpacerItem(0, 12));
+}
+
 } // namespace
 
 GenTab::GenTab(UserDefaults& defaults, QWidget* parent) : QWidget(parent)
 {
     setMinimumSize(600, 320);
-    auto* column = new QVBoxLayout(this);
-    column->setSpacing(column->spacing() * 3);
-    column->addStretch();
+    auto* form = new QFormLayout(this);
+    form->setFormAlignment(Qt::AlignCenter);
+    form->setLabelAlignment(Qt::AlignRight);
+    form->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
 
-    addField(addGroup(column), tr("Text"), 400, defaults, preferences::predicate);
-
-    QFormLayout* limits = addGroup(column);
-    addField(limits, tr("Period (seconds)"), 200, defaults, preferences::period);
-    addField(limits, tr("Max entries"), 150, defaults, preferences::maxCount);
-
-    QFormLayout* choices = addGroup(column);
-    choices->addRow(newSwitch(tr("Full Fields"), defaults, preferences::fullMode));
-    choices->addRow(newSwitch(tr("Show Signposts"), defaults, preferences::showSignposts));
+    addField(form, newField(tr("Text"), 400, defaults, preferences::predicate));
+    endGroup(form);
+    addField(form, newField(tr("Period (seconds)"), 200, defaults, preferences::period));
+    addField(form, newField(tr("Max entries"), 150, defaults, preferences::maxCount));
+    endGroup(form);
+    addControl(form, newSwitch(tr("Full Fields"), defaults, preferences::fullMode));
+    addControl(form, newSwitch(tr("Show Signposts"), defaults, preferences::showSignposts));
     auto* reset = new QPushButton(tr("Reset Predicates"));
     reset->setObjectName(QStringLiteral("resetPredicates"));
     reset->setToolTip(tr("Replace the predicate library with the default one"));
     connect(reset, &QPushButton::clicked, this, [&defaults] { resetPredicateLibrary(defaults); });
-    choices->addRow(reset);
-
-    column->addWidget(newSwitch(tr("Light Mode"), defaults, preferences::lightMode), 0,
-                      Qt::AlignHCenter);
-    column->addStretch();
+    addControl(form, reset);
+    endGroup(form);
+    addControl(form, newSwitch(tr("Light Mode"), defaults, preferences::lightMode));
 }

@@ -52,7 +52,10 @@ PredicateEditor::PredicateEditor(PredicateCheck check, QWidget* parent)
     m_status->setObjectName(u"predicateStatus"_s);
     m_status->setTextFormat(Qt::PlainText);
     m_status->setContentsMargins(4, 0, 4, 2);
-    m_status->setTextInteractionFlags(Qt::NoTextInteraction);
+    m_status->setAutoFillBackground(true);
+    QFont smaller = font();
+    smaller.setPointSizeF(smaller.pointSizeF() * 0.9);
+    m_status->setFont(smaller);
     makeStatusQuiet();
     setViewportMargins(0, 0, 0, m_status->sizeHint().height());
 
@@ -82,6 +85,7 @@ void PredicateEditor::makeStatusQuiet()
     const QColor text = palette().color(QPalette::Text);
     const QColor base = palette().color(QPalette::Base);
     QPalette quiet = palette();
+    quiet.setColor(QPalette::Window, base);
     quiet.setColor(QPalette::WindowText, mixed(text, base, 0.65));
     m_status->setPalette(quiet);
 }

@@ -33,18 +33,15 @@ PredTab::PredTab(UserDefaults& defaults, PredicateCheck check, QWidget* parent) 
             predicateName->clear();
     });
 
-    auto* nameRow = new QFormLayout;
-    nameRow->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
-    nameRow->addRow(tr("New name"), predicateName);
-
-    auto* form = new QVBoxLayout;
-    form->addLayout(nameRow);
-    form->addWidget(predicateText);
-    form->addWidget(append, 0, Qt::AlignLeft);
+    auto* form = new QWidget;
+    auto* rows = new QFormLayout(form);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
+    rows->addRow(tr("New name"), predicateName);
+    rows->addRow(predicateText);
+    rows->addRow(append);
+    append->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 
     auto* column = new QVBoxLayout(this);
-    column->addStretch();
-    column->addLayout(form);
-    column->setAlignment(form, Qt::AlignHCenter);
-    column->addStretch();
+    column->addWidget(form, 0, Qt::AlignCenter);
 }

@@ -14,8 +14,8 @@ SettingsView::SettingsView(UserDefaults& defaults,
 {
     setObjectName(u"settings"_s);
     setWindowTitle(tr("Settings"));
-    setMinimumSize(600, 320);
     addTab(new GenTab(defaults), symbol(u"gear"_s), tr("General"));
     addTab(new PredTab(defaults, std::move(check)), symbol(u"line.3.horizontal.decrease.circle"_s),
            tr("Predicate"));
+    setMinimumSize(minimumSizeHint()); // the tabs' own minimum sizes and the tab bar
 }

@@ -110,6 +110,9 @@ void tst_SettingsView::controlsHaveTheirWidths()
     QCOMPARE(find<QTextEdit>(u"predicateText"_s)->size(), QSize(460, 200));
     for (int tab = 0; tab < 2; ++tab)
         QCOMPARE(m_window->widget(tab)->minimumSize(), QSize(600, 320));
+    m_window->resize(1, 1);
+    QCOMPARE(m_window->currentWidget()->width(), 600);
+    QVERIFY(m_window->currentWidget()->height() >= 320);
 }
 
 void tst_SettingsView::settingsAreStoredAsTyped()
