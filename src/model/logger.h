@@ -34,11 +34,15 @@ public:
     std::optional<QUrl> archURL() const { return m_archURL; }
     bool usingArchive() const { return m_usingArchive; }
 
-    /// Fetches entries from the chosen store forward from `start`'s minute and `seconds` until there
-    /// are `maximum` of them or one lies later than |period| seconds after the start. Returns false
-    /// when the store cannot be opened or read.
-    bool getLog(const QDateTime& start, const QString& seconds, const QString& maximum,
-                std::shared_ptr<const logstore::EntryFilter> predicate, bool signposts, double period);
+    /// Fetches entries from the chosen store forward from `start`'s minute and `seconds` until
+    /// there are `maximum` of them or one lies later than |period| seconds after the start. Returns
+    /// false when the store cannot be opened or read.
+    bool getLog(const QDateTime& start,
+                const QString& seconds,
+                const QString& maximum,
+                std::shared_ptr<const logstore::EntryFilter> predicate,
+                bool signposts,
+                double period);
 
     /// Opens the archive chooser. Confirming makes the archive the source of later fetches,
     /// cancelling the local store.

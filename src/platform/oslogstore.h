@@ -14,7 +14,8 @@ class OSLogStore
 {
 public:
     /// A place in a store: nanoseconds since 1970-01-01 UTC.
-    struct Position {
+    struct Position
+    {
         std::int64_t time;
     };
 
@@ -26,7 +27,8 @@ public:
     Position position(double secondsSinceEnd) const;
 
     /// The entries from the position on, oldest first.
-    logstore::EntryStream getEntries(Position at, std::shared_ptr<const logstore::EntryFilter> matching = nullptr) const;
+    logstore::EntryStream
+    getEntries(Position at, std::shared_ptr<const logstore::EntryFilter> matching = nullptr) const;
 
 private:
     explicit OSLogStore(logstore::Store store) : m_store(std::move(store)) {}
