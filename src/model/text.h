@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QByteArrayView>
 #include <QString>
 
 #include <cstddef>
@@ -9,9 +8,9 @@
 #include <string_view>
 #include <utility>
 
-/// An immutable, implicitly shared text in UTF-8, one pointer wide. Entry lists hold seventeen texts
-/// an entry, most of them equal to those of other entries: a QString in each place would more than
-/// double the list. Not for more than one thread.
+/// An immutable, implicitly shared text in UTF-8, one pointer wide. Entry lists hold seventeen
+/// texts an entry, most of them equal to those of other entries: a QString in each place would more
+/// than double the list. Not for more than one thread.
 class Text
 {
 public:
@@ -29,14 +28,21 @@ public:
     ~Text() { release(); }
 
     bool isEmpty() const { return m_block == nullptr; }
-    std::string_view utf8() const { return m_block ? std::string_view(m_block->bytes(), m_block->size) : std::string_view(); }
+    std::string_view utf8() const
+    {
+        return m_block ? std::string_view(m_block->bytes(), m_block->size) : std::string_view();
+    }
     QString toString() const;
 
-    friend bool operator==(const Text& a, const Text& b) { return a.m_block == b.m_block || a.utf8() == b.utf8(); }
+    friend bool operator==(const Text& a, const Text& b)
+    {
+        return a.m_block == b.m_block || a.utf8() == b.utf8();
+    }
     friend bool operator==(const Text& a, QStringView b) { return a.toString() == b; }
 
 private:
-    struct Block {
+    struct Block
+    {
         std::uint32_t references;
         std::uint32_t size;
         char* bytes() { return reinterpret_cast<char*>(this + 1); }
@@ -47,7 +53,12 @@ private:
         if (m_block)
             ++m_block->references;
     }
-    void release();
+    void release()
+    {
+        if (m_block && --m_block->references == 0)
+            destroy();
+    }
+    void destroy();
 
     Block* m_block = nullptr; ///< null for the empty text
 };

@@ -9,13 +9,19 @@
 
 #include <memory>
 
+/// A length of time in nanoseconds, rounded, at most what 64 bits hold; 0 for what is not a number.
+std::int64_t wholeNanoseconds(double seconds);
+
 /// A log store under the operations that the application asks of it.
 class OSLogStore
 {
 public:
     /// A place in a store: nanoseconds since 1970-01-01 UTC.
-    struct Position {
+    struct Position
+    {
         std::int64_t time;
+        /// The place so much later (earlier when negative); the ends of time are not passed.
+        Position after(double seconds) const;
     };
 
     /// Opens the archive or log folder at an absolute path.
@@ -26,7 +32,8 @@ public:
     Position position(double secondsSinceEnd) const;
 
     /// The entries from the position on, oldest first.
-    logstore::EntryStream getEntries(Position at, std::shared_ptr<const logstore::EntryFilter> matching = nullptr) const;
+    logstore::EntryStream
+    getEntries(Position at, std::shared_ptr<const logstore::EntryFilter> matching = nullptr) const;
 
 private:
     explicit OSLogStore(logstore::Store store) : m_store(std::move(store)) {}
