@@ -111,6 +111,7 @@ void ContentView::addToolBar()
     QToolBar* const bar = QMainWindow::addToolBar(tr("Toolbar"));
     bar->setObjectName(u"ContentView.toolbar"_s);
     bar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    bar->setMovable(false);
     bar->setIconSize({toolBarIconSize, toolBarIconSize});
     bar->addActions({m_commands.getLog, m_commands.setArchive, m_commands.readJSON,
                      m_commands.addNote, m_commands.gloss, m_commands.reduce, m_commands.saveJSON,

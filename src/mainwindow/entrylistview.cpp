@@ -44,12 +44,12 @@ EntryListView::EntryListView(LogEntryModel& model, QWidget* parent)
     setItemsExpandable(false);
     setIndentation(0);
     setUniformRowHeights(true);
-    setAllColumnsShowFocus(true);
     setAlternatingRowColors(true);
     setSelectionMode(ExtendedSelection);
     setHorizontalScrollMode(ScrollPerPixel);
     setVerticalScrollMode(ScrollPerPixel);
     setFrameShape(QFrame::NoFrame);
+    viewport()->setAttribute(Qt::WA_Hover, false); // rows do nothing under a resting pointer
     setItemDelegate(m_delegate);
     setModel(&model);
     connect(selectionModel(), &QItemSelectionModel::selectionChanged, this,

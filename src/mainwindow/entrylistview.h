@@ -58,8 +58,8 @@ private:
     void applyWidth();
 
     LogEntryModel& m_model;
-    MessageRowDelegate* m_delegate;
     qreal m_pointSize = 12;
+    MessageRowDelegate* m_delegate;
     int m_widestSeen = 0;
     QSet<QUuid> m_selectedIds; ///< of the rows that are selected
     bool m_isRestoring = false;

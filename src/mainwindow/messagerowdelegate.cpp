@@ -57,7 +57,6 @@ void MessageRowDelegate::paint(QPainter* painter,
     const FieldColours colours(option.palette);
     painter->save();
     paintBackground(*painter, option, colours);
-    painter->setFont(m_layout.font());
 
     const qreal left = option.rect.left() + margin;
     const qreal right =
@@ -65,7 +64,8 @@ void MessageRowDelegate::paint(QPainter* painter,
     const qreal baseLine =
         option.rect.top() + (option.rect.height() - m_layout.height()) / 2 + m_layout.baseLine();
     for (const RowRun& run : m_layout.runs(modelOf(index).messageRow(index.row()), right - left)) {
-        painter->setPen(run.dim ? colours.dim() : colours[run.colour]);
+        painter->setFont(m_layout.font(run.kind));
+        painter->setPen(run.kind == RowRun::BreakMark ? colours.dim() : colours[run.colour]);
         painter->drawText(QPointF(left + run.x, baseLine), run.text);
     }
     paintFocusFrame(*painter, option, colours);

@@ -13,7 +13,7 @@ namespace {
 
 constexpr qsizetype longestText = 4000; ///< characters drawn of one text; the tool tip has the rest
 constexpr qreal padding = 2;
-constexpr char16_t lineFeedMark = u'⏎';
+constexpr char16_t lineBreakMark = u'⏎';
 
 bool isLineBreak(QChar c)
 {
@@ -55,32 +55,37 @@ void showControls(QString& text)
     }
 }
 
-/// Calls `take(text, isMark)` for the stretches between line breaks and for a mark at each break.
-template <typename Take>
-void splitAtLineBreaks(const QString& text, Take take)
+/// Where the run that begins at `from` ends, and what it is. A character before U+FE0F wants its
+/// emoji form, which the toolkit does not look for by itself.
+std::pair<qsizetype, RowRun::Kind> nextRun(const QString& text, qsizetype from)
 {
-    qsizetype from = 0;
-    while (from < text.size()) {
-        const auto end = std::find_if(text.begin() + from, text.end(), isLineBreak) - text.begin();
-        if (end > from && !take(text.mid(from, end - from), false))
-            return;
-        if (end == text.size())
-            return;
-        const bool isPair =
-            text.at(end) == u'\r' && end + 1 < text.size() && text.at(end + 1) == u'\n';
-        if (!take(QString(lineFeedMark), true))
-            return;
-        from = end + (isPair ? 2 : 1);
+    constexpr char16_t emojiForm = u'\uFE0F';
+    if (isLineBreak(text.at(from))) {
+        const bool isPair = text.at(from) == u'\r' && text.mid(from + 1, 1) == u'\n';
+        return {from + (isPair ? 2 : 1), RowRun::BreakMark};
     }
+    for (qsizetype i = from; i < text.size(); ++i) {
+        if (isLineBreak(text.at(i)))
+            return {i, RowRun::Letters};
+        if (i + 1 < text.size() && text.at(i + 1) == emojiForm)
+            return i > from ? std::pair(i, RowRun::Letters) : std::pair(i + 2, RowRun::Emoji);
+    }
+    return {text.size(), RowRun::Letters};
 }
 
 QString allMarkers()
 {
-    QString markers = QString::fromUtf16(noteMarker) + lineFeedMark;
+    QString markers = QString::fromUtf16(noteMarker) + lineBreakMark;
     for (const qint64 type :
          {LogMessageEntry, ActivityEntry, BoundaryEntry, SignpostEntry, OtherEntry})
         markers += kindMarker(type);
     return markers;
+}
+
+QFont emojiFont(QFont font)
+{
+    font.setFamilies(QStringList{u"Noto Color Emoji"_s} + font.families());
+    return font;
 }
 
 /// Ascent and descent of a line that holds every marker beside letters: emoji come from another
@@ -98,7 +103,9 @@ std::pair<qreal, qreal> lineExtent(const QFont& font)
 
 RowLayout::RowLayout(const QFont& font, qreal spacing)
     : m_font(font)
+    , m_emojiFont(emojiFont(font))
     , m_metrics(font)
+    , m_emojiMetrics(m_emojiFont)
     , m_cell(QFontInfo(font).fixedPitch() ? m_metrics.horizontalAdvance(u'x') : 0)
     , m_spacing(std::max(spacing, m_metrics.horizontalAdvance(u' ')))
 {
@@ -107,8 +114,10 @@ RowLayout::RowLayout(const QFont& font, qreal spacing)
     m_baseLine = std::round(padding + ascent);
 }
 
-qreal RowLayout::advance(const QString& text) const
+qreal RowLayout::advance(const QString& text, RowRun::Kind kind) const
 {
+    if (kind == RowRun::Emoji)
+        return m_emojiMetrics.horizontalAdvance(text);
     const auto isPlain = [](QChar c) { return c >= u' ' && c <= u'~'; };
     if (m_cell > 0 && std::all_of(text.begin(), text.end(), isPlain))
         return m_cell * static_cast<qreal>(text.size());
@@ -119,12 +128,9 @@ qreal RowLayout::advance(const QString& text) const
 template <typename Place>
 qreal RowLayout::walk(const MessageRow& row, qreal end, Place place) const
 {
-    qreal x = 0;
-    bool isFirst = true;
+    qreal x = -m_spacing;
     for (const MessagePiece& piece : row.pieces()) {
-        if (!isFirst)
-            x += m_spacing;
-        isFirst = false;
+        x += m_spacing;
         if (x >= end)
             break;
         // Twice the average is room for narrow characters. What goes missing of a longer run of
@@ -133,11 +139,14 @@ qreal RowLayout::walk(const MessageRow& row, qreal end, Place place) const
             std::min(2 * (end - x) / m_metrics.averageCharWidth() + 8, qreal(longestText));
         QString text = beginning(piece.text.utf8(), static_cast<qsizetype>(cells));
         showControls(text);
-        splitAtLineBreaks(text, [&](const QString& stretch, bool isMark) {
-            place(RowRun{x, stretch, piece.colour, isMark});
-            x += advance(stretch);
-            return x < end;
-        });
+        for (qsizetype from = 0; from < text.size() && x < end;) {
+            const auto [to, kind] = nextRun(text, from);
+            const QString run =
+                kind == RowRun::BreakMark ? QString(lineBreakMark) : text.mid(from, to - from);
+            place(RowRun{x, run, piece.colour, kind});
+            x += advance(run, kind);
+            from = to;
+        }
     }
     return x;
 }

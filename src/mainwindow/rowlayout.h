@@ -13,7 +13,11 @@ struct RowRun
     qreal x = 0;
     QString text;
     FieldColour colour = FieldColour::Normal;
-    bool dim = false; ///< a mark that stands for something else, such as a line feed
+    enum Kind {
+        Letters,
+        Emoji,    ///< drawn in the emoji font
+        BreakMark ///< stands for a line break
+    } kind = Letters;
 };
 
 /// Where the texts of a row stand, in one font. Rows have one height.
@@ -22,7 +26,10 @@ class RowLayout
 public:
     RowLayout(const QFont& font, qreal spacing);
 
-    const QFont& font() const { return m_font; }
+    const QFont& font(RowRun::Kind kind) const
+    {
+        return kind == RowRun::Emoji ? m_emojiFont : m_font;
+    }
     /// Room for the font and for every marker.
     qreal height() const { return m_height; }
     /// From the top of a row to its text's base line.
@@ -34,12 +41,14 @@ public:
     qreal width(const MessageRow& row) const;
 
 private:
-    qreal advance(const QString& text) const;
+    qreal advance(const QString& text, RowRun::Kind kind) const;
     template <typename Place>
     qreal walk(const MessageRow& row, qreal end, Place place) const;
 
     QFont m_font;
+    QFont m_emojiFont;
     QFontMetricsF m_metrics;
+    QFontMetricsF m_emojiMetrics;
     qreal m_cell; ///< width of each printable ASCII character; 0 when they differ
     qreal m_spacing;
     qreal m_height = 0;

@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "platform/desktop/appearance.h"
 
+#include "platform/desktop/darkstyle.h"
+
 #include <QApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVariant>
 #include <QPalette>
-#include <QStyleFactory>
 
 using namespace Qt::StringLiterals;
 
@@ -82,7 +83,7 @@ bool themeSetsColours()
 
 void appearance::forceDark()
 {
-    QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
+    QApplication::setStyle(new DarkStyle);
     QApplication::setPalette(darkPalette());
 }
 
