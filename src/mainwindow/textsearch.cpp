@@ -51,6 +51,23 @@ bool isPrintable(char c)
     return c >= ' ' && c <= '~';
 }
 
+/// The longest part of a query that any text it is in must hold byte by byte. A letter before a
+/// character beyond ASCII is left out: with a mark it has other spellings.
+std::string longestRun(std::string_view query)
+{
+    std::string_view longest;
+    for (std::size_t from = 0; from < query.size();) {
+        const auto end = std::find_if_not(query.begin() + from, query.end(), isPrintable);
+        std::size_t size = static_cast<std::size_t>(end - query.begin()) - from;
+        if (size > 0 && end != query.end() && !isAscii(*end))
+            --size;
+        if (size > longest.size())
+            longest = query.substr(from, size);
+        from = static_cast<std::size_t>(end - query.begin()) + 1;
+    }
+    return std::string(longest);
+}
+
 bool equalsLowered(const char* text, std::string_view lowered)
 {
     return std::equal(lowered.begin(), lowered.end(), text,
@@ -87,41 +104,48 @@ bool hasZeroByte(std::uint64_t word)
 
 TextSearch::TextSearch(const QString& query)
     : m_query(searchForm(query))
-    , m_bytes(m_query.toStdString())
+    , m_alphabet(alphabetOf(m_query))
+    , m_run(longestRun(m_query.toStdString()))
 {
-    if (!isAscii(m_bytes))
-        m_alphabet = Alphabet::BeyondAscii;
-    else if (!std::all_of(m_bytes.begin(), m_bytes.end(), isPrintable))
-        m_alphabet = Alphabet::Ascii;
     for (std::size_t i = 0; i < asciiTwins.size(); ++i) {
-        if (m_bytes.find(asciiTwins[i].ascii) != std::string::npos)
+        if (m_run.find(asciiTwins[i].ascii) != std::string::npos)
             m_twins[i] = asciiTwins[i].utf8;
     }
+}
+
+TextSearch::Alphabet TextSearch::alphabetOf(const QString& query)
+{
+    const auto isPrintableUnit = [](QChar c) { return c >= u' ' && c <= u'~'; };
+    const auto isAsciiUnit = [](QChar c) { return c < u'\x80'; };
+    if (std::all_of(query.begin(), query.end(), isPrintableUnit))
+        return Alphabet::PrintableAscii;
+    return std::all_of(query.begin(), query.end(), isAsciiUnit) ? Alphabet::Ascii
+                                                                : Alphabet::BeyondAscii;
 }
 
 bool TextSearch::isIn(std::string_view utf8) const
 {
     if (m_query.isEmpty())
         return true;
-    switch (m_alphabet) {
-    case Alphabet::BeyondAscii: return !isAscii(utf8) && isInByCharacters(utf8);
-    case Alphabet::Ascii: return isInByCharacters(utf8);
-    case Alphabet::PrintableAscii: break;
-    }
-    const Verdict verdict = scan(utf8);
-    return verdict == Verdict::Found || (verdict == Verdict::Undecided && isInByCharacters(utf8));
+    // No text of ASCII has a lower-case or composed form beyond it.
+    if (m_alphabet == Alphabet::BeyondAscii && isAscii(utf8))
+        return false;
+    const Verdict verdict = m_run.empty() ? Verdict::Undecided : scan(utf8);
+    if (verdict == Verdict::Found && m_alphabet == Alphabet::PrintableAscii)
+        return true;
+    return verdict != Verdict::NotFound && isInByCharacters(utf8);
 }
 
 /// Looks for the bytes of a printable query, eight places at a time: a place counts when the
 /// query's first and last bytes both fit there.
 TextSearch::Verdict TextSearch::scan(std::string_view utf8) const
 {
-    if (utf8.size() < m_bytes.size())
+    if (utf8.size() < m_run.size())
         return hasTwin(utf8) ? Verdict::Undecided : Verdict::NotFound;
-    const std::size_t places = utf8.size() - m_bytes.size() + 1;
-    const BytePattern first(m_bytes.front());
-    const BytePattern last(m_bytes.back());
-    const char* const lastBytes = utf8.data() + m_bytes.size() - 1;
+    const std::size_t places = utf8.size() - m_run.size() + 1;
+    const BytePattern first(m_run.front());
+    const BytePattern last(m_run.back());
+    const char* const lastBytes = utf8.data() + m_run.size() - 1;
 
     Verdict verdict = Verdict::NotFound;
     const auto judgeRange = [&](std::size_t from, std::size_t to) {
@@ -147,9 +171,9 @@ TextSearch::Verdict TextSearch::scan(std::string_view utf8) const
 /// tell, for a mark belongs to the letter before it.
 TextSearch::Verdict TextSearch::judge(std::string_view utf8, std::size_t place) const
 {
-    if (!equalsLowered(utf8.data() + place, m_bytes))
+    if (!equalsLowered(utf8.data() + place, m_run))
         return Verdict::NotFound;
-    const std::size_t end = place + m_bytes.size();
+    const std::size_t end = place + m_run.size();
     const bool alone =
         (place == 0 || isAscii(utf8[place - 1])) && (end == utf8.size() || isAscii(utf8[end]));
     return alone ? Verdict::Found : Verdict::Undecided;

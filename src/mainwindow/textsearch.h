@@ -24,13 +24,14 @@ private:
     enum class Verdict { Found, NotFound, Undecided };
     enum class Alphabet { PrintableAscii, Ascii, BeyondAscii };
 
+    static Alphabet alphabetOf(const QString& query);
     Verdict scan(std::string_view utf8) const;
     Verdict judge(std::string_view utf8, std::size_t position) const;
     bool hasTwin(std::string_view utf8) const;
     bool isInByCharacters(std::string_view utf8) const;
 
-    QString m_query;     ///< lower-cased, in composed form
-    std::string m_bytes; ///< the same in UTF-8
-    Alphabet m_alphabet = Alphabet::PrintableAscii;
-    std::array<std::string_view, 3> m_twins; ///< other spellings of characters of the query
+    QString m_query; ///< lower-cased, in composed form
+    Alphabet m_alphabet;
+    std::string m_run; ///< printable ASCII that must stand in a text as it is, letter case apart
+    std::array<std::string_view, 3> m_twins; ///< other spellings of characters of the run
 };
