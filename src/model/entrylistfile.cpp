@@ -196,11 +196,11 @@ private:
     bool m_isOk = true;
 };
 
-void skipByteOrderMark(QIODevice& from)
+/// Returns the number of bytes skipped.
+std::size_t skipByteOrderMark(QIODevice& from)
 {
     const QByteArray mark("\xEF\xBB\xBF");
-    if (from.peek(mark.size()) == mark)
-        from.skip(mark.size());
+    return from.peek(mark.size()) == mark ? static_cast<std::size_t>(from.skip(mark.size())) : 0;
 }
 
 } // namespace
@@ -219,8 +219,7 @@ Result<QList<LogEntry>> readEntryList(QIODevice& from)
     json::basic_parser<ParserEvents> parser(options);
     EntryListBuilder& builder = parser.handler().builder();
     std::vector<char> buffer(bufferSize);
-    std::size_t position = 0;
-    skipByteOrderMark(from);
+    std::size_t position = skipByteOrderMark(from);
     for (bool isAtEnd = false; !isAtEnd;) {
         const qint64 read = from.read(buffer.data(), static_cast<qint64>(buffer.size()));
         if (read < 0)

@@ -6,6 +6,7 @@
 #include <QIODevice>
 
 #include <charconv>
+#include <optional>
 
 namespace {
 
@@ -100,6 +101,7 @@ public:
 
     bool addLine(const std::vector<TextRun>& runs)
     {
+        m_colour.reset(); // each line by itself: not all readers carry a colour over its border
         for (const TextRun& run : runs) {
             setColour(run.colour);
             addText(run.text);
@@ -118,8 +120,9 @@ public:
 private:
     static constexpr std::size_t bufferSize = 1 << 20;
     static constexpr std::string_view lineBreak = "\\line\n";
-    /// \uc1: one character, for readers without Unicode, follows each escape. Colour 0 is left to
-    /// the reader, which takes the page's own text colour.
+    /// \uc1: one character, for readers without Unicode, follows each escape. It is the question
+    /// mark, itself escaped: some readers drop the whole word that begins with a plain one.
+    /// Colour 0 is left to the reader, which takes the page's own text colour.
     static constexpr std::string_view header =
         "{\\rtf1\\ansi\\ansicpg1252\\deff0\\uc1\n"
         "{\\fonttbl{\\f0\\fswiss Helvetica;}}\n"
@@ -173,7 +176,7 @@ private:
             std::to_chars(digits, digits + sizeof digits, static_cast<std::int16_t>(c)).ptr;
         m_buffer += "\\u";
         m_buffer.append(digits, end);
-        m_buffer += '?';
+        m_buffer += "\\'3f";
     }
 
     bool flush()
@@ -186,7 +189,7 @@ private:
 
     QIODevice& m_to;
     std::string m_buffer;
-    ColourRole m_colour = ColourRole::Text;
+    std::optional<ColourRole> m_colour;
 };
 
 } // namespace

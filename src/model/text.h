@@ -38,6 +38,7 @@ public:
     {
         return a.m_block == b.m_block || a.utf8() == b.utf8();
     }
+    friend bool operator==(const Text& a, const QString& b) { return a.toString() == b; }
     friend bool operator==(const Text& a, QStringView b) { return a.toString() == b; }
 
 private:

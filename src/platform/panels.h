@@ -16,19 +16,22 @@ enum class ContentType {
     Folder
 };
 
-struct OpenPanelRequest {
+struct OpenPanelRequest
+{
     ContentType contentType{};
-    QString confirmText;       ///< text of the confirm button; empty = the toolkit's own
-    QString startFolder;       ///< absolute path; empty = the last folder used
+    QString confirmText; ///< text of the confirm button; empty = the toolkit's own
+    QString startFolder; ///< absolute path; empty = the last folder used
     bool showsHidden = false;
 };
 
-struct SavePanelRequest {
+struct SavePanelRequest
+{
     ContentType contentType{};
     QString proposedName; ///< with its extension
 };
 
-struct PanelResult {
+struct PanelResult
+{
     bool confirmed = false;
     std::optional<QUrl> location; ///< absent when cancelled, or when a confirmed panel yields none
 };

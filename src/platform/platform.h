@@ -10,7 +10,8 @@ class UserDefaults;
 
 /// Everything outside the application that a window or model may call on. Handed in at
 /// construction, so that a test can stand in for any part.
-struct Platform {
+struct Platform
+{
     Panels& panels;
     Alerts& alerts;
     UserDefaults& defaults;

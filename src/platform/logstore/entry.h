@@ -10,7 +10,13 @@
 namespace logstore {
 
 /// The class of an entry; the values are the kind codes of entry lists.
-enum class EntryKind : std::uint8_t { Log = 1, Activity = 2, Boundary = 3, Signpost = 4, Other = 10 };
+enum class EntryKind : std::uint8_t {
+    Log = 1,
+    Activity = 2,
+    Boundary = 3,
+    Signpost = 4,
+    Other = 10
+};
 
 /// The kind of record an entry was made from.
 enum class EventType : std::uint8_t {
@@ -50,8 +56,8 @@ struct RecordState;
 /// One entry of a store, read from its record as fields are asked for. Valid until the stream that
 /// gave it moves on. Texts are valid UTF-8. Those of process(), processImagePath(), sender(),
 /// senderImagePath(), subsystem(), category() and signpostName() are interned: they live as long as
-/// the store, and equal texts have the same address. Fields that do not apply to the kind are empty,
-/// 0 or absent.
+/// the store, and equal texts have the same address. Fields that do not apply to the kind are
+/// empty, 0 or absent.
 class Entry
 {
 public:
@@ -60,15 +66,16 @@ public:
     // Known without any lookup.
     EntryKind kind() const;
     EventType event() const;
-    std::int64_t time() const;            ///< wall time, nanoseconds since 1970-01-01 UTC
-    std::uint64_t continuousTime() const; ///< ticks since boot
+    std::int64_t time() const;                  ///< wall time, nanoseconds since 1970-01-01 UTC
+    std::uint64_t continuousTime() const;       ///< ticks since boot
     std::uint64_t nanosecondsSinceBoot() const; ///< the same in nanoseconds
     const Uuid& bootUuid() const;
     std::uint64_t threadIdentifier() const;
-    std::uint8_t recordType() const; ///< the raw type byte: 0 default, 1 info, 2 debug, 16 error, 17 fault
-    Level level() const;             ///< of log messages
+    std::uint8_t
+    recordType() const;  ///< the raw type byte: 0 default, 1 info, 2 debug, 16 error, 17 fault
+    Level level() const; ///< of log messages
     StoreCategory storeCategory() const;
-    std::uint8_t timeToLive() const; ///< days, 0 = none
+    std::uint8_t timeToLive() const;  ///< days, 0 = none
     std::uint32_t recordSize() const; ///< bytes of the record's data
 
     // Known from the process's catalog entry.
@@ -84,7 +91,7 @@ public:
     // Known from the record's fields.
     std::uint64_t activityIdentifier() const;
     std::uint64_t parentActivityIdentifier() const;
-    std::uint64_t creatorActivityIdentifier() const;      ///< of activities: the one it was made under
+    std::uint64_t creatorActivityIdentifier() const; ///< of activities: the one it was made under
     std::uint64_t creatorProcessUniqueIdentifier() const; ///< of activities
     std::uint64_t signpostIdentifier() const;
     SignpostType signpostType() const;

@@ -11,7 +11,8 @@ namespace logstore {
 class Entry;
 
 /// What a catalog tells of a process before any of its records is read.
-struct ProcessFacts {
+struct ProcessFacts
+{
     std::string_view process;
     std::string_view processImagePath;
     Uuid processImageUuid;
@@ -32,7 +33,9 @@ public:
 
     /// False only when no entry of the process with this subsystem and category can match.
     /// Both are empty for entries that carry none.
-    virtual bool mayMatch(const ProcessFacts&, std::string_view /*subsystem*/, std::string_view /*category*/) const
+    virtual bool mayMatch(const ProcessFacts&,
+                          std::string_view /*subsystem*/,
+                          std::string_view /*category*/) const
     {
         return true;
     }

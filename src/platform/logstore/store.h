@@ -51,11 +51,12 @@ public:
     std::uint64_t traceBytes() const;
 
     /// The entries from `from` on, those of them that `filter` matches (all when it is null).
-    EntryStream entries(std::int64_t from = beginning, std::shared_ptr<const EntryFilter> filter = nullptr) const;
+    EntryStream entries(std::int64_t from = beginning,
+                        std::shared_ptr<const EntryFilter> filter = nullptr) const;
 
 private:
-    explicit Store(std::shared_ptr<const StoreIndex> index);
-    std::shared_ptr<const StoreIndex> m_index;
+    explicit Store(std::shared_ptr<StoreIndex> index);
+    std::shared_ptr<StoreIndex> m_index;
 };
 
 } // namespace logstore

@@ -12,7 +12,8 @@
 namespace logstore {
 
 /// Sixteen bytes in the order in which the text form is written.
-struct Uuid {
+struct Uuid
+{
     std::array<std::uint8_t, 16> bytes{};
 
     bool operator==(const Uuid& other) const { return bytes == other.bytes; }
@@ -20,11 +21,13 @@ struct Uuid {
 
     /// Upper case, 8-4-4-4-12.
     std::string text() const;
-    /// Reads 32 hexadecimal digits in either case, hyphens anywhere ignored; nothing else may stand there.
+    /// Reads 32 hexadecimal digits in either case, hyphens anywhere ignored; nothing else may stand
+    /// there.
     static std::optional<Uuid> fromText(std::string_view text);
 };
 
-struct UuidHash {
+struct UuidHash
+{
     std::size_t operator()(const Uuid& uuid) const
     {
         std::uint64_t halves[2];

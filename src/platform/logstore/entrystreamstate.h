@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/logstore/entryresolver.h"
+#include "platform/logstore/openchunkset.h"
+#include "platform/logstore/recordselection.h"
+
+#include <map>
+#include <memory>
+
+namespace logstore {
+
+/// Merges the chunk sets of a store. One is unpacked when the merge has come to its earliest time
+/// and dropped when its last record is gone: memory is bounded by their overlap.
+class EntryStreamState
+{
+public:
+    EntryStreamState(std::shared_ptr<StoreIndex> index,
+                     std::int64_t from,
+                     std::shared_ptr<const EntryFilter> filter);
+
+    const Entry* next();
+
+private:
+    bool openDueSets();
+    void openSet(const ChunkSetPlace& place);
+    void keepWithinBudget(const OpenChunkSet* newest);
+    OpenChunkSet::Source source();
+    std::shared_ptr<Catalog> catalog(const ChunkSetPlace& place);
+    bool boundaryIsNext() const;
+    void passRecord();
+    bool staysOnTop() const;
+    bool loadNext();
+    bool accepted() const;
+
+    std::shared_ptr<StoreIndex> m_index;
+    std::shared_ptr<const EntryFilter> m_filter;
+    RecordSelection m_selection;
+    EntryResolver m_resolver;
+    RecordState m_record;
+    Entry m_entry;
+
+    std::size_t m_nextSet;
+    std::int64_t m_from;
+    std::size_t m_nextBoundary;
+    std::vector<std::unique_ptr<OpenChunkSet>>
+        m_heap; ///< the set whose next record is due first on top
+    std::vector<std::unique_ptr<OpenChunkSet>> m_spare;
+    bool m_topTaken = false; ///< the top's next record has been delivered
+    std::size_t m_openBytes = 0;
+    std::map<std::uint32_t, std::weak_ptr<Catalog>> m_catalogs;
+    std::shared_ptr<Catalog> m_latestCatalog; ///< kept alive from one set to the next
+    std::uint32_t m_untilTrim = 0;
+};
+
+} // namespace logstore

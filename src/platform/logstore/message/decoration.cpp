@@ -1,0 +1,402 @@
+// SPDX-License-Identifier: MIT
+#include "platform/logstore/message/decoration.h"
+
+#include "platform/logstore/bytes/utf8.h"
+#include "platform/logstore/message/formatprogram.h"
+#include "platform/logstore/message/locationstate.h"
+#include "platform/logstore/message/nametables.h"
+#include "platform/logstore/message/networktext.h"
+#include "platform/logstore/message/renderer.h"
+#include "platform/logstore/message/textoutput.h"
+#include "platform/logstore/uuid.h"
+
+#include <array>
+
+namespace logstore {
+
+namespace {
+
+bool isNumber(const Item& item)
+{
+    return item.kind() == ItemKind::Number || item.kind() == ItemKind::ErrorNumber;
+}
+
+std::uint64_t unsignedValue(Bytes bytes)
+{
+    std::uint64_t value = 0;
+    std::memcpy(&value, bytes.data(), bytes.size() < 8 ? bytes.size() : 8);
+    return value;
+}
+
+std::int64_t signedValue(Bytes bytes)
+{
+    const std::uint64_t value = unsignedValue(bytes);
+    const std::size_t bits = bytes.size() * 8;
+    if (bits == 0 || bits >= 64 || (value >> (bits - 1) & 1) == 0)
+        return static_cast<std::int64_t>(value);
+    return static_cast<std::int64_t>(value | ~std::uint64_t{0} << bits);
+}
+
+void appendUnknown(std::string& out, std::int64_t number)
+{
+    out += "<decode: unknown value: ";
+    appendDecimal(out, number);
+    out += '>';
+}
+
+void appendName(std::string& out, NameTable table, const Item& item, std::string_view quote)
+{
+    const std::string_view name = tableName(table, unsignedValue(item.bytes));
+    if (name.empty())
+        appendUnknown(out, signedValue(item.bytes));
+    else
+        out.append(quote).append(name).append(quote);
+}
+
+void appendChoice(std::string& out, const Item& item, std::string_view no, std::string_view yes)
+{
+    out += unsignedValue(item.bytes) != 0 ? yes : no;
+}
+
+void appendErrorNumber(std::string& out, const Item& item)
+{
+    const std::int64_t number = signedValue(item.bytes);
+    const std::string_view text =
+        number < 0 ? std::string_view() : errorText(static_cast<std::uint64_t>(number));
+    out += '[';
+    appendDecimal(out, number);
+    out += ": ";
+    if (text.empty()) {
+        out += "Unknown error: ";
+        appendDecimal(out, number);
+    } else {
+        out += text;
+    }
+    out += ']';
+}
+
+void appendSignal(std::string& out, const Item& item)
+{
+    const std::uint64_t number = unsignedValue(item.bytes);
+    const std::string_view name = signalName(number);
+    out += '[';
+    if (name.empty()) {
+        appendDecimal(out, signedValue(item.bytes));
+        out += ": Unknown signal: ";
+        appendDecimal(out, signedValue(item.bytes));
+    } else {
+        out.append("sig").append(name).append(": ").append(signalText(number));
+    }
+    out += ']';
+}
+
+/// Ten characters as ls shows them.
+void appendFileMode(std::string& out, const Item& item)
+{
+    const std::uint64_t mode = unsignedValue(item.bytes);
+    constexpr std::string_view types = "?pc?d?b?-?l?s?w?"; // by the upper four of sixteen bits
+    std::string text(1, types[mode >> 12 & 15]);
+    for (int shift = 6; shift >= 0; shift -= 3) {
+        text += (mode >> shift & 4) != 0 ? 'r' : '-';
+        text += (mode >> shift & 2) != 0 ? 'w' : '-';
+        text += (mode >> shift & 1) != 0 ? 'x' : '-';
+    }
+    const auto special = [&text, mode](std::uint64_t bit, std::size_t at, char withExecute,
+                                       char without) {
+        if ((mode & bit) != 0)
+            text[at] = text[at] == 'x' ? withExecute : without;
+    };
+    special(04000, 3, 's', 'S');
+    special(02000, 6, 's', 'S');
+    special(01000, 9, 't', 'T');
+    out += text;
+}
+
+void appendTime(std::string& out, Bytes bytes, int fractionDigits)
+{
+    std::int64_t seconds = 0;
+    std::int64_t fraction = 0;
+    if (bytes.size() == 16 || bytes.size() == 12) {
+        seconds = loadAt<std::int64_t>(bytes);
+        fraction =
+            bytes.size() == 16 ? loadAt<std::int64_t>(bytes, 8) : loadAt<std::int32_t>(bytes, 8);
+    } else if (bytes.size() == 8) {
+        seconds = loadAt<std::int32_t>(bytes);
+        fraction = loadAt<std::int32_t>(bytes, 4);
+    } else {
+        out += unsupportedValue;
+        return;
+    }
+    appendLocalTime(out, seconds);
+    appendFormatted(out, ".%0*lld", fractionDigits, static_cast<long long>(fraction));
+}
+
+struct UnitScale
+{
+    std::uint64_t step;
+    std::string_view base;
+    std::array<std::string_view, 6> units;
+};
+
+constexpr UnitScale byteUnits{1000, " bytes", {" kB", " MB", " GB", " TB", " PB", " EB"}};
+constexpr UnitScale binaryByteUnits{
+    1024, " bytes", {" KiB", " MiB", " GiB", " TiB", " PiB", " EiB"}};
+constexpr UnitScale bitRateUnits{
+    1000, " bps", {" kbps", " Mbps", " Gbps", " Tbps", " Pbps", " Ebps"}};
+constexpr UnitScale binaryBitRateUnits{
+    1024, " bps", {" Kibps", " Mibps", " Gibps", " Tibps", " Pibps", " Eibps"}};
+
+void appendScaled(std::string& out, const Item& item, const UnitScale& scale)
+{
+    const std::uint64_t number = unsignedValue(item.bytes);
+    if (number < scale.step) {
+        appendDecimal(out, number);
+        out += scale.base;
+        return;
+    }
+    auto value = static_cast<double>(number);
+    const auto step = static_cast<double>(scale.step);
+    std::size_t unit = 0;
+    for (value /= step; value >= step && unit + 1 < scale.units.size(); ++unit)
+        value /= step;
+    if (value >= 1000)
+        appendFormatted(out, "%.0f", value);
+    else
+        appendFormatted(out, "%.3g", value);
+    out += scale.units[unit];
+}
+
+void appendEscaped(std::string& out, Bytes bytes)
+{
+    std::string text;
+    appendUtf8(text, cString(bytes));
+    out += '"';
+    for (const char c : text) {
+        if (c == '/')
+            out += '\\';
+        out += c;
+    }
+    out += '"';
+}
+
+void appendAddressOptions(std::string& out, const Item& item)
+{
+    struct Option
+    {
+        std::uint64_t bit;
+        std::string_view name;
+    };
+    constexpr std::array<Option, 3> options{
+        {{4, "in-app-browser"}, {8, "use-failover"}, {0x10, "prohibit-encrypted-dns"}}};
+    const std::uint64_t value = unsignedValue(item.bytes);
+    appendFormatted(out, "0x%llX {", static_cast<unsigned long long>(value));
+    std::string_view separator;
+    for (const Option& option : options) {
+        if ((value & option.bit) != 0) {
+            out.append(separator).append(option.name);
+            separator = ", ";
+        }
+    }
+    out += '}';
+}
+
+/// u8 type, then a number or a name, then the domain.
+bool appendMemberDetails(std::string& out, Bytes bytes)
+{
+    ByteReader in(bytes);
+    const auto type = in.read<std::uint8_t>();
+    const bool userId = type == 0x23 || type == 0xa3;
+    const bool groupId = type == 0xc3;
+    const bool userName = type == 0x24 || type == 0xa0 || type == 0xa4;
+    const bool groupName = type == 0x44;
+    if (!userId && !groupId && !userName && !groupName)
+        return false;
+    std::string name;
+    if (userId || groupId) {
+        appendDecimal(name, in.read<std::int32_t>());
+    } else {
+        const std::string_view text = cString(in.rest());
+        appendUtf8(name, text);
+        in.skip(text.size());
+        if (in.remaining() > 0)
+            in.skip(1);
+    }
+    if (!in.ok())
+        return false;
+    out += userId || userName ? "user: " : "group: ";
+    out.append(name).append("@");
+    appendUtf8(out, cString(in.rest()));
+    return true;
+}
+
+/// u8 revision, u8 count, 6 bytes authority, count sub-authorities.
+bool appendSid(std::string& out, Bytes bytes)
+{
+    ByteReader in(bytes);
+    const auto revision = in.read<std::uint8_t>();
+    const std::size_t count = in.read<std::uint8_t>();
+    std::uint64_t authority = 0;
+    for (const std::uint8_t byte : in.take(6))
+        authority = authority << 8 | byte;
+    const Bytes rest = in.take(count * 4);
+    if (!in.ok())
+        return false;
+    out += "S-";
+    appendDecimal(out, revision);
+    out += '-';
+    appendDecimal(out, authority);
+    for (std::size_t at = 0; at < rest.size(); at += 4) {
+        out += '-';
+        appendDecimal(out, loadAt<std::uint32_t>(rest, at));
+    }
+    return true;
+}
+
+bool appendUuid(std::string& out, Bytes bytes)
+{
+    if (bytes.size() != sizeof(Uuid))
+        return false;
+    out += loadAt<Uuid>(bytes).text();
+    return true;
+}
+
+void appendSignpostValue(std::string& out,
+                         const Decoration& decoration,
+                         const Conversion& conversion,
+                         const Item& item)
+{
+    constexpr std::string_view floatLetters = "aAeEfFgG";
+    out.append("__##__")
+        .append(decoration.label)
+        .append("#____#")
+        .append(decoration.key)
+        .append("#_##_#");
+    const bool isTime = decoration.key == "begin_time" || decoration.key == "end_time";
+    if (isTime && isNumber(item))
+        appendDecimal(out, unsignedValue(item.bytes));
+    else if (isNumber(item) && floatLetters.find(conversion.letter) != std::string_view::npos
+             && item.bytes.size() == 8)
+        appendFormatted(out, "%.16g", loadAt<double>(item.bytes));
+    else if (isNumber(item) && floatLetters.find(conversion.letter) != std::string_view::npos
+             && item.bytes.size() == 4)
+        appendFormatted(out, "%.16g", static_cast<double>(loadAt<float>(item.bytes)));
+    else
+        appendByLetter(out, conversion, item, Conversion::none, false, Conversion::none);
+    out += "__##__";
+}
+
+/// Decorations for numbers. False when the kind is none of them.
+bool appendDecoratedNumber(std::string& out, DecorationKind kind, const Item& item)
+{
+    using Kind = DecorationKind;
+    switch (kind) {
+    case Kind::LowerCaseBool: appendChoice(out, item, "false", "true"); return true;
+    case Kind::UpperCaseBool: appendChoice(out, item, "NO", "YES"); return true;
+    case Kind::ErrorNumber: appendErrorNumber(out, item); return true;
+    case Kind::FileMode: appendFileMode(out, item); return true;
+    case Kind::Signal: appendSignal(out, item); return true;
+    case Kind::Time: appendLocalTime(out, signedValue(item.bytes)); return true;
+    case Kind::ByteCount: appendScaled(out, item, byteUnits); return true;
+    case Kind::BinaryByteCount: appendScaled(out, item, binaryByteUnits); return true;
+    case Kind::BitRate: appendScaled(out, item, bitRateUnits); return true;
+    case Kind::BinaryBitRate: appendScaled(out, item, binaryBitRateUnits); return true;
+    case Kind::LocationAuthorization:
+        appendName(out, NameTable::LocationAuthorization, item, "\"");
+        return true;
+    case Kind::LocationReachability:
+        appendName(out, NameTable::LocationReachability, item, "\"");
+        return true;
+    case Kind::LocationSubHarvester:
+        appendName(out, NameTable::LocationSubHarvester, item, "\"");
+        return true;
+    case Kind::LocationIoMessage: appendName(out, NameTable::IoMessage, item, "\""); return true;
+    case Kind::MdnsYesNo: appendChoice(out, item, "no", "yes"); return true;
+    case Kind::MdnsAcceptable: appendChoice(out, item, "unacceptable", "acceptable"); return true;
+    case Kind::MdnsAddRemove: appendChoice(out, item, "rmv", "add"); return true;
+    case Kind::MdnsRecordType: appendName(out, NameTable::DnsRecordType, item, ""); return true;
+    case Kind::MdnsNegativeReason:
+        appendName(out, NameTable::DnsNegativeReason, item, "");
+        return true;
+    case Kind::MdnsProtocol: appendName(out, NameTable::DnsProtocol, item, ""); return true;
+    case Kind::MdnsAddressOptions: appendAddressOptions(out, item); return true;
+    case Kind::DirectoryIdType: appendName(out, NameTable::DirectoryIdType, item, ""); return true;
+    case Kind::DirectoryError: appendName(out, NameTable::DirectoryError, item, ""); return true;
+    default: return false;
+    }
+}
+
+enum class Outcome { Written, WrongSize, NotOfBytes };
+
+Outcome written(bool fits)
+{
+    return fits ? Outcome::Written : Outcome::WrongSize;
+}
+
+/// Decorations for bytes, those of a number of the right size included.
+Outcome appendDecoratedBytes(std::string& out, DecorationKind kind, const Item& item)
+{
+    using Kind = DecorationKind;
+    switch (kind) {
+    case Kind::TimeWithMicroseconds: appendTime(out, item.bytes, 6); return Outcome::Written;
+    case Kind::TimeWithNanoseconds: appendTime(out, item.bytes, 9); return Outcome::Written;
+    case Kind::Uuid: return written(appendUuid(out, item.bytes));
+    case Kind::Ipv4Address: return written(appendIpv4(out, item.bytes));
+    case Kind::Ipv6Address: return written(appendIpv6(out, item.bytes));
+    case Kind::SocketAddress: return written(appendSocketAddress(out, item.bytes));
+    case Kind::MdnsIpAddress: return written(appendTaggedAddress(out, item.bytes));
+    case Kind::MdnsMacAddress: return written(appendMacAddress(out, item.bytes));
+    case Kind::MdnsDomainName: return written(appendDomainName(out, item.bytes));
+    case Kind::MdnsCounts: return written(appendDnsCounts(out, item.bytes));
+    case Kind::MdnsIdFlags: return written(appendDnsIdFlags(out, item.bytes));
+    case Kind::MdnsHeader: return written(appendDnsHeader(out, item.bytes));
+    case Kind::DirectoryMemberDetails: return written(appendMemberDetails(out, item.bytes));
+    case Kind::DirectorySid: return written(appendSid(out, item.bytes));
+    case Kind::LocationClientManagerState:
+        return written(appendClientManagerState(out, item.bytes));
+    case Kind::LocationManagerState: return written(appendLocationManagerState(out, item.bytes));
+    case Kind::LocationDaemonStatus: return written(appendDaemonStatus(out, item.bytes));
+    default: return Outcome::NotOfBytes;
+    }
+}
+
+bool isTextual(const Item& item)
+{
+    return item.kind() == ItemKind::Text || item.kind() == ItemKind::TextToo
+           || item.kind() == ItemKind::Object;
+}
+
+} // namespace
+
+bool appendDecorated(std::string& out,
+                     const Decoration& decoration,
+                     const Conversion& conversion,
+                     const Item& item)
+{
+    if (decoration.kind == DecorationKind::Signpost) {
+        appendSignpostValue(out, decoration, conversion, item);
+        return true;
+    }
+    if (decoration.kind == DecorationKind::LocationEscape) {
+        if (isTextual(item))
+            appendEscaped(out, item.bytes);
+        return isTextual(item);
+    }
+    if (decoration.kind == DecorationKind::LocationSqliteResult) {
+        if (item.bytes.size() != 4 && item.bytes.size() != 8)
+            out += unsupportedValue;
+        else
+            appendName(out, NameTable::SqliteResult,
+                       Item{item.type, false, item.bytes.subspan(0, 4)}, "\"");
+        return true;
+    }
+    if (isNumber(item) && appendDecoratedNumber(out, decoration.kind, item))
+        return true;
+    switch (appendDecoratedBytes(out, decoration.kind, item)) {
+    case Outcome::Written: return true;
+    case Outcome::WrongSize: out += unsupportedValue; return true;
+    case Outcome::NotOfBytes: break;
+    }
+    return false;
+}
+
+} // namespace logstore

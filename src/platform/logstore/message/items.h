@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/logstore/bytes/bytereader.h"
+
+#include <array>
+
+namespace logstore {
+
+/// The upper half of an item's type.
+enum class ItemKind : std::uint8_t {
+    Number = 0,
+    Count = 1,
+    Text = 2,
+    Data = 3,
+    Object = 4,
+    WideText = 5,
+    ErrorNumber = 6,
+    MaskName = 7,
+    TextToo = 8,
+    Masked = 0xf
+};
+
+/// One argument of a message.
+struct Item
+{
+    std::uint8_t type = 0;
+    bool redacted = false;
+    Bytes bytes; ///< the value itself: of a number its bytes, of the others what its range holds
+
+    ItemKind kind() const { return static_cast<ItemKind>(type >> 4); }
+    std::uint8_t privacy() const { return type & 15; }
+};
+
+/// The arguments of one record, at most 255.
+class Items
+{
+public:
+    /// Reads the items of a log or signpost record. `privateData` is the record's own part of the
+    /// private area; `hasPrivateData` is false when the record has none.
+    void read(Bytes data, Bytes privateData, bool hasPrivateData);
+
+    /// Reads the values of a trace record, which stand before their sizes and their count.
+    void readTrace(Bytes data);
+
+    void clear() { m_count = 0; }
+    std::size_t size() const { return m_count; }
+    const Item& operator[](std::size_t i) const { return m_items[i]; }
+
+private:
+    std::array<Item, 256> m_items;
+    std::size_t m_count = 0;
+};
+
+} // namespace logstore

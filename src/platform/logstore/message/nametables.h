@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace logstore {
+
+// The names that the system gives to numbers in messages. All answers are empty for unknown
+// numbers.
+
+std::string_view errorText(std::uint64_t number);  ///< "Broken pipe" for 32
+std::string_view signalName(std::uint64_t number); ///< "segv" for 11
+std::string_view signalText(std::uint64_t number); ///< "Segmentation fault" for 11
+
+enum class NameTable : std::uint8_t {
+    IoMessage,
+    SqliteResult,
+    DnsRecordType,
+    DirectoryError,
+    LocationAuthorization,
+    LocationReachability,
+    LocationSubHarvester,
+    DnsNegativeReason,
+    DnsProtocol,
+    DirectoryIdType
+};
+
+std::string_view tableName(NameTable table, std::uint64_t number);
+
+} // namespace logstore

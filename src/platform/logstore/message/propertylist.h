@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/logstore/bytes/bytereader.h"
+
+#include <deque>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace logstore {
+
+/// A property list as state dumps hold them.
+struct PropertyList
+{
+    enum class Kind : std::uint8_t {
+        Null,
+        Boolean,
+        Integer,
+        Unsigned,
+        Real,
+        Date,
+        Data,
+        String,
+        Array,
+        Dictionary
+    };
+
+    static constexpr int deepest = 64; ///< levels of nesting that are read
+
+    Kind kind = Kind::Null;
+    std::uint64_t integer = 0;     ///< of Boolean, Integer (as two's complement) and Unsigned
+    double real = 0;               ///< of Real; of Date seconds since 2001-01-01 UTC
+    std::string_view text;              ///< of String valid UTF-8; of Data the bytes
+    std::vector<std::string_view> keys; ///< of Dictionary, one for each element
+    std::vector<PropertyList> elements;
+};
+
+/// Texts that do not stand in the source as they are read.
+using TextStore = std::deque<std::string>;
+
+/// Reads the binary or the XML form. The texts point into `bytes` or into `texts`. Absent when the
+/// bytes are neither, are damaged, or would take memory out of proportion to their number.
+std::optional<PropertyList> readPropertyList(Bytes bytes, TextStore& texts);
+
+/// Counts what a property list takes while it is read: shared objects of the binary form can make a
+/// few bytes stand for gigabytes.
+class PropertyListBudget
+{
+public:
+    explicit PropertyListBudget(std::size_t sourceSize)
+        : m_left(sourceSize * 64 + (std::size_t{1} << 20))
+    {
+    }
+
+    bool take(std::size_t bytes)
+    {
+        const std::size_t cost = bytes + 64;
+        if (cost > m_left)
+            return false;
+        m_left -= cost;
+        return true;
+    }
+
+private:
+    std::size_t m_left;
+};
+
+std::optional<PropertyList> readBinaryPropertyList(Bytes bytes, TextStore& texts);
+std::optional<PropertyList> readXmlPropertyList(std::string_view xml, TextStore& texts);
+
+/// Appends the list in its descriptive text form: a lone value bare, collections with brackets.
+void appendDescription(std::string& out, const PropertyList& list);
+
+} // namespace logstore

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/logstore/entryfilter.h"
+#include "platform/logstore/trace/catalog.h"
+#include "platform/logstore/trace/firehose.h"
+
+#include <memory>
+
+namespace logstore {
+
+class StringFiles;
+
+/// Which records a stream looks at at all: those from a time on, less those that its filter rules
+/// out by their process or subsystem alone.
+class RecordSelection
+{
+public:
+    RecordSelection(std::int64_t from,
+                    const EntryFilter* filter,
+                    StringFiles& strings,
+                    TextPool& texts)
+        : m_from(from)
+        , m_filter(filter)
+        , m_strings(strings)
+        , m_texts(texts)
+    {
+    }
+
+    bool reaches(std::int64_t time) const { return time >= m_from; }
+    bool hasFilter() const { return m_filter != nullptr; }
+
+    /// False when no record of the process can match.
+    bool mayMatch(CatalogProcess* process) const;
+
+    /// False when the record cannot match.
+    bool mayMatch(const Catalog* catalog,
+                  CatalogProcess* process,
+                  const RecordHead& head,
+                  Bytes data) const;
+
+private:
+    bool ask(const Catalog& catalog, CatalogProcess& process, std::uint16_t subsystem) const;
+
+    std::int64_t m_from;
+    const EntryFilter* m_filter;
+    StringFiles& m_strings;
+    TextPool& m_texts;
+};
+
+} // namespace logstore

@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/logstore/bytes/filepool.h"
+#include "platform/logstore/storelayout.h"
+#include "platform/logstore/strings/stringfiles.h"
+#include "platform/logstore/trace/timesync.h"
+
+#include <memory>
+
+namespace logstore {
+
+/// A chunk set: where it stands and what time it covers.
+struct ChunkSetPlace
+{
+    static constexpr std::uint32_t noCatalog = UINT32_MAX;
+
+    std::int64_t earliest; ///< bounds of its records' wall times
+    std::int64_t latest;
+    std::uint64_t offset; ///< of the body in the file
+    std::uint32_t size;   ///< of the body
+    std::uint32_t file;
+    std::uint32_t catalog; ///< index, or noCatalog
+    std::uint32_t clock;   ///< index
+};
+
+struct CatalogPlace
+{
+    std::uint64_t offset;
+    std::uint32_t size;
+    std::uint32_t file;
+};
+
+/// An entry that the time files give: the system's start, or a correction of its clock.
+struct Boundary
+{
+    std::int64_t time;
+    std::uint64_t continuousTime;
+    std::uint32_t clock; ///< index
+    bool isBoot;
+};
+
+/// What one pass over the heads and catalogs of all trace files tells, without unpacking anything.
+class StoreIndex
+{
+public:
+    static Result<std::shared_ptr<StoreIndex>> open(const std::filesystem::path& root);
+
+    const std::vector<ChunkSetPlace>& chunkSets() const
+    {
+        return m_chunkSets;
+    } ///< by earliest, file, offset
+    const std::vector<Boundary>& boundaries() const { return m_boundaries; } ///< by time
+    const BootClock& clock(std::uint32_t index) const { return m_clocks[index]; }
+    const CatalogPlace& catalog(std::uint32_t index) const { return m_catalogs[index]; }
+
+    /// The first of chunkSets() that may hold entries at or after `time`. Later ones may not.
+    std::size_t firstReaching(std::int64_t time) const;
+
+    std::int64_t endTime() const;
+    std::uint64_t traceBytes() const { return m_traceBytes; }
+
+    // Shared by all streams of the store, which live on one thread.
+    FilePool& files() { return m_files; }
+    TextPool& texts() { return m_texts; }
+    StringFiles& strings() { return m_strings; }
+
+private:
+    friend class TraceFileIndexer;
+
+    explicit StoreIndex(StoreLayout layout);
+    void addBoundaries();
+    void sortChunkSets();
+
+    /// Range of continuous time of a boot's entries.
+    struct BootRange
+    {
+        std::uint32_t clock;
+        std::uint64_t first;
+        std::uint64_t last;
+    };
+
+    FilePool m_files;
+    TimeSync m_times;
+    TextPool m_texts;
+    StringFiles m_strings;
+    std::vector<BootClock> m_clocks;
+    std::unordered_map<Uuid, BootRange, UuidHash> m_boots; ///< those that the time files know
+    std::vector<CatalogPlace> m_catalogs;
+    std::vector<ChunkSetPlace> m_chunkSets;
+    std::vector<std::int64_t> m_latestSoFar; ///< the greatest `latest` up to each chunk set
+    std::vector<Boundary> m_boundaries;
+    std::uint64_t m_traceBytes = 0;
+};
+
+} // namespace logstore

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/result.h"
+
+#include <filesystem>
+#include <vector>
+
+namespace logstore {
+
+/// Where the pieces of a store lie: in an archive all in one folder, in a Mac's log folders (or a
+/// copy of them) in `diagnostics` and, below or beside it, `uuidtext`.
+struct StoreLayout
+{
+    std::vector<std::filesystem::path>
+        traceFiles; ///< Persist, Special, Signpost, HighVolume, live; by name within
+    std::vector<std::filesystem::path> timeFiles;     ///< by name
+    std::vector<std::filesystem::path> stringFolders; ///< in the order in which they are asked
+    std::vector<std::filesystem::path> roots;         ///< folders that links may lead into
+
+    /// Fails when `root` is not a readable folder, or holds no trace folder, no time folder and no
+    /// live file.
+    static Result<StoreLayout> find(const std::filesystem::path& root);
+};
+
+} // namespace logstore

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/logstore/bytes/file.h"
+#include "platform/logstore/strings/formattable.h"
+#include "platform/logstore/strings/image.h"
+
+#include <filesystem>
+#include <optional>
+
+namespace logstore {
+
+/// A shared-cache strings file (version 1 or 2): the format strings of all images of a shared
+/// cache.
+class SharedCache
+{
+public:
+    /// Reads the tables. Fails when the head or a table is damaged.
+    static Result<std::unique_ptr<SharedCache>> open(const std::filesystem::path& path,
+                                                     TextPool& pool);
+
+    std::size_t rangeCount() const { return m_ranges.size(); }
+    std::size_t imageCount() const { return m_images.size(); }
+
+    struct Found
+    {
+        const FormatProgram* program; ///< null when no range holds the offset
+        const Image* image;           ///< null when the range names none
+    };
+    /// The format string at `offset` of the cache, and the image that owns it.
+    Found formatAt(std::uint64_t offset);
+
+    /// The string at `offset`; absent when no range holds it.
+    std::optional<std::string> textAt(std::uint64_t offset) const;
+
+    /// The image whose text holds `offset`, or null.
+    const Image* imageAt(std::uint64_t offset);
+    /// The offset in the cache at which the text of `image` begins.
+    std::optional<std::uint64_t> textStart(const Image* image) const;
+    /// The image with this identifier, or null.
+    const Image* imageWith(const Uuid& uuid);
+
+    FormatTable& formats() { return m_formats; }
+
+private:
+    struct Range
+    {
+        std::uint64_t start;
+        std::uint32_t size;
+        std::uint32_t position; ///< of its bytes in the file
+        std::uint64_t imageIndex;
+    };
+    struct CacheImage
+    {
+        std::uint64_t start;
+        std::uint32_t size;
+        std::uint32_t pathPosition;
+        Uuid uuid;
+        bool pathRead = false;
+        Image image;
+    };
+
+    SharedCache(File file, TextPool& pool) : m_file(std::move(file)), m_pool(pool) {}
+    bool readTables();
+    const Range* rangeAt(std::uint64_t offset) const;
+    const Image* resolved(CacheImage& image);
+
+    File m_file;
+    TextPool& m_pool;
+    std::vector<Range> m_ranges; ///< sorted by start
+    std::vector<CacheImage> m_images;
+    std::vector<std::uint32_t> m_imagesByStart;
+    FormatTable m_formats;
+};
+
+} // namespace logstore

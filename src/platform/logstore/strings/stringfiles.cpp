@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: MIT
+#include "platform/logstore/strings/stringfiles.h"
+
+#include "platform/logstore/folderlisting.h"
+#include "platform/logstore/trace/catalog.h"
+
+#include <algorithm>
+
+namespace logstore {
+
+namespace {
+
+constexpr std::size_t formatBudget = std::size_t{12} << 20;
+
+std::string hexText(const Uuid& uuid)
+{
+    std::string text = uuid.text();
+    std::erase(text, '-');
+    return text;
+}
+
+} // namespace
+
+StringFiles::StringFiles(std::vector<std::filesystem::path> folders,
+                         std::vector<std::filesystem::path> allowedRoots,
+                         TextPool& pool)
+    : m_folders(std::move(folders))
+    , m_allowedRoots(std::move(allowedRoots))
+    , m_pool(pool)
+{
+}
+
+UuidText* StringFiles::uuidText(const Uuid& uuid)
+{
+    const auto [place, isNew] = m_uuidTexts.try_emplace(uuid);
+    if (isNew) {
+        const std::string name = hexText(uuid);
+        const auto path = find(name.substr(0, 2), name.substr(2));
+        if (!path.empty())
+            place->second = UuidText::open(path, uuid, m_pool).value_or(nullptr);
+    }
+    return place->second.get();
+}
+
+SharedCache* StringFiles::sharedCache(const Uuid& uuid)
+{
+    const auto [place, isNew] = m_sharedCaches.try_emplace(uuid);
+    if (isNew) {
+        const auto path = find("DSC", hexText(uuid));
+        if (!path.empty())
+            place->second = SharedCache::open(path, m_pool).value_or(nullptr);
+    }
+    return place->second.get();
+}
+
+void StringFiles::lookUp(CatalogProcess& process)
+{
+    if (process.filesLookedUp)
+        return;
+    process.filesLookedUp = true;
+    if (process.mainImage)
+        process.mainFile = uuidText(*process.mainImage);
+    if (process.sharedCache)
+        process.cacheFile = sharedCache(*process.sharedCache);
+}
+
+void StringFiles::trim()
+{
+    std::size_t bytes = 0;
+    for (const auto& [uuid, file] : m_uuidTexts)
+        bytes += file ? file->formats().bytes() : 0;
+    for (const auto& [uuid, file] : m_sharedCaches)
+        bytes += file ? file->formats().bytes() : 0;
+    if (bytes <= formatBudget)
+        return;
+    for (const auto& [uuid, file] : m_uuidTexts)
+        if (file)
+            file->formats().clear();
+    for (const auto& [uuid, file] : m_sharedCaches)
+        if (file)
+            file->formats().clear();
+}
+
+const StringFiles::NameMap& StringFiles::listing(const std::filesystem::path& folder)
+{
+    const auto [place, isNew] = m_listings.try_emplace(folder);
+    if (isNew)
+        for (const auto& path : listFolder(folder, m_allowedRoots))
+            place->second.emplace(upperCase(path.filename().string()), path);
+    return place->second;
+}
+
+std::filesystem::path StringFiles::find(const std::string& folderName, const std::string& fileName)
+{
+    for (const auto& base : m_folders) {
+        const NameMap& folders = listing(base);
+        const auto folder = folders.find(folderName);
+        if (folder == folders.end())
+            continue;
+        const NameMap& files = listing(folder->second);
+        if (const auto file = files.find(fileName); file != files.end())
+            return file->second;
+    }
+    return {};
+}
+
+} // namespace logstore

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#include "platform/logstore/strings/textpool.h"
+
+#include "platform/logstore/bytes/utf8.h"
+
+#include <algorithm>
+#include <cstring>
+#include <string>
+
+namespace logstore {
+
+namespace {
+constexpr std::size_t blockSize = std::size_t{64} * 1024;
+}
+
+std::string_view TextPool::intern(std::string_view text)
+{
+    if (text.empty())
+        return {};
+    if (const auto found = m_texts.find(text); found != m_texts.end())
+        return *found;
+    return *m_texts.insert(store(text)).first;
+}
+
+std::string_view TextPool::internUnchecked(std::string_view bytes)
+{
+    if (isValidUtf8(bytes))
+        return intern(bytes);
+    std::string text;
+    appendUtf8(text, bytes);
+    return intern(text);
+}
+
+std::string_view TextPool::store(std::string_view text)
+{
+    if (m_blocks.empty() || m_blockSize - m_blockUsed < text.size()) {
+        m_blockSize = std::max(blockSize, text.size());
+        m_blockUsed = 0;
+        m_blocks.push_back(std::make_unique<char[]>(m_blockSize));
+    }
+    char* place = m_blocks.back().get() + m_blockUsed;
+    std::memcpy(place, text.data(), text.size());
+    m_blockUsed += text.size();
+    return {place, text.size()};
+}
+
+} // namespace logstore
