@@ -16,10 +16,9 @@ constexpr std::uint32_t entriesBetweenTrims = 4096;
 /// For a heap with the earliest record on top: true when `a` is due after `b`.
 bool isLater(const std::unique_ptr<OpenChunkSet>& a, const std::unique_ptr<OpenChunkSet>& b)
 {
-    const auto key = [](const OpenChunkSet& set) {
-        return std::tuple(set.nextTime(), set.place().file, set.place().offset);
-    };
-    return key(*a) > key(*b);
+    if (a->nextTime() != b->nextTime())
+        return a->nextTime() > b->nextTime();
+    return std::tie(a->place().file, a->place().offset) > std::tie(b->place().file, b->place().offset);
 }
 
 } // namespace
@@ -85,9 +84,11 @@ void EntryStreamState::passRecord()
     if (!m_topTaken)
         return;
     m_topTaken = false;
+    m_heap.front()->advance();
+    if (!m_heap.front()->atEnd() && staysOnTop())
+        return;
     std::pop_heap(m_heap.begin(), m_heap.end(), isLater);
     OpenChunkSet& set = *m_heap.back();
-    set.advance();
     if (!set.atEnd()) {
         std::push_heap(m_heap.begin(), m_heap.end(), isLater);
         return;
@@ -96,6 +97,15 @@ void EntryStreamState::passRecord()
     if (m_spare.size() < mostSpareSets)
         m_spare.push_back(std::move(m_heap.back()));
     m_heap.pop_back();
+}
+
+/// Whether the top, having moved on, is still due before both sets below it. Records come in runs.
+bool EntryStreamState::staysOnTop() const
+{
+    for (std::size_t child = 1; child <= 2 && child < m_heap.size(); ++child)
+        if (isLater(m_heap.front(), m_heap[child]))
+            return false;
+    return true;
 }
 
 bool EntryStreamState::boundaryIsNext() const

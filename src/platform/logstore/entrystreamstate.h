@@ -29,6 +29,7 @@ private:
     std::shared_ptr<Catalog> catalog(const ChunkSetPlace& place);
     bool boundaryIsNext() const;
     void passRecord();
+    bool staysOnTop() const;
     bool loadNext();
     bool accepted() const;
 

@@ -3,9 +3,10 @@
 
 #include "platform/logstore/bytes/bytereader.h"
 
+#include <deque>
 #include <optional>
 #include <string>
-#include <utility>
+#include <string_view>
 #include <vector>
 
 namespace logstore {
@@ -31,14 +32,17 @@ struct PropertyList
     Kind kind = Kind::Null;
     std::uint64_t integer = 0;     ///< of Boolean, Integer (as two's complement) and Unsigned
     double real = 0;               ///< of Real; of Date seconds since 2001-01-01 UTC
-    std::string text;              ///< of String valid UTF-8; of Data the bytes
-    std::vector<std::string> keys; ///< of Dictionary, one for each element
+    std::string_view text;              ///< of String valid UTF-8; of Data the bytes
+    std::vector<std::string_view> keys; ///< of Dictionary, one for each element
     std::vector<PropertyList> elements;
-
-    /// Reads the binary or the XML form. Absent when the bytes are neither, are damaged, or would
-    /// take memory out of proportion to their number.
-    static std::optional<PropertyList> read(Bytes bytes);
 };
+
+/// Texts that do not stand in the source as they are read.
+using TextStore = std::deque<std::string>;
+
+/// Reads the binary or the XML form. The texts point into `bytes` or into `texts`. Absent when the
+/// bytes are neither, are damaged, or would take memory out of proportion to their number.
+std::optional<PropertyList> readPropertyList(Bytes bytes, TextStore& texts);
 
 /// Counts what a property list takes while it is read: shared objects of the binary form can make a
 /// few bytes stand for gigabytes.
@@ -63,8 +67,8 @@ private:
     std::size_t m_left;
 };
 
-std::optional<PropertyList> readBinaryPropertyList(Bytes bytes);
-std::optional<PropertyList> readXmlPropertyList(std::string_view xml);
+std::optional<PropertyList> readBinaryPropertyList(Bytes bytes, TextStore& texts);
+std::optional<PropertyList> readXmlPropertyList(std::string_view xml, TextStore& texts);
 
 /// Appends the list in its descriptive text form: a lone value bare, collections with brackets.
 void appendDescription(std::string& out, const PropertyList& list);

@@ -16,7 +16,7 @@ using Kind = PropertyList::Kind;
 class BinaryReader
 {
 public:
-    explicit BinaryReader(Bytes bytes) : m_bytes(bytes), m_budget(bytes.size()) {}
+    BinaryReader(Bytes bytes, TextStore& texts) : m_bytes(bytes), m_texts(texts), m_budget(bytes.size()) {}
 
     bool readTrailer()
     {
@@ -141,12 +141,16 @@ private:
             return false;
         into.kind = type == data ? Kind::Data : Kind::String;
         const std::string_view plain(reinterpret_cast<const char*>(bytes.data()), bytes.size());
-        if (type == data)
+        if (type == data || (type != wide && isValidUtf8(plain))) {
             into.text = plain;
-        else if (type == wide)
-            appendUtf16(into.text, bytes);
+            return true;
+        }
+        std::string& text = m_texts.emplace_back();
+        if (type == wide)
+            appendUtf16(text, bytes);
         else
-            appendUtf8(into.text, plain);
+            appendUtf8(text, plain);
+        into.text = text;
         return true;
     }
 
@@ -169,13 +173,16 @@ private:
     {
         const std::uint64_t count = readSize(in, low);
         const bool isDictionary = kind == Kind::Dictionary;
-        if (count > in.remaining() || !m_budget.take(0))
+        if (count > in.remaining() || !m_budget.take(count * sizeof(PropertyList)))
             return false;
         const Bytes keys = isDictionary ? in.take(count * m_referenceSize) : Bytes{};
         const Bytes values = in.take(count * m_referenceSize);
         if (!in.ok())
             return false;
         into.kind = kind;
+        into.elements.reserve(static_cast<std::size_t>(count));
+        if (isDictionary)
+            into.keys.reserve(static_cast<std::size_t>(count));
         for (std::uint64_t i = 0; i < count; ++i) {
             const auto at = static_cast<std::size_t>(i * m_referenceSize);
             if (isDictionary) {
@@ -183,7 +190,7 @@ private:
                 if (!readObject(bigEndian(keys.subspan(at, m_referenceSize)), key, depth + 1)
                     || key.kind != Kind::String)
                     return false;
-                into.keys.push_back(std::move(key.text));
+                into.keys.push_back(key.text);
             }
             if (!readObject(bigEndian(values.subspan(at, m_referenceSize)),
                             into.elements.emplace_back(), depth + 1))
@@ -193,6 +200,7 @@ private:
     }
 
     Bytes m_bytes;
+    TextStore& m_texts;
     PropertyListBudget m_budget;
     std::size_t m_offsetSize = 0;
     std::size_t m_referenceSize = 0;
@@ -203,19 +211,19 @@ private:
 
 } // namespace
 
-std::optional<PropertyList> readBinaryPropertyList(Bytes bytes)
+std::optional<PropertyList> readBinaryPropertyList(Bytes bytes, TextStore& texts)
 {
-    BinaryReader reader(bytes);
+    BinaryReader reader(bytes, texts);
     PropertyList list;
     if (!reader.readTrailer() || !reader.readTop(list))
         return std::nullopt;
     return list;
 }
 
-std::optional<PropertyList> PropertyList::read(Bytes bytes)
+std::optional<PropertyList> readPropertyList(Bytes bytes, TextStore& texts)
 {
     const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
-    return text.starts_with("bplist0") ? readBinaryPropertyList(bytes) : readXmlPropertyList(text);
+    return text.starts_with("bplist0") ? readBinaryPropertyList(bytes, texts) : readXmlPropertyList(text, texts);
 }
 
 } // namespace logstore

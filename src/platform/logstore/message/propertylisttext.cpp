@@ -4,6 +4,7 @@
 #include "platform/logstore/message/textoutput.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <cmath>
 #include <numeric>
@@ -14,11 +15,26 @@ namespace {
 
 using Kind = PropertyList::Kind;
 
-bool isAlphanumeric(std::string_view text)
+enum CharacterClass : std::uint8_t { Bare, Plain, Escaped };
+
+/// Letters and digits stand bare; other ASCII needs quotes, and some of it an escape.
+constexpr std::array<CharacterClass, 256> characterClasses = [] {
+    std::array<CharacterClass, 256> classes{};
+    for (std::size_t c = 0; c < classes.size(); ++c) {
+        const bool alphanumeric = (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+        const bool escaped = c >= 0x80 || c == '"' || c == '\\' || c == '\n' || c == '\t' || c == '\r';
+        classes[c] = alphanumeric ? Bare : escaped ? Escaped : Plain;
+    }
+    return classes;
+}();
+
+/// How many characters at the front of `text` are of at most this class.
+std::size_t prefixLength(std::string_view text, CharacterClass highest)
 {
-    return !text.empty() && std::all_of(text.begin(), text.end(), [](char c) {
-        return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-    });
+    std::size_t length = 0;
+    while (length < text.size() && characterClasses[static_cast<std::uint8_t>(text[length])] <= highest)
+        ++length;
+    return length;
 }
 
 void appendUtf16Escape(std::string& out, std::uint32_t codePoint)
@@ -31,28 +47,37 @@ void appendUtf16Escape(std::string& out, std::uint32_t codePoint)
     appendFormatted(out, "\\U%04x\\U%04x", 0xd800 + (offset >> 10), 0xdc00 + (offset & 0x3ff));
 }
 
+void appendEscape(std::string& out, std::uint32_t codePoint)
+{
+    switch (codePoint) {
+    case '\n': out += "\\n"; break;
+    case '\t': out += "\\t"; break;
+    case '\r': out += "\\r"; break;
+    case '"':
+    case '\\':
+        out += '\\';
+        out += static_cast<char>(codePoint);
+        break;
+    default: appendUtf16Escape(out, codePoint);
+    }
+}
+
 /// Bare when it is letters and digits only, else in quotes with escapes.
 void appendQuoted(std::string& out, std::string_view text)
 {
-    if (isAlphanumeric(text)) {
+    if (!text.empty() && prefixLength(text, Bare) == text.size()) {
         out += text;
         return;
     }
     out += '"';
-    while (!text.empty()) {
+    for (;;) {
+        const std::size_t plain = prefixLength(text, Plain);
+        out += text.substr(0, plain);
+        text.remove_prefix(plain);
+        if (text.empty())
+            break;
         const auto [codePoint, length] = decodeFront(text);
-        switch (codePoint) {
-        case '"': out += "\\\""; break;
-        case '\\': out += "\\\\"; break;
-        case '\n': out += "\\n"; break;
-        case '\t': out += "\\t"; break;
-        case '\r': out += "\\r"; break;
-        default:
-            if (codePoint < 0x80)
-                out += static_cast<char>(codePoint);
-            else
-                appendUtf16Escape(out, codePoint);
-        }
+        appendEscape(out, codePoint);
         text.remove_prefix(length);
     }
     out += '"';
@@ -142,7 +167,6 @@ void appendInside(std::string& out, const PropertyList& value)
     case Kind::Real:
     case Kind::Date:
         appendScalar(text, value);
-        // A number that is no number stays bare, like the word it is.
         appendQuoted(out, text);
         return;
     default: appendScalar(out, value);

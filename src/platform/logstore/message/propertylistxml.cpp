@@ -23,7 +23,7 @@ struct Tag
 class XmlReader
 {
 public:
-    explicit XmlReader(std::string_view xml) : m_xml(xml), m_budget(xml.size()) {}
+    XmlReader(std::string_view xml, TextStore& texts) : m_xml(xml), m_texts(texts), m_budget(xml.size()) {}
 
     bool read(PropertyList& into)
     {
@@ -68,8 +68,8 @@ private:
             into.integer = tag.name == "true" ? 1 : 0;
             return tag.empty || readClosing(tag.name);
         }
-        std::string text;
-        return readText(tag, text) && convert(tag.name, std::move(text), into);
+        std::string& text = m_texts.emplace_back();
+        return readText(tag, text) && convert(tag.name, text, into);
     }
 
     bool readCollection(const Tag& tag, PropertyList& into, int depth)
@@ -83,10 +83,10 @@ private:
             if (inner.closing)
                 return inner.name == tag.name;
             if (isDictionary) {
-                std::string key;
+                std::string& key = m_texts.emplace_back();
                 if (inner.name != "key" || !readText(inner, key) || !nextTag(inner))
                     return false;
-                into.keys.push_back(std::move(key));
+                into.keys.push_back(key);
             }
             if (!readValue(inner, into.elements.emplace_back(), depth + 1))
                 return false;
@@ -171,13 +171,13 @@ private:
         return true;
     }
 
-    static bool convert(std::string_view name, std::string text, PropertyList& into)
+    bool convert(std::string_view name, std::string_view text, PropertyList& into)
     {
         const char* begin = text.data();
         const char* end = begin + text.size();
         if (name == "string") {
             into.kind = Kind::String;
-            into.text = std::move(text);
+            into.text = text;
             return true;
         }
         if (name == "integer") {
@@ -229,11 +229,12 @@ private:
         return true;
     }
 
-    static bool convertData(std::string_view text, PropertyList& into)
+    bool convertData(std::string_view text, PropertyList& into)
     {
         constexpr std::string_view alphabet =
             "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
         into.kind = Kind::Data;
+        std::string& data = m_texts.emplace_back();
         std::uint32_t bits = 0;
         int count = 0;
         for (const char c : text) {
@@ -244,23 +245,25 @@ private:
             count += 6;
             if (count >= 8) {
                 count -= 8;
-                into.text += static_cast<char>(bits >> count & 0xff);
+                data += static_cast<char>(bits >> count & 0xff);
             }
         }
+        into.text = data;
         return true;
     }
 
     std::string_view m_xml;
+    TextStore& m_texts;
     std::size_t m_at = 0;
     PropertyListBudget m_budget;
 };
 
 } // namespace
 
-std::optional<PropertyList> readXmlPropertyList(std::string_view xml)
+std::optional<PropertyList> readXmlPropertyList(std::string_view xml, TextStore& texts)
 {
     PropertyList list;
-    if (!XmlReader(xml).read(list))
+    if (!XmlReader(xml, texts).read(list))
         return std::nullopt;
     return list;
 }

@@ -42,7 +42,8 @@ void appendPropertyList(std::string& out, Bytes data)
 {
     if (data.empty())
         return;
-    if (const auto list = PropertyList::read(data))
+    TextStore texts;
+    if (const auto list = readPropertyList(data, texts))
         appendDescription(out, *list);
     else
         out += unsupportedValue;
