@@ -11,6 +11,7 @@
 #include "platform/desktop/appearance.h"
 #include "platform/desktop/archivedialog.h"
 #include "platform/desktop/symbols.h"
+#include "settings/preferences.h"
 #include "settings/settingsview.h"
 
 #include <QApplication>
