@@ -60,6 +60,7 @@ void HelpView::addToolBar()
     connect(m_next, &QAction::triggered, m_pages,
             [this] { m_pages->setPage(m_pages->page() + 1); });
 
+    addActions({m_previous, m_next});
     auto* const bar = new QToolBar(tr("Pages"));
     bar->setObjectName(u"HelpView.toolbar"_s);
     bar->setMovable(false);

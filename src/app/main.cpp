@@ -17,6 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+/// Without a display name of its own: the toolkit would add it to the title of every window.
 void setIdentity()
 {
     const QString identifier = u"org.tessel.Tessel"_s;
@@ -24,7 +25,6 @@ void setIdentity()
     QCoreApplication::setOrganizationDomain(u"tessel.org"_s);
     QCoreApplication::setApplicationName(u"Tessel"_s);
     QCoreApplication::setApplicationVersion(QStringLiteral(TESSEL_VERSION));
-    QGuiApplication::setApplicationDisplayName(u"Tessel"_s);
     QGuiApplication::setDesktopFileName(identifier);
     QGuiApplication::setWindowIcon(
         QIcon::fromTheme(identifier, QIcon(u":/icons/org.tessel.Tessel.svg"_s)));

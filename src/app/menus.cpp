@@ -2,12 +2,12 @@
 #include "app/menus.h"
 
 #include "app/about.h"
+#include "app/helpview.h"
 #include "app/windowplace.h"
 #include "mainwindow/contentview.h"
 
 #include <QApplication>
 #include <QMenuBar>
-#include <QToolBar>
 
 #include <utility>
 
@@ -44,21 +44,17 @@ QString menuText(QString title)
     return title.replace(u'&', u"&&"_s);
 }
 
-/// The menus of a window's own commands: those that it has made, or made here from its toolbar.
+/// The menus of a window's own commands: those that it has made, or made here from its actions.
 ContentMenus ownMenus(QMainWindow& window)
 {
     if (const auto* content = qobject_cast<const ContentView*>(&window))
         return content->menus();
     QMenuBar* const bar = window.menuBar();
-    const ContentMenus menus{bar->addMenu(Menus::tr("&File")), nullptr,
-                             bar->addMenu(Menus::tr("&View"))};
-    for (const QToolBar* toolBar : window.findChildren<QToolBar*>()) {
-        for (QAction* action : toolBar->actions()) {
-            if (!action->text().isEmpty())
-                menus.file->addAction(action);
-        }
-    }
-    return menus;
+    QMenu* const file = bar->addMenu(Menus::tr("&File"));
+    QMenu* const view = bar->addMenu(Menus::tr("&View"));
+    QMenu* const commands = qobject_cast<HelpView*>(&window) ? view : file;
+    commands->addActions(window.actions());
+    return {file, nullptr, view};
 }
 
 } // namespace
@@ -96,7 +92,7 @@ void Menus::makeActions(const QList<WindowMenuItem>& singleWindows)
     }
 }
 
-void Menus::addTo(QMainWindow& window)
+void Menus::addTo(QMainWindow& window, const QList<QAction*>& toolBarActions)
 {
     QMenuBar& bar = *window.menuBar();
     const ContentMenus own = ownMenus(window);
@@ -107,6 +103,7 @@ void Menus::addTo(QMainWindow& window)
         own.file->insertSeparator(own.file->actions().at(1));
     own.file->addSeparator();
     own.file->addAction(&m_close);
+    own.view->addActions(toolBarActions);
     own.view->addSeparator();
     own.view->addAction(&m_fullScreen);
 

@@ -36,8 +36,9 @@ class Menus final : public QObject
 public:
     Menus(AppCommands commands, const QList<WindowMenuItem>& singleWindows);
 
-    /// Puts the common menus into the window's menu bar, beside the window's own.
-    void addTo(QMainWindow& window);
+    /// Puts the common menus into the window's menu bar, beside the window's own. `toolBarActions`
+    /// are what the user can do to its toolbar.
+    void addTo(QMainWindow& window, const QList<QAction*>& toolBarActions);
     /// For windows without a menu bar: the keys alone.
     void addKeysTo(QWidget& window);
 

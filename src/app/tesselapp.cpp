@@ -3,6 +3,7 @@
 
 #include "app/helpview.h"
 #include "app/logpredicates.h"
+#include "app/toolbarcustomisation.h"
 #include "app/windowplace.h"
 #include "mainwindow/contentview.h"
 #include "mainwindow/minipredview.h"
@@ -10,11 +11,13 @@
 #include "platform/alerts.h"
 #include "platform/desktop/appearance.h"
 #include "platform/desktop/archivedialog.h"
-#include "platform/desktop/symbols.h"
 #include "settings/preferences.h"
 #include "settings/settingsview.h"
+#include "tools/archiveview.h"
+#include "tools/diagnosticsview.h"
 
 #include <QApplication>
+#include <QToolBar>
 
 #include <algorithm>
 
@@ -25,6 +28,20 @@ namespace {
 bool isEntryList(const QString& path)
 {
     return path.endsWith(".tessel"_L1, Qt::CaseInsensitive);
+}
+
+/// Makes the window's toolbars the user's to arrange, and gives the actions for its menu.
+QList<QAction*> customiseToolBars(QMainWindow& window, StateFile& state)
+{
+    QList<QAction*> actions;
+    for (QToolBar* bar : window.findChildren<QToolBar*>()) {
+        if (bar->contextMenuPolicy() == Qt::PreventContextMenu)
+            continue;
+        bar->toggleViewAction()->setText(TesselApp::tr("&Toolbar"));
+        actions.append(
+            {bar->toggleViewAction(), (new ToolBarCustomisation(bar, state))->customise()});
+    }
+    return actions;
 }
 
 } // namespace
@@ -75,8 +92,13 @@ void TesselApp::runStartUpChecks()
 QList<TesselApp::SingleWindow> TesselApp::singleWindows()
 {
     const Platform& platform = m_surroundings.platform;
+    FileManager& files = m_surroundings.files;
     return {
         {u"help"_s, tr("Help Window"), [] { return new HelpView(helpDocument()); }},
+        {u"diagtool"_s, tr("Diagnostics Tool"),
+         [&platform, &files] { return new DiagnosticsView(platform, files); }},
+        {u"logarchtool"_s, tr("Logarchive Tool"),
+         [&platform, &files] { return new ArchiveView(platform, files); }},
         {u"miniPredView"_s, tr("Predicate Editor"),
          [&platform] {
              return new MiniPredView(platform.defaults, predicateCheck(platform.clock));
@@ -130,7 +152,7 @@ void TesselApp::openSettings()
 {
     const Platform& platform = m_surroundings.platform;
     openOnce(u"settings"_s, [&platform] {
-        return new SettingsView(platform.defaults, predicateCheck(platform.clock), symbolIcon);
+        return new SettingsView(platform.defaults, predicateCheck(platform.clock));
     });
 }
 
@@ -147,7 +169,7 @@ void TesselApp::present(QWidget& window, const QString& kind)
 {
     window.setAttribute(Qt::WA_DeleteOnClose);
     if (auto* const withMenus = qobject_cast<QMainWindow*>(&window))
-        m_menus.addTo(*withMenus);
+        m_menus.addTo(*withMenus, customiseToolBars(*withMenus, m_surroundings.state));
     else
         m_menus.addKeysTo(window);
     new WindowPlace(&window, m_surroundings.state, kind);
