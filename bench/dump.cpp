@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Prints every entry of a log store as one JSON object per line.
-#include "entryjson.h"
 #include "platform/logstore/store.h"
+#include "support/entryjson.h"
 
 #include <cstdio>
 #include <cstring>

@@ -134,6 +134,11 @@ void Logger::chooseArchive()
     });
 }
 
+void Logger::useArchive(const QUrl& archive)
+{
+    setSource(archive);
+}
+
 void Logger::setSource(const std::optional<QUrl>& archive)
 {
     assign(m_archURL, archive, &Logger::archURLChanged);

@@ -59,6 +59,7 @@ public:
     /// Opens the archive chooser. Confirming makes the archive the source of later fetches,
     /// cancelling the local store.
     void chooseArchive();
+    void useArchive(const QUrl& archive);
 
     /// Sets the note of the first entry with each of the identities.
     void setNote(const QSet<QUuid>& ids, const QString& note);

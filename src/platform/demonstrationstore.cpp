@@ -91,7 +91,7 @@ std::int64_t pauseAt(std::int64_t time, std::int64_t now)
 {
     if (time > now - 10 * second)
         return second / 12;
-    return time > now - 5 * minute ? second * 3 / 10 : 4 * second;
+    return time > now - 5 * minute ? second / 4 : 4 * second;
 }
 
 std::vector<Event> eventsOf(const Run& run, std::int64_t now, Stage& stage)

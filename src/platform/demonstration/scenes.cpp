@@ -117,7 +117,7 @@ void connection(Stage& stage, std::int64_t time)
 void connectionError(Stage& stage, std::int64_t time)
 {
     const Item identifier = number(100 + stage.chance(900));
-    stage.say(time, connections, ErrorMessage, "[C%llu] Connection failed: %{errno}d",
+    stage.say(time, connections, ErrorMessage, "[C%llu] Connection failed with error %{errno}d",
               {identifier, number<std::int32_t>(60 + int(stage.chance(2)))});
     stage.say(time + 2 * millisecond, connections, DebugMessage,
               "[C%llu] Path: %{private, mask.hash}s",

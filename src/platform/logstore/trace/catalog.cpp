@@ -42,8 +42,13 @@ struct Head
 
     bool inOrder() const
     {
-        return stringsOffset <= processesOffset && processesOffset <= subChunksOffset
+        return processesInside() && processesOffset <= subChunksOffset
                && subChunksOffset <= area.size();
+    }
+    /// Enough to read the processes, which outlive a damaged index of the chunk sets.
+    bool processesInside() const
+    {
+        return stringsOffset <= processesOffset && processesOffset <= area.size();
     }
 };
 
@@ -66,12 +71,12 @@ Catalog::Catalog(std::vector<std::uint8_t> body) : m_body(std::move(body))
 void Catalog::readProcesses()
 {
     const Head head(m_body);
-    if (!head.inOrder())
+    if (!head.processesInside())
         return;
     m_identifiers = head.area.subspan(0, head.stringsOffset);
     m_strings = head.area.subspan(head.stringsOffset, head.processesOffset - head.stringsOffset);
     // The cursor runs over the whole area, as alignment counts from its start.
-    ByteReader in(head.area.subspan(0, head.subChunksOffset));
+    ByteReader in(head.inOrder() ? head.area.subspan(0, head.subChunksOffset) : head.area);
     in.skip(head.processesOffset);
     m_processes.reserve(std::min<std::size_t>(head.processCount, in.remaining() / 48 + 1));
     for (std::size_t i = 0; i < head.processCount; ++i) {

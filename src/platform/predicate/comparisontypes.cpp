@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: MIT
+#include "platform/predicate/binder.h"
+
+#include <array>
+
+namespace predicate {
+
+namespace {
+
+constexpr std::array<Types, 3> ordered = {type::number, type::anyText, type::date};
+
+/// What is compared on one side: a value, or each element of a list.
+struct Operand
+{
+    Types types = type::nil;
+    bool each = false;
+
+    bool fits(Types wanted) const
+    {
+        if (types == type::nil)
+            return true;
+        return each ? (types & ~wanted) == 0 : (types & wanted) != 0;
+    }
+    bool isEntry() const { return (types & type::entry) != 0; }
+};
+
+bool haveOrder(const Operand& left, const Operand& right)
+{
+    for (const Types family : ordered) {
+        if (left.fits(family) && right.fits(family))
+            return true;
+    }
+    return false;
+}
+
+bool isTextOperator(Operator comparison)
+{
+    return comparison >= Operator::BeginsWith && comparison <= Operator::Matches;
+}
+
+bool isOrder(Operator comparison)
+{
+    return comparison >= Operator::Less && comparison <= Operator::GreaterOrEqual;
+}
+
+/// Whether values of the left types can stand before the operator at all.
+bool fitsLeft(Operator comparison, const Operand& left)
+{
+    if (isTextOperator(comparison))
+        return left.fits(type::anyText);
+    if (comparison == Operator::Contains)
+        return left.fits(type::anyText) || left.fits(type::list);
+    if (isOrder(comparison) || comparison == Operator::Between)
+        return haveOrder(left, {});
+    return true;
+}
+
+bool fitsBoth(Operator comparison, const Operand& left, const Operand& right)
+{
+    const bool texts = left.fits(type::anyText) && right.fits(type::anyText);
+    if (isTextOperator(comparison))
+        return texts;
+    if (comparison == Operator::Contains)
+        return left.fits(type::list) || texts;
+    if (comparison == Operator::In)
+        return right.fits(type::list) || texts;
+    return !isOrder(comparison) || haveOrder(left, right);
+}
+
+} // namespace
+
+void Binder::checkLeft(const Node& node, const Term& left)
+{
+    const std::string sign(spelling(node.comparison));
+    const Type& type = left.type();
+    const bool quantified = node.quantifier != Quantifier::One;
+    if (quantified && (type.types & type::list) == 0) {
+        const std::string given = sourceIs(node.children[0], type.types);
+        return fail(node.children[0].position, std::string(spelling(node.quantifier))
+                                                   + " needs a list on its left; " + given + ".");
+    }
+    if (node.comparison >= Operator::UtiConformsTo)
+        return fail(node.operatorPosition, sign + " is not supported in log predicates.");
+    const Operand operand{quantified ? type.elements : type.types, quantified};
+    if (fitsLeft(node.comparison, operand)
+        && !(operand.isEntry() && node.comparison > Operator::NotEqual))
+        return;
+    const std::string given = "; " + sourceIs(node.children[0], type.types) + ".";
+    if (operand.isEntry())
+        fail(node.operatorPosition, "SELF can only be compared with nil.");
+    else if (isTextOperator(node.comparison) || node.comparison == Operator::Contains)
+        fail(node.operatorPosition, sign + " needs a text" + given);
+    else
+        fail(node.operatorPosition, sign + " needs a number, a text or a date" + given);
+}
+
+/// BETWEEN has two bounds on its right.
+bool Binder::checkBounds(const Node& node, const Term& right)
+{
+    const Type& type = right.type();
+    const bool two = type.fits(type::list) && (!type.count || *type.count == 2);
+    if (!two)
+        fail(node.children[1].position, "BETWEEN needs two values in braces.");
+    return two;
+}
+
+void Binder::checkSides(const Node& node, const Sides& sides)
+{
+    const bool quantified = node.quantifier != Quantifier::One;
+    const Type& leftType = sides.left->type();
+    const Operand left{quantified ? leftType.elements : leftType.types, quantified};
+    Operand right{sides.right->type().types, false};
+    const bool entry = left.isEntry() || right.isEntry();
+    const bool nilBeside = left.types == type::nil || right.types == type::nil;
+    if (entry && (node.comparison > Operator::NotEqual || !nilBeside))
+        return fail(node.operatorPosition, "SELF can only be compared with nil.");
+    const bool between = node.comparison == Operator::Between;
+    if (between && !checkBounds(node, *sides.right))
+        return;
+    if (between)
+        right = {sides.right->type().elements, true};
+    if (between ? haveOrder(left, right) : fitsBoth(node.comparison, left, right))
+        return;
+    const std::string sign(spelling(node.comparison));
+    const std::string leftIs = sourceIs(node.children[0], leftType.types);
+    const std::string rightIs = sourceIs(node.children[1], sides.right->type().types);
+    if (node.comparison == Operator::In)
+        fail(node.operatorPosition,
+             right.fits(type::anyText)
+                 ? "IN needs a list on its right, or texts on both sides; " + leftIs + "."
+                 : "IN needs a list or a text on its right; " + rightIs + ".");
+    else if (between)
+        fail(node.operatorPosition,
+             "BETWEEN needs numbers, texts or dates of one kind; " + leftIs + ".");
+    else if (isOrder(node.comparison))
+        fail(node.operatorPosition, sign + " needs two numbers, two texts or two dates; " + leftIs
+                                        + " and " + rightIs + ".");
+    else
+        fail(node.operatorPosition, sign + " needs a text on its right; " + rightIs + ".");
+}
+
+} // namespace predicate

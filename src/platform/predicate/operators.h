@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace predicate {
+
+enum class Operator : std::uint8_t {
+    Equal,
+    NotEqual,
+    Less,
+    LessOrEqual,
+    Greater,
+    GreaterOrEqual,
+    In,
+    Contains,
+    BeginsWith,
+    EndsWith,
+    Like,
+    Matches,
+    Between,
+    UtiConformsTo,
+    UtiEquals
+};
+
+enum class Quantifier : std::uint8_t { One, Any, All, None };
+
+/// The letters in brackets behind an operator.
+struct Options
+{
+    bool caseless = false;   ///< c
+    bool markless = false;   ///< d
+    bool normalized = false; ///< n: the texts are vouched for, c and d do nothing
+    bool localized = false;  ///< l
+
+    bool operator==(const Options& other) const
+    {
+        return caseless == other.caseless && markless == other.markless
+               && normalized == other.normalized && localized == other.localized;
+    }
+};
+
+std::string_view spelling(Operator comparison);
+std::string_view spelling(Quantifier quantifier);
+/// `[cd]`, or nothing when there are none.
+std::string spelling(Options options);
+
+} // namespace predicate

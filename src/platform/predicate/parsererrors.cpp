@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: MIT
+#include "platform/predicate/parser.h"
+#include "platform/predicate/sentences.h"
+#include "platform/predicate/unicode.h"
+
+namespace predicate {
+
+namespace {
+
+const std::vector<std::string_view>& operatorWords()
+{
+    static const std::vector<std::string_view> words = {
+        "CONTAINS", "BEGINSWITH", "ENDSWITH", "LIKE", "MATCHES", "BETWEEN", "IN"};
+    return words;
+}
+
+} // namespace
+
+/// The first failure counts; then there is only the end of the text.
+Node Parser::fail(std::size_t position, std::string sentence)
+{
+    if (!m_error)
+        m_error = PredicateError{Stage::Parse, position, std::move(sentence)};
+    m_index = m_tokens.size() - 1;
+    return {};
+}
+
+std::string Parser::beforeToken() const
+{
+    if (token().kind == TokenKind::End)
+        return "at the end";
+    const bool bare = token().sign != Sign::None;
+    return "before " + (bare ? shortened(slice(token())) : quoted(slice(token())));
+}
+
+std::string Parser::afterPreviousToken() const
+{
+    const Token& previous = m_tokens[m_index - 1];
+    const bool bare = previous.sign != Sign::None;
+    return "after " + (bare ? shortened(slice(previous)) : quoted(slice(previous)));
+}
+
+Node Parser::failNoOperator(const Node& left)
+{
+    const std::u16string_view written = slice(token());
+    const std::string source = shortened(m_text.substr(left.position, left.end - left.position));
+    if (at(Sign::Not)) {
+        const bool followed = comparisonOperator(next().sign).has_value();
+        const std::string rest = followed ? shortened(slice(next())) + " …" : "…";
+        return failAtToken("Put NOT before the comparison: NOT " + source + " " + rest + ".");
+    }
+    if (token().kind == TokenKind::Word && token().sign == Sign::None) {
+        const std::string_view meant = nearest(utf8(written), operatorWords());
+        const std::string hint =
+            meant.empty() ? std::string() : " Did you mean " + std::string(meant) + "?";
+        return failAtToken(quoted(written) + " is not an operator." + hint);
+    }
+    if (at(Sign::OpenParenthesis) && left.kind == NodeKind::Name)
+        return failAtToken("The name of a function ends with a colon: " + source + ":(…).");
+    if (token().kind == TokenKind::End)
+        return failAtToken("An operator such as == is missing after “" + source + "”.");
+    return failAtToken("An operator such as == is missing " + beforeToken() + ".");
+}
+
+Node Parser::failNoExpression()
+{
+    const bool comparisonFollows =
+        comparisonOperator(next().sign).has_value() || next().sign == Sign::Dot;
+    if (token().kind == TokenKind::Word) {
+        if (at(Sign::Unsupported))
+            return failAtToken(shortened(slice(token())) + " is not supported in log predicates.");
+        const bool joint = at(Sign::And) || at(Sign::Or) || at(Sign::Not);
+        if (at(Sign::Reserved) || (comparisonFollows && !joint))
+            return reserved();
+    }
+    const bool first = m_index == 0;
+    if (first || at(Sign::And) || at(Sign::Or) || comparisonOperator(token().sign))
+        return failAtToken("Something to compare is missing " + beforeToken() + ".");
+    return failAtToken("Something to compare is missing " + afterPreviousToken() + ".");
+}
+
+void Parser::failNotClosed(Sign close)
+{
+    const bool otherElement = token().kind != TokenKind::End && token().kind != TokenKind::Symbol;
+    switch (close) {
+    case Sign::CloseParenthesis:
+        if (at(Sign::Comma))
+            failAtToken("A list stands in braces, like {1, 2}.");
+        else
+            failAtToken("A closing parenthesis is missing.");
+        break;
+    case Sign::CloseBrace:
+        failAtToken(otherElement ? "A comma is missing " + beforeToken() + "."
+                                 : "A closing brace is missing.");
+        break;
+    case Sign::CloseBracket: failAtToken("A closing bracket is missing."); break;
+    default: failAtToken("A comma is missing " + beforeToken() + "."); break;
+    }
+}
+
+void Parser::failAfterEnd()
+{
+    switch (token().sign) {
+    case Sign::CloseParenthesis: failAtToken("This closing parenthesis has no opening one."); break;
+    case Sign::CloseBrace: failAtToken("This closing brace has no opening one."); break;
+    case Sign::CloseBracket: failAtToken("This closing bracket has no opening one."); break;
+    default:
+        failAtToken(quoted(slice(token()))
+                    + " can't follow here; join comparisons with AND or OR.");
+        break;
+    }
+}
+
+} // namespace predicate

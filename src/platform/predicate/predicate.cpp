@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#include "platform/predicate/predicate.h"
+
+#include "platform/predicate/binder.h"
+#include "platform/predicate/lexer.h"
+#include "platform/predicate/parser.h"
+#include "platform/predicate/unicode.h"
+
+namespace predicate {
+
+tl::expected<Tree, PredicateError> parse(std::string_view formatText, const Arguments& arguments)
+{
+    Tree tree;
+    tree.text = utf16(formatText);
+    auto found = tokens(tree.text);
+    if (!found)
+        return tl::unexpected(std::move(found).error());
+    auto root = Parser(tree.text, *std::move(found), arguments).run();
+    if (!root)
+        return tl::unexpected(std::move(root).error());
+    tree.root = *std::move(root);
+    return tree;
+}
+
+tl::expected<Predicate, PredicateError> bind(const Tree& tree, const BuildSettings& settings)
+{
+    return Binder(tree, settings).run().map([](ConditionPtr condition) {
+        return Predicate(std::shared_ptr<const Condition>(std::move(condition)));
+    });
+}
+
+tl::expected<Predicate, PredicateError>
+build(std::string_view formatText, const Arguments& arguments, const BuildSettings& settings)
+{
+    return parse(formatText, arguments).and_then([&](const Tree& tree) {
+        return bind(tree, settings);
+    });
+}
+
+Matcher::Matcher(Predicate predicate)
+    : m_predicate(std::move(predicate))
+    , m_match(std::make_unique<Match>())
+{
+}
+Matcher::Matcher(Matcher&&) noexcept = default;
+Matcher& Matcher::operator=(Matcher&&) noexcept = default;
+Matcher::~Matcher() = default;
+
+bool Matcher::matches(const EntryFields& entry)
+{
+    m_match->begin(entry);
+    return m_predicate.m_condition->evaluate(*m_match) == Truth::True;
+}
+
+bool Matcher::possible(const EntryFields& known)
+{
+    m_match->begin(known);
+    return m_predicate.m_condition->evaluate(*m_match) != Truth::False;
+}
+
+} // namespace predicate

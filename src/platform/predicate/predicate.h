@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/predicate/constant.h"
+#include "platform/predicate/datetext.h"
+#include "platform/predicate/entryfields.h"
+#include "platform/predicate/predicateerror.h"
+#include "platform/predicate/tree.h"
+
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <tl/expected.hpp>
+
+/// The predicate language: the texts in which users say which log entries they want.
+///
+/// A text is parsed to a tree, which knows no fields; the tree is bound to the fields of log
+/// entries, which checks types and compiles it; the predicate is then asked about entries. Only the
+/// first two steps can fail.
+namespace predicate {
+
+class Condition;
+class Match;
+
+/// What a predicate takes from its surroundings, fixed when it is built.
+struct BuildSettings
+{
+    std::int64_t now = 0; ///< of now(), in nanoseconds since 1970 UTC
+    UtcOffset utcOffset;  ///< the user's time zone, for dates written without one; UTC when empty
+};
+
+/// A checked and compiled predicate. Immutable: copies share it.
+class Predicate
+{
+public:
+    explicit Predicate(std::shared_ptr<const Condition> condition)
+        : m_condition(std::move(condition))
+    {
+    }
+
+private:
+    friend class Matcher;
+    std::shared_ptr<const Condition> m_condition;
+};
+
+/// Format text (UTF-8) and the arguments of its format arguments to a tree.
+tl::expected<Tree, PredicateError> parse(std::string_view formatText,
+                                         const Arguments& arguments = {});
+
+tl::expected<Predicate, PredicateError> bind(const Tree& tree, const BuildSettings& settings = {});
+
+/// Both steps.
+tl::expected<Predicate, PredicateError> build(std::string_view formatText,
+                                              const Arguments& arguments = {},
+                                              const BuildSettings& settings = {});
+
+/// Asks a predicate about entries, one after the other. It has working memory, so two threads need
+/// two matchers of the one predicate.
+class Matcher
+{
+public:
+    explicit Matcher(Predicate predicate);
+    Matcher(Matcher&&) noexcept;
+    Matcher& operator=(Matcher&&) noexcept;
+    Matcher(const Matcher&) = delete;
+    Matcher& operator=(const Matcher&) = delete;
+    ~Matcher();
+
+    bool matches(const EntryFields& entry);
+
+    /// False only when no entry can match whose fields are the known ones, whatever it has in the
+    /// fields that are answered with Value::unknown().
+    bool possible(const EntryFields& known);
+
+private:
+    Predicate m_predicate;
+    std::unique_ptr<Match> m_match;
+};
+
+} // namespace predicate

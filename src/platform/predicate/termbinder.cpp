@@ -1,0 +1,199 @@
+// SPDX-License-Identifier: MIT
+#include "platform/predicate/arithmetic.h"
+#include "platform/predicate/binder.h"
+#include "platform/predicate/sentences.h"
+#include "platform/predicate/symbolicvalues.h"
+#include "platform/predicate/unicode.h"
+
+#include <algorithm>
+
+namespace predicate {
+
+namespace {
+
+Value valueOf(const Constant& constant)
+{
+    struct Visitor
+    {
+        Value operator()(Nil) const { return {}; }
+        Value operator()(bool value) const { return Value::integer(value ? 1 : 0); }
+        Value operator()(std::int64_t value) const { return Value::integer(value); }
+        Value operator()(std::uint64_t value) const { return Value::unsignedInteger(value); }
+        Value operator()(double value) const { return Value::real(value); }
+        Value operator()(const std::string& value) const { return Value::text(value); }
+        Value operator()(Date value) const { return Value::date(value.nanoseconds); }
+        Value operator()(const Constant::List&) const { return {}; } // lists are nodes
+    };
+    return std::visit(Visitor{}, constant.value);
+}
+
+std::string notSymbolic(Types symbols, std::string_view name)
+{
+    return quoted(name) + " is not " + described(symbols) + ". It can be " + symbolicNames(symbols)
+           + ".";
+}
+
+TermPtr constantTerm(const Value& value)
+{
+    return std::make_shared<ConstantTerm>(value, typeOf(value));
+}
+
+} // namespace
+
+Type typeOf(const Value& value)
+{
+    using Kind = Value::Kind;
+    switch (value.kind()) {
+    case Kind::Integer:
+    case Kind::Unsigned: return {type::integer, type::nil, {}};
+    case Kind::Real:
+    case Kind::Seconds: return {type::real, type::nil, {}};
+    case Kind::Text: return {type::text, type::nil, {}};
+    case Kind::Date: return {type::date, type::nil, {}};
+    case Kind::Symbol: return {type::eventType, type::nil, {}};
+    case Kind::List: break;
+    default: return {};
+    }
+    Type type{type::list, type::nil, value.asList().size()};
+    for (const Value& element : value.asList())
+        type.elements |= typeOf(element).types;
+    return type;
+}
+
+TermPtr Binder::term(const Node& node, Reading reading)
+{
+    switch (node.kind) {
+    case NodeKind::Constant: return constant(node, reading);
+    case NodeKind::Name: return name(node, reading);
+    case NodeKind::Variable:
+        return failedTerm(node.position, quoted("$" + node.name) + " has no value.");
+    case NodeKind::Self: return std::make_shared<EntryTerm>();
+    case NodeKind::List: return list(node, reading);
+    case NodeKind::Chain: return chain(node);
+    case NodeKind::Negation: return negation(node);
+    case NodeKind::Path: return path(node);
+    case NodeKind::Call: return call(node);
+    case NodeKind::Now: return constantTerm(Value::date(m_settings.now));
+    case NodeKind::Cast: return cast(node);
+    default: return ternary(node);
+    }
+}
+
+Terms Binder::terms(const std::vector<Node>& nodes)
+{
+    Terms out;
+    for (const Node& node : nodes)
+        out.push_back(term(node));
+    return out;
+}
+
+TermPtr Binder::constant(const Node& node, Reading reading)
+{
+    const auto* text = std::get_if<std::string>(&node.value.value);
+    if (text != nullptr && reading.symbols != type::nil) {
+        const auto symbol = symbolicValue(reading.symbols, *text);
+        return symbol ? constantTerm(*symbol)
+                      : failedTerm(node.position, notSymbolic(reading.symbols, *text));
+    }
+    if (text != nullptr && reading.dates) {
+        if (const auto date = readDate(*text, m_settings.utcOffset))
+            return constantTerm(Value::date(*date));
+        return failedTerm(node.position, quoted(*text) + " is not a date; write 2024-03-07 14:05.");
+    }
+    return constantTerm(valueOf(node.value));
+}
+
+TermPtr Binder::name(const Node& node, Reading reading)
+{
+    if (reading.symbols != type::nil) {
+        if (const auto symbol = symbolicValue(reading.symbols, node.name))
+            return constantTerm(*symbol);
+        if (!fieldNamed(node.name))
+            return failedTerm(node.position, notSymbolic(reading.symbols, node.name));
+    }
+    return field(node.name, node.position, reading);
+}
+
+TermPtr Binder::field(const std::string& name, std::size_t position, Reading reading)
+{
+    if (const auto found = fieldNamed(name))
+        return std::make_shared<FieldTerm>(*found);
+    const std::string_view meant = suggestedField(name);
+    const bool onlyCase = std::equal(name.begin(), name.end(), meant.begin(), meant.end(),
+                                     [](char a, char b) { return asciiLower(a) == asciiLower(b); });
+    std::string sentence = "There is no field " + quoted(name) + ".";
+    if (reading.besideText && !onlyCase)
+        sentence += " A text needs quotes: \"" + name + "\".";
+    else if (!meant.empty())
+        sentence += " Did you mean " + std::string(meant) + "?";
+    return failedTerm(position, std::move(sentence));
+}
+
+TermPtr Binder::list(const Node& node, Reading reading)
+{
+    Terms elements;
+    Type type{type::list, type::nil, node.children.size()};
+    for (const Node& child : node.children) {
+        elements.push_back(term(child, reading));
+        const Types types = elements.back()->type().types;
+        if ((types & type::entry) != 0)
+            return failedTerm(child.position, "SELF can only be compared with nil.");
+        type.elements |= types;
+    }
+    const bool constant = areConstant(elements);
+    return foldedConstant(std::make_shared<ListTerm>(std::move(elements), type), constant);
+}
+
+TermPtr Binder::chain(const Node& node)
+{
+    Terms operands = terms(node.children);
+    Types all = type::nil;
+    for (std::size_t i = 0; i < operands.size(); ++i) {
+        const Types types = operands[i]->type().types;
+        all |= types;
+        if (operands[i]->type().fits(type::number))
+            continue;
+        const char sign = node.name[i == 0 ? 0 : i - 1];
+        const std::string spelled = sign == '^' ? "**" : std::string(1, sign);
+        return failedTerm(node.position,
+                          spelled + " needs numbers; " + sourceIs(node.children[i], types) + ".");
+    }
+    const bool whole = (all & ~type::wholeNumber) == 0 && node.name.front() != '^';
+    const Types result = whole ? type::integer : type::integer | type::real;
+    const bool constant = areConstant(operands);
+    return foldedConstant(
+        std::make_shared<ChainTerm>(node.name, std::move(operands), Type{result, type::nil, {}}),
+        constant);
+}
+
+TermPtr Binder::negation(const Node& node)
+{
+    Terms operands = terms(node.children);
+    const Type type = operands.front()->type();
+    if (!type.fits(type::number))
+        return failedTerm(node.position,
+                          "- needs a number; " + sourceIs(node.children.front(), type.types) + ".");
+    const bool constant = areConstant(operands);
+    const auto function = [](std::span<const Value> values, Match&) {
+        return negated(values.front());
+    };
+    const Type result{static_cast<Types>(type::integer | (type.types & type::real)), type::nil, {}};
+    return foldedConstant(std::make_shared<CallTerm>(function, std::move(operands), result),
+                          constant);
+}
+
+TermPtr Binder::ternary(const Node& node)
+{
+    ConditionPtr choice = condition(node.children[0]);
+    TermPtr whenTrue = term(node.children[1]);
+    TermPtr whenFalse = term(node.children[2]);
+    Type type = whenTrue->type();
+    const Type& other = whenFalse->type();
+    type.types |= other.types;
+    type.elements |= other.elements;
+    type.count = type.count == other.count ? type.count : std::nullopt;
+    return std::make_shared<TernaryTerm>(std::move(choice), std::move(whenTrue),
+                                         std::move(whenFalse), type);
+}
+
+} // namespace predicate

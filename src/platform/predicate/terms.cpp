@@ -1,0 +1,179 @@
+// SPDX-License-Identifier: MIT
+#include "platform/predicate/terms.h"
+
+#include "platform/predicate/arithmetic.h"
+#include "platform/predicate/conditions.h"
+#include "platform/predicate/fieldtable.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace predicate {
+
+namespace {
+
+/// An entry of which nothing is known, to evaluate what needs none.
+class NoFields : public EntryFields
+{
+public:
+    std::optional<EntryKind> kind() const override { return std::nullopt; }
+    Value field(Field) const override { return Value::unknown(); }
+};
+
+bool anyUnknown(std::span<const Value> values)
+{
+    return std::any_of(values.begin(), values.end(),
+                       [](const Value& value) { return value.isUnknown(); });
+}
+
+bool anyNil(std::span<const Value> values)
+{
+    return std::any_of(values.begin(), values.end(),
+                       [](const Value& value) { return value.isNil(); });
+}
+
+} // namespace
+
+int costOf(const Terms& terms)
+{
+    return std::accumulate(terms.begin(), terms.end(), 1,
+                           [](int cost, const TermPtr& term) { return cost + term->cost(); });
+}
+
+bool areConstant(const Terms& terms)
+{
+    return std::all_of(terms.begin(), terms.end(),
+                       [](const TermPtr& term) { return term->constant() != nullptr; });
+}
+
+ConstantTerm::ConstantTerm(const Value& value, Type type) : Term(type, 0), m_value(keep(value))
+{
+}
+
+Value ConstantTerm::keep(const Value& value)
+{
+    if (value.isText())
+        return Value::text(m_texts.emplace_back(value.asText()));
+    if (value.kind() != Value::Kind::List)
+        return value;
+    std::vector<Value> elements;
+    for (const Value& element : value.asList())
+        elements.push_back(keep(element));
+    return Value::list(m_lists.emplace_back(std::move(elements)));
+}
+
+FieldTerm::FieldTerm(Field field)
+    : Term({fieldInfo(field).types, type::nil, {}}, fieldInfo(field).cost)
+    , m_field(field)
+{
+}
+
+ListTerm::ListTerm(Terms elements, Type type)
+    : Term(type, costOf(elements))
+    , m_elements(std::move(elements))
+{
+}
+
+Value ListTerm::value(Match& match) const
+{
+    std::vector<Value>& values = match.newList();
+    for (const TermPtr& element : m_elements)
+        values.push_back(element->value(match));
+    return Value::list(values);
+}
+
+ChainTerm::ChainTerm(std::string signs, Terms operands, Type type)
+    : Term(type, costOf(operands))
+    , m_signs(std::move(signs))
+    , m_operands(std::move(operands))
+{
+}
+
+Value ChainTerm::value(Match& match) const
+{
+    Value result = m_operands.front()->value(match);
+    for (std::size_t i = 0; i < m_signs.size(); ++i)
+        result = arithmetic(m_signs[i], result, m_operands[i + 1]->value(match));
+    return result;
+}
+
+CallTerm::CallTerm(Function function, Terms arguments, Type type, bool takesNil)
+    : Term(type, costOf(arguments))
+    , m_function(std::move(function))
+    , m_arguments(std::move(arguments))
+    , m_takesNil(takesNil)
+{
+}
+
+Value CallTerm::value(Match& match) const
+{
+    std::vector<Value>& values = match.newList();
+    for (const TermPtr& argument : m_arguments)
+        values.push_back(argument->value(match));
+    if (anyUnknown(values))
+        return Value::unknown();
+    if (!m_takesNil && anyNil(values))
+        return {};
+    return m_function(values, match);
+}
+
+ElementTerm::ElementTerm(Place place, TermPtr list, TermPtr number, Type type)
+    : Term(type, 1 + list->cost() + (number ? number->cost() : 0))
+    , m_place(place)
+    , m_list(std::move(list))
+    , m_number(std::move(number))
+{
+}
+
+Value ElementTerm::value(Match& match) const
+{
+    const Value list = m_list->value(match);
+    const Value number = m_number ? m_number->value(match) : Value();
+    if (list.isUnknown() || number.isUnknown())
+        return Value::unknown();
+    if (list.kind() != Value::Kind::List || list.asList().empty())
+        return {};
+    const std::span<const Value> elements = list.asList();
+    if (m_place != Place::Number)
+        return m_place == Place::First ? elements.front() : elements.back();
+    const bool inside = number.kind() == Value::Kind::Integer && number.asInteger() >= 0
+                        && static_cast<std::uint64_t>(number.asInteger()) < elements.size();
+    return inside ? elements[static_cast<std::size_t>(number.asInteger())] : Value();
+}
+
+TernaryTerm::TernaryTerm(std::unique_ptr<const Condition> condition,
+                         TermPtr whenTrue,
+                         TermPtr whenFalse,
+                         Type type)
+    : Term(type, condition->cost() + std::max(whenTrue->cost(), whenFalse->cost()))
+    , m_condition(std::move(condition))
+    , m_whenTrue(std::move(whenTrue))
+    , m_whenFalse(std::move(whenFalse))
+{
+}
+
+TernaryTerm::~TernaryTerm() = default;
+
+Value TernaryTerm::value(Match& match) const
+{
+    switch (m_condition->evaluate(match)) {
+    case Truth::True: return m_whenTrue->value(match);
+    case Truth::False: return m_whenFalse->value(match);
+    default: return Value::unknown();
+    }
+}
+
+TermPtr foldedConstant(TermPtr term, bool constant)
+{
+    if (!constant)
+        return term;
+    Match match;
+    match.begin(NoFields());
+    const Value value = term->value(match);
+    Type type = term->type();
+    if (value.isNil())
+        type = Type{};
+    return std::make_shared<ConstantTerm>(value, type);
+}
+
+} // namespace predicate

@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/predicate/term.h"
+
+#include <deque>
+#include <functional>
+#include <span>
+#include <string>
+
+namespace predicate {
+
+class Condition;
+
+/// A value that owns its text and its elements.
+class ConstantTerm : public Term
+{
+public:
+    ConstantTerm(const Value& value, Type type);
+
+    Value value(Match&) const override { return m_value; }
+    const Value* constant() const override { return &m_value; }
+
+private:
+    Value keep(const Value& value);
+
+    std::deque<std::string> m_texts;
+    std::deque<std::vector<Value>> m_lists;
+    Value m_value;
+};
+
+class FieldTerm : public Term
+{
+public:
+    explicit FieldTerm(Field field);
+    Value value(Match& match) const override { return match.field(m_field); }
+
+private:
+    Field m_field;
+};
+
+/// SELF.
+class EntryTerm : public Term
+{
+public:
+    EntryTerm() : Term({type::entry, type::nil, {}}, 0) {}
+    Value value(Match&) const override { return Value::entry(); }
+};
+
+class ListTerm : public Term
+{
+public:
+    ListTerm(Terms elements, Type type);
+    Value value(Match& match) const override;
+    const Terms* elements() const override { return &m_elements; }
+
+private:
+    Terms m_elements;
+};
+
+/// Operands of one precedence, worked off from the left; a sign for each but the first.
+class ChainTerm : public Term
+{
+public:
+    ChainTerm(std::string signs, Terms operands, Type type);
+    Value value(Match& match) const override;
+
+private:
+    std::string m_signs;
+    Terms m_operands;
+};
+
+/// A function of the values of its arguments. Unless it takes nil, nil among them gives nil.
+class CallTerm : public Term
+{
+public:
+    using Function = std::function<Value(std::span<const Value>, Match&)>;
+
+    CallTerm(Function function, Terms arguments, Type type, bool takesNil = false);
+    Value value(Match& match) const override;
+
+private:
+    Function m_function;
+    Terms m_arguments;
+    bool m_takesNil;
+};
+
+/// An element of a list: by number, the first or the last.
+class ElementTerm : public Term
+{
+public:
+    enum class Place { Number, First, Last };
+
+    ElementTerm(Place place, TermPtr list, TermPtr number, Type type);
+    Value value(Match& match) const override;
+
+private:
+    Place m_place;
+    TermPtr m_list;
+    TermPtr m_number;
+};
+
+class TernaryTerm : public Term
+{
+public:
+    TernaryTerm(std::unique_ptr<const Condition> condition,
+                TermPtr whenTrue,
+                TermPtr whenFalse,
+                Type type);
+    ~TernaryTerm() override;
+    Value value(Match& match) const override;
+
+private:
+    std::unique_ptr<const Condition> m_condition;
+    TermPtr m_whenTrue;
+    TermPtr m_whenFalse;
+};
+
+/// The term, or its value when it is the same for every entry.
+TermPtr foldedConstant(TermPtr term, bool constant);
+
+} // namespace predicate

@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: MIT
+#include "platform/predicate/textfolding.h"
+
+#include "platform/predicate/unicode.h"
+
+#include <algorithm>
+#include <unicode/uchar.h>
+#include <unicode/unorm2.h>
+
+namespace predicate {
+
+namespace {
+
+char32_t foldedCase(char32_t character)
+{
+    return static_cast<char32_t>(u_foldCase(static_cast<UChar32>(character), U_FOLD_CASE_DEFAULT));
+}
+
+/// NFD without what is of category Mn.
+std::string withoutMarks(std::string_view text)
+{
+    UErrorCode status = U_ZERO_ERROR;
+    const UNormalizer2* decomposer = unorm2_getNFDInstance(&status);
+    const std::u16string composed = utf16(text);
+    std::u16string decomposed(composed.size() * 4 + 4,
+                              u'\0'); // the longest canonical decomposition is four units
+    const std::int32_t length =
+        unorm2_normalize(decomposer, composed.data(), static_cast<std::int32_t>(composed.size()),
+                         decomposed.data(), static_cast<std::int32_t>(decomposed.size()), &status);
+    if (U_FAILURE(status))
+        return std::string(text);
+    decomposed.resize(static_cast<std::size_t>(length));
+    const std::string marked = utf8(decomposed);
+    std::string out;
+    out.reserve(marked.size());
+    for (std::size_t i = 0; i < marked.size();) {
+        const char32_t character = nextCharacter(marked, i);
+        if (u_charType(static_cast<UChar32>(character)) != U_NON_SPACING_MARK)
+            appendUtf8(out, character);
+    }
+    return out;
+}
+
+void foldCaseInto(std::string_view text, std::string& out)
+{
+    out.clear();
+    out.reserve(text.size());
+    for (std::size_t i = 0; i < text.size();) {
+        const char byte = text[i];
+        if (static_cast<unsigned char>(byte) < 0x80) {
+            out += asciiLower(byte);
+            ++i;
+        } else {
+            appendUtf8(out, foldedCase(nextCharacter(text, i)));
+        }
+    }
+}
+
+} // namespace
+
+void foldInto(std::string_view text, Folding folding, std::string& out)
+{
+    const bool marks = folding.markless && !isAscii(text);
+    std::string unmarked;
+    if (marks) {
+        unmarked = withoutMarks(text);
+        text = unmarked;
+    }
+    if (folding.caseless)
+        foldCaseInto(text, out);
+    else
+        out.assign(text);
+}
+
+std::string folded(std::string_view text, Folding folding)
+{
+    std::string out;
+    foldInto(text, folding, out);
+    return out;
+}
+
+std::string_view FoldedTexts::folded(std::string_view text, Folding folding)
+{
+    constexpr std::size_t most =
+        8; // beyond that the oldest goes: a match that needs more is no common one
+    if (folding.none())
+        return text;
+    for (std::size_t i = 0; i < m_used; ++i) {
+        const Slot& slot = m_slots[i];
+        if (slot.source.data() == text.data() && slot.source.size() == text.size()
+            && slot.folding == folding)
+            return slot.text;
+    }
+    const std::size_t index = m_used < most ? m_used++ : m_next++ % most;
+    if (index == m_slots.size())
+        m_slots.emplace_back();
+    Slot& slot = m_slots[index];
+    slot.source = text;
+    slot.folding = folding;
+    foldInto(text, folding, slot.text);
+    return slot.text;
+}
+
+} // namespace predicate

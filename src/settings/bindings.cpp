@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: MIT
+#include "settings/bindings.h"
+
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QTextCursor>
+
+#include <algorithm>
+#include <limits>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Calls `show` now, and again whenever the key is written, for as long as `control` lives.
+template <typename Show>
+void follow(QObject* control, UserDefaults& defaults, QLatin1StringView key, Show show)
+{
+    show();
+    QObject::connect(&defaults, &UserDefaults::changed, control,
+                     [key, show](const QString& written) {
+                         if (written == key)
+                             show();
+                     });
+}
+
+void showText(QLineEdit* field, const QString& text)
+{
+    if (field->text() == text)
+        return;
+    const qsizetype cursor = field->cursorPosition();
+    field->setText(text);
+    field->setCursorPosition(static_cast<int>(std::min(cursor, text.size())));
+}
+
+/// The text as an editor can hold it: with each kind of paragraph end a line feed.
+QString asHeldByEditor(QString text)
+{
+    return text.replace("\r\n"_L1, "\n"_L1).replace(u'\r', u'\n').replace(u'\u2029', u'\n');
+}
+
+} // namespace
+
+// A control says that it changed also when it follows the store. Such a change is told from the
+// user's by what is stored, and not by who made it: then an absent key stays absent, and a stored
+// text that the control holds in another form stays as it is.
+
+void bind(QLineEdit* field, UserDefaults& defaults, const preferences::TextKey& preference)
+{
+    const auto stored = [&defaults, preference] {
+        return defaults.string(preference.key).value_or(QString());
+    };
+    field->setMaxLength(std::numeric_limits<int>::max()); // else a longer text would be cut
+    follow(field, defaults, preference.key, [field, stored] { showText(field, stored()); });
+    QObject::connect(field, &QLineEdit::textChanged, &defaults,
+                     [&defaults, preference, stored](const QString& text) {
+                         if (text != stored())
+                             defaults.set(preference.key, text);
+                     });
+}
+
+void bind(QCheckBox* control, UserDefaults& defaults, const preferences::SwitchKey& preference)
+{
+    const auto stored = [&defaults, preference] {
+        return defaults.boolean(preference.key).value_or(preference.shownWhenAbsent);
+    };
+    follow(control, defaults, preference.key, [control, stored] { control->setChecked(stored()); });
+    QObject::connect(control, &QCheckBox::toggled, &defaults,
+                     [&defaults, preference, stored](bool on) {
+                         if (on != stored())
+                             defaults.set(preference.key, on);
+                     });
+}
+
+void bind(QTextDocument* document, UserDefaults& defaults, const preferences::TextKey& preference)
+{
+    const auto stored = [&defaults, preference] {
+        return asHeldByEditor(defaults.string(preference.key).value_or(QString()));
+    };
+    follow(document, defaults, preference.key,
+           [document, stored] { showText(document, stored()); });
+    QObject::connect(document, &QTextDocument::contentsChanged, &defaults,
+                     [&defaults, preference, stored, document] {
+                         if (const QString text = exactText(document); text != stored())
+                             defaults.set(preference.key, text);
+                     });
+}
+
+QString exactText(const QTextDocument* document)
+{
+    return document->toRawText().replace(QChar::ParagraphSeparator, u'\n');
+}
+
+void showText(QTextDocument* document, const QString& text)
+{
+    const QString shown = exactText(document);
+    const QString wanted = asHeldByEditor(text);
+    if (shown == wanted)
+        return;
+    const auto [shownFrom, wantedFrom] =
+        std::mismatch(shown.begin(), shown.end(), wanted.begin(), wanted.end());
+    const auto [shownTo, wantedTo] =
+        std::mismatch(shown.rbegin(), std::make_reverse_iterator(shownFrom), wanted.rbegin(),
+                      std::make_reverse_iterator(wantedFrom));
+    QTextCursor cursor(document);
+    cursor.setPosition(static_cast<int>(shownFrom - shown.begin()));
+    cursor.setPosition(static_cast<int>(shownTo.base() - shown.begin()), QTextCursor::KeepAnchor);
+    cursor.insertText(wanted.sliced(wantedFrom - wanted.begin(), wantedTo.base() - wantedFrom));
+}
