@@ -17,6 +17,7 @@
 #include "tools/diagnosticsview.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QToolBar>
 
 #include <algorithm>
@@ -117,7 +118,8 @@ QList<WindowMenuItem> TesselApp::menuItems(const QList<SingleWindow>& windows)
 
 void TesselApp::openDocuments(const QStringList& paths)
 {
-    for (const QString& path : paths) {
+    for (const QString& given : paths) {
+        const QString path = QDir::cleanPath(QDir().absoluteFilePath(given));
         if (isEntryList(path))
             newWindow().state().openEntryList(path);
         else if (ArchiveDialog::isArchive(path))

@@ -180,7 +180,8 @@ void tst_deDysfunction::foldersNeedAnItem()
     QFETCH(bool, listable);
     QFETCH(bool, passes);
     const auto make = [&](const QString& name) {
-        const FilePath path = "diagnostics" / FilePath(QString(item).replace(u"%1"_s, name).toStdString());
+        const FilePath path =
+            "diagnostics" / FilePath(QString(item).replace(u"%1"_s, name).toStdString());
         if (item == u"%1")
             std::filesystem::create_directories(m_folder->path(path));
         else

@@ -4,10 +4,10 @@
 #include <QRegularExpression>
 #include <QTest>
 
-/// Makes every warning a failure but the one that the platform without a display has for each
-/// dialog.
+/// Makes every warning a failure but those that the platform without a display has for each dialog
+/// and for each window that is brought forward.
 inline void failOnWarnings()
 {
-    QTest::failOnWarning(
-        QRegularExpression(QStringLiteral("^(?!This plugin does not support propagateSizeHints)")));
+    QTest::failOnWarning(QRegularExpression(
+        QStringLiteral("^(?!This plugin does not support (propagateSizeHints|raise)\\(\\)$)")));
 }
