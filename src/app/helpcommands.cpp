@@ -10,7 +10,7 @@ HelpCommands::HelpCommands(OpenWindow openWindow)
     , m_help(QMenu::tr("Tessel &Help"))
 {
     m_help.setObjectName(u"help"_s);
-    m_help.setShortcut(QKeySequence::HelpContents);
+    m_help.setShortcut(Qt::Key_F1);
     QObject::connect(&m_help, &QAction::triggered, &m_help, [this] { m_openWindow(u"help"_s); });
 }
 

@@ -76,12 +76,12 @@ Menus::Menus(AppCommands commands, const QList<WindowMenuItem>& singleWindows)
 void Menus::makeActions(const QList<WindowMenuItem>& singleWindows)
 {
     prepare(m_about, u"about"_s, tr("&About Tessel"), {}, QAction::AboutRole);
-    prepare(m_aboutQt, u"aboutQt"_s, tr("About &Qt"), {}, QAction::AboutQtRole);
+    prepare(m_aboutQt, u"aboutQt"_s, tr("About Q&t"), {}, QAction::AboutQtRole);
     prepare(m_settings, u"openSettings"_s, tr("&Settings…"), Qt::CTRL | Qt::Key_Comma,
             QAction::PreferencesRole);
-    prepare(m_quit, u"quit"_s, tr("&Quit"), QKeySequence::Quit, QAction::QuitRole);
-    prepare(m_newWindow, u"newWindow"_s, tr("&New Window"), QKeySequence::New);
-    prepare(m_close, u"close"_s, tr("&Close"), QKeySequence::Close);
+    prepare(m_quit, u"quit"_s, tr("&Quit"), Qt::CTRL | Qt::Key_Q, QAction::QuitRole);
+    prepare(m_newWindow, u"newWindow"_s, tr("&New Window"), Qt::CTRL | Qt::Key_N);
+    prepare(m_close, u"close"_s, tr("&Close"), Qt::CTRL | Qt::Key_W);
     prepare(m_fullScreen, u"fullScreen"_s, tr("F&ull Screen"), Qt::Key_F11);
     for (const auto& [identifier, title] : singleWindows) {
         auto* const action = new QAction(u'&' + title, this);
