@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "model/fetchprogress.h"
 #include "model/logentry.h"
+#include "platform/oslogstore.h"
 #include "platform/platform.h"
+#include "platform/result.h"
 
 #include <QDateTime>
 #include <QObject>
@@ -26,6 +29,8 @@ class Logger : public QObject, public std::enable_shared_from_this<Logger>
 public:
     static std::shared_ptr<Logger> make(const Platform& platform);
 
+    /// Refer to the list, or copy single entries: a copy of the whole list that is alive while the
+    /// list changes makes the change copy every entry.
     const QList<LogEntry>& logList() const { return m_logList; }
     QDateTime theDate() const { return m_theDate; }
     QString theDateSecs() const { return m_theDateSecs; }
@@ -36,7 +41,10 @@ public:
 
     /// Fetches entries from the chosen store forward from `start`'s minute and `seconds` until
     /// there are `maximum` of them or one lies later than |period| seconds after the start. Returns
-    /// false when the store cannot be opened or read.
+    /// false when the store cannot be opened or read, or when the observer cancelled the fetch,
+    /// which then leaves the entries that it had appended. logListChanged comes once for the
+    /// emptying, once before each call of the observer when entries have come, and once at the end;
+    /// never per entry.
     bool getLog(const QDateTime& start,
                 const QString& seconds,
                 const QString& maximum,
@@ -44,9 +52,14 @@ public:
                 bool signposts,
                 double period);
 
+    /// Who watches the fetches, and may cancel them. A fetch that the observer asks for while one
+    /// runs is refused.
+    void setFetchObserver(FetchObserver observer);
+
     /// Opens the archive chooser. Confirming makes the archive the source of later fetches,
     /// cancelling the local store.
     void chooseArchive();
+    void useArchive(const QUrl& archive);
 
     /// Sets the note of the first entry with each of the identities.
     void setNote(const QSet<QUuid>& ids, const QString& note);
@@ -54,8 +67,16 @@ public:
     /// Replaces the list by some of its own entries.
     void setLogList(const QList<LogEntry>& entries);
 
+    /// Asks for an entry list file and opens it.
     void readJSON();
+    /// Replaces the list by that of an entry list file. When the file does not read well, an alert
+    /// says why, the list stays, and the result is false.
+    bool openEntryList(const QString& path);
+    /// Asks for a file to save the list to; `suffix` ends the proposed name. Nothing for an empty
+    /// list.
     void saveJSON(const QString& suffix);
+    /// The same for rich text. The file gets the list as it is now, whatever happens to it while
+    /// the panel is open.
     void saveRTF();
 
 Q_SIGNALS:
@@ -70,7 +91,24 @@ Q_SIGNALS:
 private:
     explicit Logger(const Platform& platform);
 
+    /// Sets a field and sends its signal when the value is another one.
+    template <typename Value>
+    void assign(Value& field, const Value& value, void (Logger::*changed)());
+
+    bool fetch(const OSLogStore& store,
+               const QDateTime& start,
+               qint64 maximum,
+               std::shared_ptr<const logstore::EntryFilter> predicate,
+               bool signposts,
+               double period);
+    void setSource(const std::optional<QUrl>& archive);
+    void setTitle(const QDateTime& date, const QString& seconds);
+    QString titleTime() const;
+    void errorAlert(const Failure& why);
+
     Platform m_platform;
+    FetchObserver m_fetchObserver;
+    bool m_isFetching = false;
     QList<LogEntry> m_logList;
     QDateTime m_theDate;
     QString m_theDateSecs;

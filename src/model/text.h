@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QByteArrayView>
 #include <QString>
 
 #include <cstddef>
@@ -39,6 +38,7 @@ public:
     {
         return a.m_block == b.m_block || a.utf8() == b.utf8();
     }
+    friend bool operator==(const Text& a, const QString& b) { return a.toString() == b; }
     friend bool operator==(const Text& a, QStringView b) { return a.toString() == b; }
 
 private:
@@ -54,7 +54,12 @@ private:
         if (m_block)
             ++m_block->references;
     }
-    void release();
+    void release()
+    {
+        if (m_block && --m_block->references == 0)
+            destroy();
+    }
+    void destroy();
 
     Block* m_block = nullptr; ///< null for the empty text
 };

@@ -9,6 +9,9 @@
 
 #include <memory>
 
+/// A length of time in nanoseconds, rounded, at most what 64 bits hold; 0 for what is not a number.
+std::int64_t wholeNanoseconds(double seconds);
+
 /// A log store under the operations that the application asks of it.
 class OSLogStore
 {
@@ -17,6 +20,8 @@ public:
     struct Position
     {
         std::int64_t time;
+        /// The place so much later (earlier when negative); the ends of time are not passed.
+        Position after(double seconds) const;
     };
 
     /// Opens the archive or log folder at an absolute path.

@@ -18,7 +18,7 @@ enum class ContentType {
 
 struct OpenPanelRequest
 {
-    ContentType contentType;
+    ContentType contentType{};
     QString confirmText; ///< text of the confirm button; empty = the toolkit's own
     QString startFolder; ///< absolute path; empty = the last folder used
     bool showsHidden = false;
@@ -26,7 +26,7 @@ struct OpenPanelRequest
 
 struct SavePanelRequest
 {
-    ContentType contentType;
+    ContentType contentType{};
     QString proposedName; ///< with its extension
 };
 

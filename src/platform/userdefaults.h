@@ -1,14 +1,21 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QHash>
 #include <QObject>
 #include <QSettings>
 #include <QStringList>
 
 #include <optional>
 
+/// Where the user's preferences live: "Tessel/Tessel.conf" in the user's configuration folder.
+QString preferencesFile();
+
 /// The per-user preferences store. A key is absent until it is first written; absent and empty
 /// differ for every type. Writes are on disk when the call returns.
+///
+/// A file that cannot be read or written is left as it is: the store goes on in memory, with what
+/// could be read, and says so once.
 class UserDefaults : public QObject
 {
     Q_OBJECT
@@ -28,9 +35,16 @@ public:
 Q_SIGNALS:
     /// A key was written with a value other than the one it had.
     void changed(const QString& key);
-    /// The file cannot be read or written; sent at most once.
+    /// The file cannot be read or written; sent at most once, from the event loop.
     void failed(const QString& description);
 
 private:
-    mutable QSettings m_settings;
+    QVariant value(const QString& key) const;
+    void write(const QString& key, const QVariant& value);
+    void fail(const QString& reason);
+
+    QSettings m_settings;
+    /// Values that are not to reach the file: everything, once the file was found damaged.
+    std::optional<QHash<QString, QVariant>> m_memory;
+    bool m_saidFailed = false;
 };

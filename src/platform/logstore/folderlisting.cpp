@@ -20,15 +20,19 @@ bool liesBelow(const fs::path& path, const fs::path& root)
 bool mayFollow(const fs::directory_entry& entry, const std::vector<fs::path>& allowedRoots)
 {
     std::error_code error;
-    if (!entry.is_symlink(error))
-        return true;
-    const fs::path target = fs::canonical(entry.path(), error);
+    return !entry.is_symlink(error) || staysInside(entry.path(), allowedRoots);
+}
+
+} // namespace
+
+bool staysInside(const fs::path& path, const std::vector<fs::path>& allowedRoots)
+{
+    std::error_code error;
+    const fs::path target = fs::canonical(path, error);
     return !error
            && std::any_of(allowedRoots.begin(), allowedRoots.end(),
                           [&target](const fs::path& root) { return liesBelow(target, root); });
 }
-
-} // namespace
 
 std::vector<fs::path> listFolder(const fs::path& folder, const std::vector<fs::path>& allowedRoots)
 {

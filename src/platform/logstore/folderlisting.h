@@ -7,6 +7,10 @@
 
 namespace logstore {
 
+/// Whether the path, all links followed, lies in one of the folders.
+bool staysInside(const std::filesystem::path& path,
+                 const std::vector<std::filesystem::path>& allowedRoots);
+
 /// The items of a folder, sorted by name; empty when it cannot be listed. Left out are the `._name`
 /// companions that some archivers write, and links whose targets lie outside `allowedRoots`.
 std::vector<std::filesystem::path>

@@ -35,6 +35,8 @@ void addFiles(std::vector<fs::path>& files,
               const char* extension,
               const std::vector<fs::path>& roots)
 {
+    if (!staysInside(folder, roots))
+        return;
     for (const fs::path& path : listFolder(folder, roots))
         if (path.extension() == extension)
             files.push_back(path);
@@ -82,7 +84,7 @@ Result<StoreLayout> StoreLayout::find(const fs::path& root)
 
     for (const char* name : traceFolders)
         addFiles(layout.traceFiles, logs / name, ".tracev3", layout.roots);
-    if (fs::is_regular_file(logs / liveFile, error))
+    if (fs::is_regular_file(logs / liveFile, error) && staysInside(logs / liveFile, layout.roots))
         layout.traceFiles.push_back(logs / liveFile);
     addFiles(layout.timeFiles, logs / "timesync", ".timesync", layout.roots);
     return layout;

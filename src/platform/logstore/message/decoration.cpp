@@ -24,7 +24,8 @@ bool isNumber(const Item& item)
 std::uint64_t unsignedValue(Bytes bytes)
 {
     std::uint64_t value = 0;
-    std::memcpy(&value, bytes.data(), bytes.size() < 8 ? bytes.size() : 8);
+    for (std::size_t i = bytes.size() < 8 ? bytes.size() : 8; i > 0; --i)
+        value = value << 8 | bytes[i - 1];
     return value;
 }
 
@@ -282,7 +283,7 @@ void appendSignpostValue(std::string& out,
         appendFormatted(out, "%.16g", static_cast<double>(loadAt<float>(item.bytes)));
     else
         appendByLetter(out, conversion, item, Conversion::none, false, Conversion::none);
-    out += "__##__";
+    out += "##__##";
 }
 
 /// Decorations for numbers. False when the kind is none of them.

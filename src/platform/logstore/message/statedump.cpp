@@ -40,8 +40,6 @@ void appendCustom(std::string& out, std::string_view library, std::string_view t
 
 void appendPropertyList(std::string& out, Bytes data)
 {
-    if (data.empty())
-        return;
     TextStore texts;
     if (const auto list = readPropertyList(data, texts))
         appendDescription(out, *list);
@@ -62,6 +60,8 @@ void StateDump::appendMessage(std::string& out) const
     const auto type = loadAt<std::uint32_t>(body, 48);
     const Bytes data = clipped(body, headSize, loadAt<std::uint32_t>(body, 52));
     appendUtf8(out, name(184));
+    if (data.empty())
+        return;
     const std::size_t titleEnd = out.size();
     out += '\n';
     switch (type) {

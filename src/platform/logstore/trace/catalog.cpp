@@ -42,8 +42,13 @@ struct Head
 
     bool inOrder() const
     {
-        return stringsOffset <= processesOffset && processesOffset <= subChunksOffset
+        return processesInside() && processesOffset <= subChunksOffset
                && subChunksOffset <= area.size();
+    }
+    /// Enough to read the processes, which outlive a damaged index of the chunk sets.
+    bool processesInside() const
+    {
+        return stringsOffset <= processesOffset && processesOffset <= area.size();
     }
 };
 
@@ -66,12 +71,12 @@ Catalog::Catalog(std::vector<std::uint8_t> body) : m_body(std::move(body))
 void Catalog::readProcesses()
 {
     const Head head(m_body);
-    if (!head.inOrder())
+    if (!head.processesInside())
         return;
     m_identifiers = head.area.subspan(0, head.stringsOffset);
     m_strings = head.area.subspan(head.stringsOffset, head.processesOffset - head.stringsOffset);
     // The cursor runs over the whole area, as alignment counts from its start.
-    ByteReader in(head.area.subspan(0, head.subChunksOffset));
+    ByteReader in(head.inOrder() ? head.area.subspan(0, head.subChunksOffset) : head.area);
     in.skip(head.processesOffset);
     m_processes.reserve(std::min<std::size_t>(head.processCount, in.remaining() / 48 + 1));
     for (std::size_t i = 0; i < head.processCount; ++i) {
@@ -133,8 +138,20 @@ CatalogProcess* Catalog::find(const ProcessKey& key)
     return found != m_processes.end() && found->key == key ? &*found : nullptr;
 }
 
-Subsystem
-Catalog::subsystem(const CatalogProcess& process, std::uint16_t identifier, TextPool& pool) const
+KnownSubsystem&
+Catalog::subsystem(CatalogProcess& process, std::uint16_t identifier, TextPool& pool) const
+{
+    KnownSubsystem& known = process.knownSubsystems[identifier];
+    if (!known.isResolved) {
+        known.texts = readSubsystem(process, identifier, pool);
+        known.isResolved = true;
+    }
+    return known;
+}
+
+Subsystem Catalog::readSubsystem(const CatalogProcess& process,
+                                 std::uint16_t identifier,
+                                 TextPool& pool) const
 {
     const std::size_t count = process.subsystems.size() / subsystemEntrySize;
     const auto entryAt = [&process](std::size_t i) {

@@ -62,12 +62,16 @@ struct FirehoseChunk
         return saturatingAdd(baseTime, head.timeDelta);
     }
 
-    /// A record's own part of the private area.
+    /// A record's own part of the private area; nothing when it does not lie inside as a whole, as
+    /// what stands there is then some other record's.
     Bytes privateData(const RecordFields& fields) const
     {
         if (fields.privateOffset < privateOffset)
             return {};
-        return clipped(privateArea, fields.privateOffset - privateOffset, fields.privateSize);
+        const std::size_t start = fields.privateOffset - privateOffset;
+        if (start + fields.privateSize > privateArea.size())
+            return {};
+        return privateArea.subspan(start, fields.privateSize);
     }
 
     /// Calls `visit(offset, head)` for each record an entry can be made of.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "entryjson.h"
+#include "support/entryjson.h"
 
 namespace {
 

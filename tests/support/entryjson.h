@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "jsonline.h"
 #include "platform/logstore/entry.h"
+#include "support/jsonline.h"
 
 /// Writes the members of a store's entry, as files of expected entries name them.
 void writeEntry(JsonLine& line, std::uint64_t index, const logstore::Entry& entry);

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+class ContentState;
+class ContentView;
+class QAction;
+class QActionGroup;
+
+/// A main window's commands, each one action for the toolbar, the menus and the keys. They belong
+/// to the window.
+struct ContentActions
+{
+    QAction* getLog;
+    QAction* setArchive;
+    QAction* readJSON;
+    QAction* addNote;
+    QAction* gloss;
+    QAction* reduce;
+    QAction* saveJSON;
+    QAction* saveRTF;
+    QAction* setPredicate;
+    QAction* copy;
+    QAction* selectAll;
+    QAction* find;
+    QAction* fullFields;
+    QAction* showSignposts;
+    QActionGroup* searchFields;
+
+    ContentActions(ContentView& window, ContentState& state);
+
+private:
+    void followState(ContentState& state);
+};

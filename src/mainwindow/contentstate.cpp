@@ -1,0 +1,229 @@
+// SPDX-License-Identifier: MIT
+#include "mainwindow/contentstate.h"
+
+#include "mainwindow/entrysearch.h"
+#include "mainwindow/fetchperiod.h"
+#include "platform/alerts.h"
+#include "platform/clock.h"
+#include "platform/userdefaults.h"
+#include "settings/preferences.h"
+
+#include <QScopedValueRollback>
+
+using namespace Qt::StringLiterals;
+
+ContentState::ContentState(const Platform& platform,
+                           OpenWindow openWindow,
+                           PredicateBuilder buildPredicate)
+    : m_platform(platform)
+    , m_openWindow(std::move(openWindow))
+    , m_buildPredicate(std::move(buildPredicate))
+    , m_logger(Logger::make(platform))
+{
+    theStartDate = platform.clock.now();
+    readPreferences();
+    connect(m_logger.get(), &Logger::logListChanged, this, &ContentState::followLogList);
+    connect(m_logger.get(), &Logger::logDateStrChanged, this, &ContentState::windowTitleChanged);
+}
+
+void ContentState::readPreferences()
+{
+    const UserDefaults& defaults = m_platform.defaults;
+    predicate = preferences::value(defaults, preferences::predicate);
+    period = preferences::value(defaults, preferences::period);
+    maxCount = preferences::value(defaults, preferences::maxCount);
+    fullMode = preferences::value(defaults, preferences::fullMode);
+    showSignposts = preferences::value(defaults, preferences::showSignposts);
+    predList = preferences::value(defaults, preferences::predList);
+    predNames = preferences::value(defaults, preferences::predNames);
+    specPred = preferences::value(defaults, preferences::specPred);
+    selectText = preferences::value(defaults, preferences::selectText);
+}
+
+QStringList ContentState::searchTypes()
+{
+    return {tr("Messages"), tr("Processes"), tr("Senders"), tr("Subsystems"), tr("Notes")};
+}
+
+const QList<LogEntry>& ContentState::shownEntries() const
+{
+    return m_isSearching ? m_searchList : m_logger->logList();
+}
+
+QList<LogEntry> ContentState::selectedEntries(const QList<LogEntry>& entries) const
+{
+    const QSet<QUuid> ids = selection;
+    QList<LogEntry> selected;
+    if (ids.isEmpty())
+        return selected;
+    for (const LogEntry& entry : entries) {
+        if (ids.contains(entry.id))
+            selected.append(entry);
+    }
+    return selected;
+}
+
+QString ContentState::windowTitle() const
+{
+    return m_logger->logDateStr() + thePostTitle;
+}
+
+QString ContentState::countText() const
+{
+    return tr("%1 entries").arg(m_logger->logList().size());
+}
+
+bool ContentState::foundNothing() const
+{
+    return m_isSearching && m_searchList.isEmpty();
+}
+
+QString ContentState::nothingFoundText() const
+{
+    return tr("No results found for \"%1\" in %2")
+        .arg(searchQuery, searchTypes().value(searchTypeIndex));
+}
+
+/// Without a signal for each of the entries that come: the fetch shows its list when it is done.
+void ContentState::followLogList()
+{
+    if (m_activity == Activity::Fetching && !m_logger->logList().isEmpty())
+        return;
+    Q_EMIT countTextChanged();
+    if (m_isSearching)
+        return;
+    if (m_activity == Activity::Noting)
+        Q_EMIT shownNotesChanged();
+    else
+        Q_EMIT shownEntriesChanged();
+}
+
+Result<std::shared_ptr<const logstore::EntryFilter>> ContentState::fetchPredicate() const
+{
+    const auto stored = m_platform.defaults.string(preferences::specPred.key);
+    const auto chosen = chosenPredicate(predIndex, predicate, stored, predList);
+    if (!chosen)
+        return nullptr;
+    return m_buildPredicate(*chosen);
+}
+
+void ContentState::getLog()
+{
+    const auto filter = fetchPredicate();
+    if (!filter) {
+        m_platform.alerts.critical(tr("An error occurred in your last action:"),
+                                   QString::fromStdString(filter.error().description));
+        return;
+    }
+    Q_EMIT fetchBegins();
+    {
+        const QScopedValueRollback fetching(m_activity, Activity::Fetching);
+        m_logger->getLog(theStartDate, theSecs, maxCount, *filter, showSignposts,
+                         periodSeconds(period));
+    }
+    Q_EMIT fetchEnds();
+    followLogList();
+}
+
+void ContentState::chooseArchive()
+{
+    m_logger->chooseArchive();
+}
+
+void ContentState::readJSON()
+{
+    m_logger->readJSON();
+    endSearch();
+}
+
+void ContentState::openEntryList(const QString& path)
+{
+    m_logger->openEntryList(path);
+    endSearch();
+}
+
+void ContentState::useArchive(const QUrl& archive)
+{
+    m_logger->useArchive(archive);
+}
+
+void ContentState::endSearch()
+{
+    searchQuery = QString();
+    thePostTitle = QString();
+    if (!m_isSearching)
+        return;
+    Q_EMIT shownEntriesAboutToChange();
+    m_isSearching = false;
+    m_searchList.clear();
+    Q_EMIT shownEntriesChanged();
+    Q_EMIT searchStateChanged();
+}
+
+void ContentState::addNote()
+{
+    const QSet<QUuid> ids = selection;
+    if (m_logger->logList().isEmpty() || ids.isEmpty())
+        return;
+    {
+        const QScopedValueRollback noting(m_activity, Activity::Noting);
+        m_logger->setNote(ids, userNoteText);
+    }
+    if (m_isSearching)
+        runSearch(searchQuery);
+}
+
+void ContentState::gloss()
+{
+    if (m_logger->logList().isEmpty() || selection.value().isEmpty())
+        return;
+    QStringList messages;
+    for (const LogEntry& entry : selectedEntries(shownEntries()))
+        messages.append(entry.composedMessage.toString());
+    selectText = messages.join(u'\n');
+    m_platform.defaults.set(preferences::selectText.key, selectText);
+    m_openWindow(u"textView"_s);
+}
+
+void ContentState::reduce()
+{
+    if (m_isSearching && !m_searchList.isEmpty())
+        m_logger->setLogList(m_searchList);
+}
+
+void ContentState::saveJSON()
+{
+    m_logger->saveJSON(thePostTitle);
+}
+
+void ContentState::saveRTF()
+{
+    m_logger->saveRTF();
+}
+
+void ContentState::setPredicate()
+{
+    m_openWindow(u"miniPredView"_s);
+}
+
+void ContentState::runSearch(const QString& query)
+{
+    if (m_logger->logList().isEmpty())
+        return;
+    Q_EMIT shownEntriesAboutToChange();
+    m_isSearching = !query.isEmpty();
+    m_searchList.clear();
+    if (m_isSearching)
+        m_searchList = entriesFound(m_logger->logList(), searchTypeIndex, query);
+    thePostTitle = m_isSearching ? u" - "_s + query : QString();
+    Q_EMIT shownEntriesChanged();
+    Q_EMIT searchStateChanged();
+}
+
+QString ContentState::copyText() const
+{
+    QStringList lines;
+    for (const LogEntry& entry : selectedEntries(shownEntries()))
+        lines.append(entry.plainTextLine());
+    return lines.join(u'\n');
+}

@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "mainwindow/predicatechoice.h"
+#include "model/logger.h"
+
+#include <QDateTime>
+#include <QObject>
+#include <QObjectBindableProperty>
+#include <QSet>
+#include <QStringList>
+
+#include <functional>
+#include <memory>
+
+class UserDefaults;
+
+/// Opens the window with this identifier, or brings it to the front.
+using OpenWindow = std::function<void(const QString& id)>;
+
+/// What a main window holds and does, without the window: the fields as the user has set and typed
+/// them, and the commands. Each field sends its signal when its value changes.
+class ContentState final : public QObject
+{
+    Q_OBJECT
+
+Q_SIGNALS:
+    void predicateChanged();
+    void periodChanged();
+    void maxCountChanged();
+    void fullModeChanged();
+    void showSignpostsChanged();
+    void predListChanged();
+    void predNamesChanged();
+    void specPredChanged();
+    void selectTextChanged();
+    void predIndexChanged();
+    void theStartDateChanged();
+    void windowTitleChanged();
+    void theSecsChanged();
+    void theFontSizeChanged();
+    void selectionChanged();
+    void searchTypeIndexChanged();
+    void searchQueryChanged();
+    void userNoteTextChanged();
+
+    /// Others of the same entries are about to be shown: a search begins or ends.
+    void shownEntriesAboutToChange();
+    void shownEntriesChanged();
+    /// The shown entries have other notes; the rows are the same.
+    void shownNotesChanged();
+    void countTextChanged();
+    void fetchBegins();
+    void fetchEnds();
+    void searchStateChanged();
+
+public:
+    ContentState(const Platform& platform, OpenWindow openWindow, PredicateBuilder buildPredicate);
+
+    /// The names of the fields that a search can look in.
+    static QStringList searchTypes();
+
+    // clang-format off
+    Q_OBJECT_BINDABLE_PROPERTY(ContentState, QString, predicate, &ContentState::predicateChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(ContentState, QString, period, &ContentState::periodChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(ContentState, QString, maxCount, &ContentState::maxCountChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(ContentState, bool, fullMode, &ContentState::fullModeChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(ContentState, bool, showSignposts, &ContentState::showSignpostsChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(ContentState, QStringList, predList, &ContentState::predListChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(ContentState, QStringList, predNames, &ContentState::predNamesChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(ContentState, QString, specPred, &ContentState::specPredChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(ContentState, QString, selectText, &ContentState::selectTextChanged)
+    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(ContentState, int, predIndex, 0, &ContentState::predIndexChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(ContentState, QDateTime, theStartDate, &ContentState::theStartDateChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(ContentState, QString, thePostTitle, &ContentState::windowTitleChanged)
+    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(ContentState, QString, theSecs, QStringLiteral("00"), &ContentState::theSecsChanged)
+    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(ContentState, double, theFontSize, 12, &ContentState::theFontSizeChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(ContentState, QSet<QUuid>, selection, &ContentState::selectionChanged)
+    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(ContentState, int, searchTypeIndex, 0, &ContentState::searchTypeIndexChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(ContentState, QString, searchQuery, &ContentState::searchQueryChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(ContentState, QString, userNoteText, &ContentState::userNoteTextChanged)
+    // clang-format on
+
+    Logger& logger() const { return *m_logger; }
+    const QList<LogEntry>& searchList() const { return m_searchList; }
+    bool isSearching() const { return m_isSearching; }
+
+    /// What the list shows: the search's results while there is a search, else the logger's list.
+    const QList<LogEntry>& shownEntries() const;
+    /// Those of the entries that are selected, in their order.
+    QList<LogEntry> selectedEntries(const QList<LogEntry>& entries) const;
+
+    QString windowTitle() const;
+    QString countText() const;
+    /// Whether a search has found nothing, and the sentence that says so.
+    bool foundNothing() const;
+    QString nothingFoundText() const;
+
+    void getLog();
+    void chooseArchive();
+    void readJSON();
+    /// The same for a list file or an archive that is known already.
+    void openEntryList(const QString& path);
+    void useArchive(const QUrl& archive);
+    void addNote();
+    void gloss();
+    void reduce();
+    void saveJSON();
+    void saveRTF();
+    void setPredicate();
+    void runSearch(const QString& query);
+    /// The lines that Copy puts on the clipboard; empty when nothing is selected.
+    QString copyText() const;
+
+private:
+    void readPreferences();
+    void endSearch();
+    void followLogList();
+    Result<std::shared_ptr<const logstore::EntryFilter>> fetchPredicate() const;
+
+    enum class Activity { None, Fetching, Noting };
+
+    Platform m_platform;
+    OpenWindow m_openWindow;
+    PredicateBuilder m_buildPredicate;
+    std::shared_ptr<Logger> m_logger;
+    QList<LogEntry> m_searchList;
+    bool m_isSearching = false;
+    Activity m_activity = Activity::None;
+};

@@ -1,0 +1,204 @@
+// SPDX-License-Identifier: MIT
+#include "mainwindow/contentview.h"
+
+#include "mainwindow/controlrows.h"
+#include "mainwindow/entrylistview.h"
+#include "mainwindow/entrypane.h"
+#include "mainwindow/fetchpanel.h"
+#include "mainwindow/searchfield.h"
+#include "platform/desktop/archivedialog.h"
+#include "platform/desktop/symbols.h"
+
+#include <QActionGroup>
+#include <QApplication>
+#include <QBoxLayout>
+#include <QClipboard>
+#include <QComboBox>
+#include <QDragEnterEvent>
+#include <QLabel>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QToolBar>
+#include <QWidgetAction>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QSize smallestSize(1150, 200);
+constexpr QSize firstSize(1280, 760);
+constexpr int toolBarIconSize = 24;
+constexpr int searchPickerWidth = 120;
+const QString searchLabel = u"🔍"_s;
+
+bool isEntryList(const QString& path)
+{
+    return path.endsWith(".tessel"_L1, Qt::CaseInsensitive);
+}
+
+/// The one file that the drag carries, when a command takes it; else empty.
+QString droppedPath(const QMimeData& data)
+{
+    const QList<QUrl> urls = data.urls();
+    if (urls.size() != 1 || !urls.first().isLocalFile())
+        return {};
+    const QString path = urls.first().toLocalFile();
+    return isEntryList(path) || ArchiveDialog::isArchive(path) ? path : QString();
+}
+
+/// The picker of the field that searches look in.
+QWidget* searchPicker(ContentState& state)
+{
+    auto* const picker = new QComboBox;
+    picker->setObjectName(u"searchType"_s);
+    picker->setAccessibleName(ContentView::tr("Search field"));
+    picker->setToolTip(ContentView::tr("Set search field"));
+    picker->setFixedWidth(searchPickerWidth);
+    picker->addItems(ContentState::searchTypes());
+    QObject::connect(picker, &QComboBox::currentIndexChanged, &state,
+                     [&state](int index) { state.searchTypeIndex = index; });
+    QObject::connect(&state, &ContentState::searchTypeIndexChanged, picker,
+                     [picker, &state] { picker->setCurrentIndex(state.searchTypeIndex); });
+
+    auto* const label = new QLabel(searchLabel);
+    label->setBuddy(picker);
+    label->setAlignment(Qt::AlignCenter);
+    auto* const item = new QWidget;
+    auto* const layout = new QVBoxLayout(item);
+    layout->setContentsMargins(6, 0, 6, 0);
+    layout->setSpacing(2);
+    layout->addWidget(picker);
+    layout->addWidget(label);
+    return item;
+}
+
+} // namespace
+
+ContentView::ContentView(const Platform& platform,
+                         OpenWindow openWindow,
+                         PredicateBuilder buildPredicate,
+                         QWidget* parent)
+    : QMainWindow(parent)
+    , m_state(platform, std::move(openWindow), std::move(buildPredicate))
+    , m_pane(new EntryPane(m_state))
+    , m_commands(*this, m_state)
+    , m_menus{menuBar()->addMenu(tr("&File")), menuBar()->addMenu(tr("&Edit")),
+              menuBar()->addMenu(tr("&View"))}
+{
+    setMinimumSize(smallestSize);
+    resize(firstSize);
+    setAcceptDrops(true);
+    addToolBar();
+    addMenus();
+
+    auto* const content = new QWidget;
+    auto* const layout = new QVBoxLayout(content);
+    layout->setContentsMargins({});
+    layout->setSpacing(0);
+    layout->addWidget(new ControlRows(m_state));
+    layout->addWidget(m_pane, 1);
+    setCentralWidget(content);
+
+    const auto showTitle = [this] { setWindowTitle(m_state.windowTitle()); };
+    connect(&m_state, &ContentState::windowTitleChanged, this, showTitle);
+    showTitle();
+    watchFetches();
+}
+
+ContentView::~ContentView() = default;
+
+void ContentView::addToolBar()
+{
+    QToolBar* const bar = QMainWindow::addToolBar(tr("Toolbar"));
+    bar->setObjectName(u"ContentView.toolbar"_s);
+    bar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    bar->setMovable(false);
+    bar->setIconSize({toolBarIconSize, toolBarIconSize});
+    bar->addActions({m_commands.getLog, m_commands.setArchive, m_commands.readJSON,
+                     m_commands.addNote, m_commands.gloss, m_commands.reduce, m_commands.saveJSON,
+                     m_commands.saveRTF});
+    auto* const search = new QWidgetAction(bar);
+    search->setObjectName(u"setsearch"_s);
+    search->setText(tr("Search Field"));
+    search->setIconText(searchLabel);
+    search->setIcon(symbolIcon(u"magnifyingglass"_s));
+    search->setToolTip(tr("Set search field"));
+    search->setDefaultWidget(searchPicker(m_state));
+    bar->addAction(search);
+}
+
+void ContentView::addMenus()
+{
+    m_menus.file->addActions({m_commands.getLog, m_commands.setArchive});
+    m_menus.file->addSeparator();
+    m_menus.file->addActions({m_commands.readJSON, m_commands.saveJSON, m_commands.saveRTF});
+
+    m_menus.edit->addActions({m_commands.copy, m_commands.selectAll});
+    m_menus.edit->addSeparator();
+    m_menus.edit->addAction(m_commands.find);
+    QMenu* const fields = m_menus.edit->addMenu(tr("&Search Field"));
+    fields->addActions(m_commands.searchFields->actions());
+    m_menus.edit->addAction(m_commands.reduce);
+    m_menus.edit->addSeparator();
+    m_menus.edit->addActions({m_commands.addNote, m_commands.gloss, m_commands.setPredicate});
+
+    m_menus.view->addActions({m_commands.fullFields, m_commands.showSignposts});
+    m_menus.view->addSeparator();
+    QAction* const toolBar = findChild<QToolBar*>(u"ContentView.toolbar"_s)->toggleViewAction();
+    toolBar->setText(tr("&Toolbar"));
+    m_menus.view->addAction(toolBar);
+
+    EntryListView& list = m_pane->list();
+    list.setContextMenuPolicy(Qt::ActionsContextMenu);
+    list.addActions({m_commands.copy, m_commands.selectAll, m_commands.addNote, m_commands.gloss,
+                     m_commands.reduce});
+}
+
+void ContentView::watchFetches()
+{
+    connect(&m_state, &ContentState::fetchBegins, this,
+            [this] { m_fetchPanel = std::make_unique<FetchPanel>(this); });
+    connect(&m_state, &ContentState::fetchEnds, this, [this] { m_fetchPanel.reset(); });
+    m_state.logger().setFetchObserver(
+        [this](const FetchProgress& progress) { return m_fetchPanel->update(progress); });
+}
+
+void ContentView::copy()
+{
+    if (auto* const field = qobject_cast<QLineEdit*>(focusWidget()))
+        return field->copy();
+    const QString lines = m_state.copyText();
+    if (!lines.isEmpty())
+        QApplication::clipboard()->setText(lines);
+}
+
+void ContentView::selectAll()
+{
+    if (auto* const field = qobject_cast<QLineEdit*>(focusWidget()))
+        return field->selectAll();
+    m_pane->list().selectAll();
+}
+
+void ContentView::find()
+{
+    m_pane->searchField().setFocus(Qt::ShortcutFocusReason);
+    m_pane->searchField().selectAll();
+}
+
+void ContentView::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (!droppedPath(*event->mimeData()).isEmpty())
+        event->acceptProposedAction();
+}
+
+void ContentView::dropEvent(QDropEvent* event)
+{
+    const QString path = droppedPath(*event->mimeData());
+    if (path.isEmpty())
+        return;
+    event->acceptProposedAction();
+    if (isEntryList(path))
+        m_state.openEntryList(path);
+    else
+        m_state.useArchive(QUrl::fromLocalFile(path));
+}

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "mainwindow/contentactions.h"
+#include "mainwindow/contentstate.h"
+
+#include <QMainWindow>
+
+#include <memory>
+
+class EntryPane;
+class FetchPanel;
+class QMenu;
+
+/// The menus of a main window that hold its own commands. What is common to all windows is put in
+/// beside them from outside.
+struct ContentMenus
+{
+    QMenu* file;
+    QMenu* edit;
+    QMenu* view;
+};
+
+/// The main log window: controls, toolbar and list over a ContentState. It has no rules of its own.
+class ContentView final : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    ContentView(const Platform& platform,
+                OpenWindow openWindow,
+                PredicateBuilder buildPredicate,
+                QWidget* parent = nullptr);
+    ~ContentView() override;
+
+    ContentState& state() { return m_state; }
+    const ContentActions& commands() const { return m_commands; }
+    const ContentMenus& menus() const { return m_menus; }
+
+    void copy();
+    void selectAll();
+    void find();
+
+protected:
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+private:
+    void addMenus();
+    void addToolBar();
+    void watchFetches();
+
+    ContentState m_state;
+    EntryPane* m_pane;
+    ContentActions m_commands;
+    ContentMenus m_menus;
+    std::unique_ptr<FetchPanel> m_fetchPanel; ///< while a fetch runs
+};

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QWidget>
+
+class ContentState;
+class QLabel;
+
+/// The two rows of controls above the list: what to fetch, and with which predicate.
+class ControlRows final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit ControlRows(ContentState& state, QWidget* parent = nullptr);
+
+private:
+    QWidget* fetchRow();
+    QWidget* predicateRow();
+    QLabel* archiveLabel();
+    QWidget* startEditor();
+    QWidget* predicatePicker();
+    QLabel* countLabel();
+
+    ContentState& m_state;
+};

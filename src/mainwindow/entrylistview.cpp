@@ -1,0 +1,219 @@
+// SPDX-License-Identifier: MIT
+#include "mainwindow/entrylistview.h"
+
+#include "mainwindow/logentrymodel.h"
+#include "mainwindow/messagerowdelegate.h"
+
+#include <QEvent>
+#include <QFontDatabase>
+#include <QHash>
+#include <QHeaderView>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+#include <QStyle>
+
+#include <algorithm>
+
+namespace {
+
+QFont rowFont(qreal pointSize)
+{
+    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    font.setPointSizeF(pointSize);
+    return font;
+}
+
+qreal defaultSpacing(const QWidget& widget)
+{
+    return widget.style()->pixelMetric(QStyle::PM_LayoutHorizontalSpacing, nullptr, &widget);
+}
+
+} // namespace
+
+EntryListView::EntryListView(LogEntryModel& model, QWidget* parent)
+    : QTreeView(parent)
+    , m_model(model)
+    , m_delegate(new MessageRowDelegate(rowFont(m_pointSize), defaultSpacing(*this), this))
+{
+    // A tree of one column and no depth: unlike a list view it takes its width from the column, at
+    // no cost per row.
+    setHeaderHidden(true);
+    header()->setMinimumSectionSize(0);
+    header()->setStretchLastSection(false);
+    setRootIsDecorated(false);
+    setItemsExpandable(false);
+    setIndentation(0);
+    setUniformRowHeights(true);
+    setAlternatingRowColors(true);
+    setSelectionMode(ExtendedSelection);
+    setHorizontalScrollMode(ScrollPerPixel);
+    setVerticalScrollMode(ScrollPerPixel);
+    setFrameShape(QFrame::NoFrame);
+    viewport()->setAttribute(Qt::WA_Hover, false); // rows do nothing under a resting pointer
+    setItemDelegate(m_delegate);
+    setModel(&model);
+    connect(selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &EntryListView::followSelection);
+    connect(&model, &QAbstractItemModel::dataChanged, this, [this] {
+        m_widestSeen = 0;
+        viewport()->update();
+    });
+    connect(&model, &QAbstractItemModel::modelReset, this, [this] {
+        m_widestSeen = 0;
+        applyWidth();
+    });
+    updateType();
+}
+
+void EntryListView::setPointSize(qreal size)
+{
+    m_pointSize = size;
+    updateType();
+}
+
+void EntryListView::updateType()
+{
+    m_delegate->setFont(rowFont(m_pointSize), defaultSpacing(*this));
+    horizontalScrollBar()->setSingleStep(static_cast<int>(m_delegate->layout().height()));
+    m_widestSeen = 0;
+    scheduleDelayedItemsLayout();
+}
+
+void EntryListView::changeEvent(QEvent* event)
+{
+    QTreeView::changeEvent(event);
+    if (event->type() == QEvent::StyleChange)
+        updateType();
+}
+
+/// Typing letters would search a million rows' texts at each key; the search field is for that.
+void EntryListView::keyboardSearch(const QString&)
+{
+}
+
+void EntryListView::followSelection(const QItemSelection& selected,
+                                    const QItemSelection& deselected)
+{
+    if (m_isRestoring)
+        return;
+    const auto eachId = [this](const QItemSelection& selection, auto take) {
+        for (const QItemSelectionRange& range : selection) {
+            for (int row = range.top(); row <= range.bottom(); ++row)
+                take(m_model.entry(row).id);
+        }
+    };
+    eachId(deselected, [this](const QUuid& id) { m_selectedIds.remove(id); });
+    eachId(selected, [this](const QUuid& id) { m_selectedIds.insert(id); });
+    Q_EMIT entriesSelected(m_selectedIds);
+}
+
+void EntryListView::rememberPlace()
+{
+    m_anchors.clear();
+    const QModelIndex top = indexAt({0, 0});
+    if (!top.isValid())
+        return;
+    const int bottom = viewport()->height();
+    QList<Anchor> others;
+    for (QModelIndex index = top; index.isValid(); index = indexBelow(index)) {
+        const QRect rect = visualRect(index);
+        if (rect.top() >= bottom)
+            break;
+        const bool isSelected = selectionModel()->isSelected(index);
+        (isSelected ? m_anchors : others).append({m_model.entry(index.row()).id, rect.top()});
+    }
+    m_anchors += others;
+}
+
+void EntryListView::restorePlace(const QSet<QUuid>& selection)
+{
+    const QScopedValueRollback restoring(m_isRestoring, true);
+    selectEntries(selection);
+    const auto [row, offset] = placeOfBestAnchor();
+    m_anchors.clear();
+    // Assistive tools expect a current row in a list that has rows.
+    const QModelIndex current = m_model.index(std::max(row, 0));
+    selectionModel()->setCurrentIndex(current, QItemSelectionModel::NoUpdate);
+    executeDelayedItemsLayout();
+    if (row < 0)
+        return scrollToTop();
+    scrollTo(current, PositionAtTop);
+    verticalScrollBar()->setValue(verticalScrollBar()->value() - offset);
+}
+
+void EntryListView::selectEntries(const QSet<QUuid>& ids)
+{
+    m_selectedIds.clear();
+    if (ids.isEmpty())
+        return;
+    QItemSelection rows;
+    int first = -1;
+    const auto close = [&](int end) {
+        if (first >= 0)
+            rows.append(QItemSelectionRange(m_model.index(first), m_model.index(end - 1)));
+        first = -1;
+    };
+    for (int row = 0; row < m_model.rowCount(); ++row) {
+        const QUuid& id = m_model.entry(row).id;
+        if (!ids.contains(id)) {
+            close(row);
+            continue;
+        }
+        m_selectedIds.insert(id);
+        if (first < 0)
+            first = row;
+    }
+    close(m_model.rowCount());
+    selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect);
+}
+
+std::pair<int, int> EntryListView::placeOfBestAnchor() const
+{
+    QHash<QUuid, qsizetype> ranks;
+    for (qsizetype i = m_anchors.size() - 1; i >= 0; --i)
+        ranks.insert(m_anchors.at(i).id, i);
+    qsizetype best = m_anchors.size();
+    int bestRow = -1;
+    for (int row = 0; row < m_model.rowCount() && best > 0; ++row) {
+        const qsizetype rank = ranks.value(m_model.entry(row).id, best);
+        if (rank >= best)
+            continue;
+        best = rank;
+        bestRow = row;
+    }
+    return {bestRow, bestRow < 0 ? 0 : m_anchors.at(best).offset};
+}
+
+void EntryListView::paintEvent(QPaintEvent* event)
+{
+    QTreeView::paintEvent(event);
+    seeWidths();
+}
+
+void EntryListView::resizeEvent(QResizeEvent* event)
+{
+    QTreeView::resizeEvent(event);
+    applyWidth();
+}
+
+void EntryListView::seeWidths()
+{
+    const int bottom = viewport()->height();
+    int widest = m_widestSeen;
+    for (QModelIndex index = indexAt({0, 0}); index.isValid(); index = indexBelow(index)) {
+        if (visualRect(index).top() >= bottom)
+            break;
+        widest = std::max(widest, sizeHintForIndex(index).width());
+    }
+    if (widest == m_widestSeen)
+        return;
+    m_widestSeen = widest;
+    QMetaObject::invokeMethod(this, &EntryListView::applyWidth, Qt::QueuedConnection);
+}
+
+void EntryListView::applyWidth()
+{
+    const int width = std::max(m_widestSeen, viewport()->width());
+    if (columnWidth(0) != width)
+        setColumnWidth(0, width);
+}

@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: MIT
+#include "mainwindow/entrypane.h"
+
+#include "mainwindow/contentstate.h"
+#include "mainwindow/entrylistview.h"
+#include "mainwindow/searchfield.h"
+#include "platform/desktop/symbols.h"
+
+#include <QBoxLayout>
+#include <QLabel>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int searchFieldWidth = 280;
+constexpr int placeholderSymbolSize = 48;
+
+QLabel* centredLabel(const QString& objectName)
+{
+    auto* const label = new QLabel;
+    label->setObjectName(objectName);
+    label->setAlignment(Qt::AlignCenter);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    return label;
+}
+
+} // namespace
+
+EntryPane::EntryPane(ContentState& state, QWidget* parent)
+    : QWidget(parent)
+    , m_state(state)
+    , m_list(new EntryListView(m_model))
+    , m_searchField(new SearchField)
+    , m_searchSummary(new QLabel)
+    , m_nothingFound(centredLabel(u"nothingFound"_s))
+    , m_placeholder(placeholder())
+{
+    m_list->setObjectName(u"entries"_s);
+    m_list->setAccessibleName(tr("Log entries"));
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins({});
+    layout->setSpacing(0);
+    layout->addWidget(header());
+    layout->addWidget(m_list, 1);
+    followState();
+    m_model.setFullMode(state.fullMode);
+    m_model.show(state.shownEntries());
+    showSearchState();
+}
+
+/// The strip over the list, with the search field at its right end.
+QWidget* EntryPane::header()
+{
+    auto* const strip = new QWidget;
+    auto* const layout = new QHBoxLayout(strip);
+    layout->setContentsMargins(9, 0, 9, 6);
+    m_searchSummary->setObjectName(u"searchSummary"_s);
+    m_searchSummary->setTextFormat(Qt::PlainText);
+    layout->addWidget(m_searchSummary, 1);
+    m_searchField->setFixedWidth(searchFieldWidth);
+    layout->addWidget(m_searchField);
+    return strip;
+}
+
+QWidget* EntryPane::placeholder()
+{
+    auto* const cover = new QWidget(m_list->viewport());
+    cover->setObjectName(u"placeholder"_s);
+    auto* const symbol = centredLabel(u"placeholderSymbol"_s);
+    symbol->setPixmap(
+        symbolIcon(u"magnifyingglass"_s)
+            .pixmap(QSize(placeholderSymbolSize, placeholderSymbolSize), devicePixelRatioF()));
+    auto* const title = centredLabel(u"placeholderTitle"_s);
+    title->setText(tr("No entries found"));
+    QFont font = title->font();
+    font.setBold(true);
+    font.setPointSizeF(font.pointSizeF() * 1.5);
+    title->setFont(font);
+
+    auto* const layout = new QVBoxLayout(cover);
+    layout->addStretch();
+    layout->addWidget(symbol);
+    layout->addWidget(title);
+    layout->addWidget(m_nothingFound);
+    layout->addStretch();
+
+    auto* const overlay = new QVBoxLayout(m_list->viewport());
+    overlay->setContentsMargins({});
+    overlay->addWidget(cover);
+    return cover;
+}
+
+void EntryPane::followState()
+{
+    connect(&m_state, &ContentState::fullModeChanged, this,
+            [this] { m_model.setFullMode(m_state.fullMode); });
+    connect(&m_state, &ContentState::theFontSizeChanged, this,
+            [this] { m_list->setPointSize(m_state.theFontSize); });
+    connect(&m_state, &ContentState::shownEntriesAboutToChange, m_list,
+            &EntryListView::rememberPlace);
+    connect(&m_state, &ContentState::shownEntriesChanged, this, [this] {
+        m_model.show(m_state.shownEntries());
+        m_list->restorePlace(m_state.selection);
+    });
+    connect(&m_state, &ContentState::shownNotesChanged, &m_model, &LogEntryModel::entriesEdited);
+    connect(m_list, &EntryListView::entriesSelected, this,
+            [this](const QSet<QUuid>& ids) { m_state.selection = ids; });
+
+    connect(m_searchField, &QLineEdit::textChanged, this,
+            [this](const QString& text) { m_state.searchQuery = text; });
+    connect(m_searchField, &SearchField::submitted, this,
+            [this] { m_state.runSearch(m_state.searchQuery); });
+    connect(&m_state, &ContentState::searchQueryChanged, this, [this] {
+        if (m_searchField->text() != m_state.searchQuery.value())
+            m_searchField->setText(m_state.searchQuery);
+    });
+    for (const auto changed : {&ContentState::searchStateChanged, &ContentState::searchQueryChanged,
+                               &ContentState::searchTypeIndexChanged})
+        connect(&m_state, changed, this, &EntryPane::showSearchState);
+}
+
+void EntryPane::showSearchState()
+{
+    m_placeholder->setVisible(m_state.foundNothing());
+    m_nothingFound->setText(m_state.nothingFoundText());
+    m_searchSummary->setText(m_state.isSearching() ? tr(
+                                 "%n found", nullptr, static_cast<int>(m_state.searchList().size()))
+                                                   : QString());
+}

@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: MIT
+#include "mainwindow/rowlayout.h"
+
+#include <QFontInfo>
+#include <QTextLayout>
+
+#include <algorithm>
+#include <limits>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qsizetype longestText = 4000; ///< characters drawn of one text; the tool tip has the rest
+constexpr qreal padding = 2;
+constexpr char16_t lineBreakMark = u'⏎';
+
+bool isLineBreak(QChar c)
+{
+    return c == u'\n' || c == u'\r' || c == u'\u2028' || c == u'\u2029';
+}
+
+/// As much of the text as `characters` and the general limit allow, whole characters only.
+QString beginning(std::string_view utf8, qsizetype characters)
+{
+    constexpr qsizetype longestCharacter = 4; // bytes in UTF-8
+    const qsizetype limit = std::min(characters, longestText);
+    std::size_t size = std::min(utf8.size(), static_cast<std::size_t>(limit * longestCharacter));
+    while (size < utf8.size() && size > 0
+           && (static_cast<unsigned char>(utf8[size]) & 0xC0) == 0x80)
+        --size;
+    QString text = QString::fromUtf8(utf8.data(), static_cast<qsizetype>(size));
+    if (text.size() <= limit && size == utf8.size())
+        return text;
+    text.truncate(limit);
+    if (!text.isEmpty() && text.back().isHighSurrogate())
+        text.chop(1);
+    if (limit == longestText)
+        text += u'…';
+    return text;
+}
+
+/// Control characters have no look of their own: tabs become a blank, others their pictures.
+void showControls(QString& text)
+{
+    constexpr char16_t controlPictures = 0x2400;
+    constexpr char16_t deletePicture = 0x2421;
+    for (QChar& c : text) {
+        if (c == u'\t')
+            c = u' ';
+        else if (c < u' ' && !isLineBreak(c))
+            c = QChar(controlPictures + c.unicode());
+        else if (c == u'\x7f')
+            c = QChar(deletePicture);
+    }
+}
+
+/// Where the run that begins at `from` ends, and what it is. A character before U+FE0F wants its
+/// emoji form, which the toolkit does not look for by itself.
+std::pair<qsizetype, RowRun::Kind> nextRun(const QString& text, qsizetype from)
+{
+    constexpr char16_t emojiForm = u'\uFE0F';
+    if (isLineBreak(text.at(from))) {
+        const bool isPair = text.at(from) == u'\r' && text.mid(from + 1, 1) == u'\n';
+        return {from + (isPair ? 2 : 1), RowRun::BreakMark};
+    }
+    for (qsizetype i = from; i < text.size(); ++i) {
+        if (isLineBreak(text.at(i)))
+            return {i, RowRun::Letters};
+        if (i + 1 < text.size() && text.at(i + 1) == emojiForm)
+            return i > from ? std::pair(i, RowRun::Letters) : std::pair(i + 2, RowRun::Emoji);
+    }
+    return {text.size(), RowRun::Letters};
+}
+
+QString allMarkers()
+{
+    QString markers = QString::fromUtf16(noteMarker) + lineBreakMark;
+    for (const qint64 type :
+         {LogMessageEntry, ActivityEntry, BoundaryEntry, SignpostEntry, OtherEntry})
+        markers += kindMarker(type);
+    return markers;
+}
+
+QFont emojiFont(QFont font)
+{
+    font.setFamilies(QStringList{u"Noto Color Emoji"_s} + font.families());
+    return font;
+}
+
+/// Ascent and descent of a line that holds every marker beside letters: emoji come from another
+/// font and stand taller.
+std::pair<qreal, qreal> lineExtent(const QFont& font)
+{
+    QTextLayout layout(u"Åg|"_s + allMarkers(), font);
+    layout.beginLayout();
+    const QTextLine line = layout.createLine();
+    layout.endLayout();
+    return {line.ascent(), line.descent()};
+}
+
+} // namespace
+
+RowLayout::RowLayout(const QFont& font, qreal spacing)
+    : m_font(font)
+    , m_emojiFont(emojiFont(font))
+    , m_metrics(font)
+    , m_emojiMetrics(m_emojiFont)
+    , m_cell(QFontInfo(font).fixedPitch() ? m_metrics.horizontalAdvance(u'x') : 0)
+    , m_spacing(std::max(spacing, m_metrics.horizontalAdvance(u' ')))
+{
+    const auto [ascent, descent] = lineExtent(font);
+    m_height = std::ceil(ascent + descent + 2 * padding);
+    m_baseLine = std::round(padding + ascent);
+}
+
+qreal RowLayout::advance(const QString& text, RowRun::Kind kind) const
+{
+    if (kind == RowRun::Emoji)
+        return m_emojiMetrics.horizontalAdvance(text);
+    const auto isPlain = [](QChar c) { return c >= u' ' && c <= u'~'; };
+    if (m_cell > 0 && std::all_of(text.begin(), text.end(), isPlain))
+        return m_cell * static_cast<qreal>(text.size());
+    return m_metrics.horizontalAdvance(text);
+}
+
+/// Goes along the row up to `end` and gives each run to `place`. Returns where it stopped.
+template <typename Place>
+qreal RowLayout::walk(const MessageRow& row, qreal end, Place place) const
+{
+    qreal x = -m_spacing;
+    for (const MessagePiece& piece : row.pieces()) {
+        x += m_spacing;
+        if (x >= end)
+            break;
+        // Twice the average is room for narrow characters. What goes missing of a longer run of
+        // marks without any width is nothing that a reader could see.
+        const qreal cells =
+            std::min(2 * (end - x) / m_metrics.averageCharWidth() + 8, qreal(longestText));
+        QString text = beginning(piece.text.utf8(), static_cast<qsizetype>(cells));
+        showControls(text);
+        for (qsizetype from = 0; from < text.size() && x < end;) {
+            const auto [to, kind] = nextRun(text, from);
+            const QString run =
+                kind == RowRun::BreakMark ? QString(lineBreakMark) : text.mid(from, to - from);
+            place(RowRun{x, run, piece.colour, kind});
+            x += advance(run, kind);
+            from = to;
+        }
+    }
+    return x;
+}
+
+QList<RowRun> RowLayout::runs(const MessageRow& row, qreal end) const
+{
+    QList<RowRun> runs;
+    walk(row, end, [&runs](RowRun run) { runs.append(std::move(run)); });
+    return runs;
+}
+
+qreal RowLayout::width(const MessageRow& row) const
+{
+    return walk(row, std::numeric_limits<qreal>::infinity(), [](const RowRun&) {});
+}

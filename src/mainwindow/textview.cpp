@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+#include "mainwindow/textview.h"
+
+#include "settings/bindings.h"
+
+using namespace Qt::StringLiterals;
+
+TextView::TextView(UserDefaults& defaults, QWidget* parent) : QPlainTextEdit(parent)
+{
+    setObjectName(u"textView"_s);
+    setWindowTitle(u"Gloss"_s);
+    setAccessibleName(u"Gloss"_s);
+    bind(document(), defaults, preferences::selectText);
+    moveCursor(QTextCursor::Start);
+}

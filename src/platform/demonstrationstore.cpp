@@ -1,0 +1,234 @@
+// SPDX-License-Identifier: MIT
+#include "platform/demonstrationstore.h"
+
+#include "platform/demonstration/papers.h"
+#include "platform/demonstration/scenes.h"
+#include "platform/logstore/writer/storefiles.h"
+#include "platform/logstore/writer/tracelayout.h"
+
+#include <algorithm>
+#include <map>
+#include <utility>
+
+namespace {
+
+using namespace demonstration;
+using namespace logstore::writer;
+
+constexpr std::int64_t second = 1'000'000'000;
+constexpr std::int64_t minute = 60 * second;
+
+/// A time between two starts of the machine.
+struct Run
+{
+    Boot boot;
+    std::int64_t firstScene = 0;
+    std::int64_t end = 0;
+    bool showsStart = false;
+};
+
+/// The clock after so much running time, and how far it was set at that moment.
+struct Correction
+{
+    std::int64_t after = 0;
+    std::int64_t step = 0;
+};
+
+Run makeRun(std::uint8_t number,
+            std::int64_t bootTime,
+            std::int64_t end,
+            const std::vector<Correction>& corrections)
+{
+    constexpr std::uint8_t firstBootNumber = 0x40;
+    Run run;
+    run.boot = {demonstrationUuid(firstBootNumber + number), 125, 3, bootTime, {}};
+    run.end = end;
+    std::int64_t wall = bootTime;
+    std::int64_t elapsed = 0;
+    for (const Correction& correction : corrections) {
+        wall += correction.after - elapsed + correction.step;
+        elapsed = correction.after;
+        run.boot.syncs.push_back({static_cast<std::uint64_t>(elapsed) * 3 / 125, wall, 0, false});
+    }
+    return run;
+}
+
+/// Three runs in the last hour: one that began a day ago, a short one, and the present one, in
+/// which the clock was corrected a little and once set back by more than a second.
+std::vector<Run> runsOf(std::int64_t now)
+{
+    std::vector<Run> runs{
+        makeRun(0, now - 26 * 60 * minute, now - 41 * minute,
+                {{8 * second, 0}, {60 * minute, 12'000'000}, {25 * 60 * minute, -31'000'000}}),
+        makeRun(1, now - 40 * minute, now - 36 * minute, {{7 * second, 4'000'000}}),
+        makeRun(2, now - 35 * minute, now,
+                {{9 * second, 0}, {12 * minute, 23'000'000}, {21 * minute, -1'250'000'000}}),
+    };
+    runs[0].firstScene = now - 60 * minute;
+    for (std::size_t i = 1; i < runs.size(); ++i) {
+        runs[i].firstScene = runs[i].boot.wallTime + 10 * second;
+        runs[i].showsStart = true;
+    }
+    return runs;
+}
+
+/// The continuous time at which the clock of this boot showed the wall time.
+std::uint64_t ticksAt(const Boot& boot, std::int64_t wall)
+{
+    std::uint64_t ticks = 0;
+    std::int64_t since = boot.wallTime;
+    for (const Sync& sync : boot.syncs) {
+        if (sync.wallTime > wall)
+            break;
+        ticks = sync.continuousTime;
+        since = sync.wallTime;
+    }
+    return ticks + static_cast<std::uint64_t>(wall - since) * boot.denominator / boot.numerator;
+}
+
+/// The pause between two scenes: the nearer to the present, the busier.
+std::int64_t pauseAt(std::int64_t time, std::int64_t now)
+{
+    if (time > now - 10 * second)
+        return second / 12;
+    return time > now - 5 * minute ? second / 4 : 4 * second;
+}
+
+std::vector<Event> eventsOf(const Run& run, std::int64_t now, Stage& stage)
+{
+    if (run.showsStart)
+        startUp(stage, run.boot.wallTime + second);
+    std::size_t next = 0;
+    for (std::int64_t time = run.firstScene; time < run.end; time += pauseAt(time, now)) {
+        const auto jitter = static_cast<std::int64_t>(stage.chance(20'000'000));
+        scenes()[next++ % scenes().size()](stage, time + jitter);
+    }
+    std::vector<Event> events = std::exchange(stage.events(), {});
+    std::erase_if(events, [&](const Event& event) { return event.time > run.end; });
+    std::stable_sort(events.begin(), events.end(),
+                     [](const Event& a, const Event& b) { return a.time < b.time; });
+    return events;
+}
+
+std::uint8_t streamOf(Keep keep, std::uint8_t type)
+{
+    switch (keep) {
+    case Keep::Special: return SpecialStream;
+    case Keep::Signpost: return SignpostStream;
+    case Keep::Live:
+        return type == InfoMessage || type == DebugMessage ? MemoryStream : PersistentStream;
+    default: return PersistentStream;
+    }
+}
+
+/// Gives the event its place in the boot's time and adds it to the file.
+void layOut(TraceLayout& layout, Event event, Keep keep, const Boot& boot)
+{
+    constexpr std::uint64_t lossSpan = 48'000; // 2 ms
+    const std::uint64_t ticks = ticksAt(boot, event.time);
+    if (auto* record = std::get_if<Record>(&event.what)) {
+        record->time = ticks;
+        if (record->kind == RecordKind::Loss)
+            record->lost = {ticks - lossSpan, ticks, record->lost.count};
+        const std::uint8_t stream = streamOf(keep, record->type);
+        layout.add(*event.process, std::move(*record), stream);
+    } else if (auto* state = std::get_if<StateDump>(&event.what)) {
+        state->time = ticks;
+        layout.add(*event.process, std::move(*state));
+    } else if (auto* message = std::get_if<SimpleDump>(&event.what)) {
+        message->time = ticks;
+        layout.add(*event.process, std::move(*message));
+    }
+}
+
+Header headerAt(std::int64_t time, const Boot& boot)
+{
+    Header header{.numerator = boot.numerator, .denominator = boot.denominator, .wallTime = time};
+    header.continuousTime = ticksAt(boot, time);
+    header.boot = boot.uuid;
+    return header;
+}
+
+std::string fileName(std::size_t number, const char* extension)
+{
+    char name[40];
+    std::snprintf(name, sizeof name, "%016zx.%s", number, extension);
+    return name;
+}
+
+std::string pathOf(Keep keep, std::size_t number)
+{
+    switch (keep) {
+    case Keep::Persist: return "Persist/" + fileName(number, "tracev3");
+    case Keep::Special: return "Special/" + fileName(number, "tracev3");
+    case Keep::Signpost: return "Signpost/" + fileName(number, "tracev3");
+    case Keep::HighVolume: return "HighVolume/" + fileName(number, "tracev3");
+    case Keep::Live: break;
+    }
+    return "logdata.LiveData.tracev3";
+}
+
+/// One file for each folder. What is younger than some seconds is still in memory: the live file's.
+void addTraceFiles(
+    StoreFiles& store, const Run& run, std::size_t number, std::int64_t now, Stage& stage)
+{
+    const std::int64_t liveFrom = now - 20 * second;
+    std::map<Keep, TraceLayout> layouts;
+    for (Event& event : eventsOf(run, now, stage)) {
+        const Keep keep = event.time >= liveFrom ? Keep::Live : event.keep;
+        const auto layout = layouts.try_emplace(keep, headerAt(event.time, run.boot)).first;
+        layOut(layout->second, std::move(event), keep, run.boot);
+    }
+    for (auto& [keep, layout] : layouts)
+        store.add(pathOf(keep, number), layout.finish());
+}
+
+void addStrings(StoreFiles& store, const Cast& cast)
+{
+    for (const UuidText& image : cast.mainImages())
+        store.add(image);
+    store.add(cast.extension());
+    store.add(cast.sharedCache());
+}
+
+void addPapers(StoreFiles& store, const std::vector<Run>& runs)
+{
+    std::vector<Rotation> rotations;
+    for (std::size_t i = 0; i + 1 < runs.size(); ++i) {
+        for (const Keep keep : {Keep::Persist, Keep::Special}) {
+            const std::string path = pathOf(keep, i + 1);
+            rotations.push_back({path, runs[i].end, store.files[store.logPath(path)].size()});
+        }
+    }
+    store.addText("logdata.statistics.0.txt", statisticsText(rotations));
+    store.addText("version.plist", versionPropertyList(runs.back().boot.uuid.text()));
+}
+
+StoreFiles demonstrationFiles(std::int64_t now)
+{
+    StoreFiles store{StoreLayout::Live, {}};
+    const std::vector<Run> runs = runsOf(now);
+    Cast cast;
+    Stage stage(cast);
+    for (std::size_t i = 0; i < runs.size(); ++i)
+        addTraceFiles(store, runs[i], i + 1, now, stage);
+    addStrings(store, cast);
+    store.add(fileName(1, "timesync"), {runs[0].boot, runs[1].boot});
+    store.add(fileName(2, "timesync"), std::vector<Boot>{runs[2].boot});
+    addPapers(store, runs);
+    return store;
+}
+
+} // namespace
+
+Result<void> writeDemonstrationStore(const std::filesystem::path& root, std::int64_t now)
+{
+    for (const char* folder : {"diagnostics", "uuidtext"}) {
+        std::error_code error;
+        std::filesystem::remove_all(root / folder, error);
+        if (error)
+            return failure("\"" + (root / folder).string()
+                           + "\" could not be replaced: " + error.message() + ".");
+    }
+    return demonstrationFiles(now).write(root);
+}

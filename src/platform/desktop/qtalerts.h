@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/alerts.h"
+
+/// Alerts as message boxes over the active window.
+class QtAlerts final : public Alerts
+{
+public:
+    void critical(const QString& message, const QString& informativeText) override;
+};

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <unistd.h>
+#include <utility>
+
+/// An open file of the system, closed at the end.
+class FileDescriptor
+{
+public:
+    explicit FileDescriptor(int number) : m_number(number) {}
+    FileDescriptor(FileDescriptor&& other) noexcept : m_number(std::exchange(other.m_number, -1)) {}
+    FileDescriptor(const FileDescriptor&) = delete;
+    FileDescriptor& operator=(const FileDescriptor&) = delete;
+    FileDescriptor& operator=(FileDescriptor&&) = delete;
+    ~FileDescriptor() { close(); }
+
+    bool isOpen() const { return m_number >= 0; }
+    int number() const { return m_number; }
+    /// Some file systems say only here that the last bytes found no room.
+    bool close() { return m_number < 0 || ::close(std::exchange(m_number, -1)) == 0; }
+
+private:
+    int m_number;
+};

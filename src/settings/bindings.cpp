@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+#include "settings/bindings.h"
+
+#include "platform/desktop/documenttext.h"
+
+#include <QCheckBox>
+#include <QLineEdit>
+
+#include <algorithm>
+#include <limits>
+
+namespace {
+
+/// Calls `show` now, and again whenever the key is written, for as long as `control` lives.
+template <typename Show>
+void follow(QObject* control, UserDefaults& defaults, QLatin1StringView key, Show show)
+{
+    show();
+    QObject::connect(&defaults, &UserDefaults::changed, control,
+                     [key, show](const QString& written) {
+                         if (written == key)
+                             show();
+                     });
+}
+
+void showText(QLineEdit* field, const QString& text)
+{
+    if (field->text() == text)
+        return;
+    const qsizetype cursor = field->cursorPosition();
+    field->setText(text);
+    field->setCursorPosition(static_cast<int>(std::min(cursor, text.size())));
+}
+
+} // namespace
+
+// A control says that it changed also when it follows the store. Such a change is told from the
+// user's by what is stored, and not by who made it: then an absent key stays absent, and a stored
+// text that the control holds in another form stays as it is.
+
+void bind(QLineEdit* field, UserDefaults& defaults, const preferences::TextKey& preference)
+{
+    const auto stored = [&defaults, preference] {
+        return defaults.string(preference.key).value_or(QString());
+    };
+    field->setMaxLength(std::numeric_limits<int>::max()); // else a longer text would be cut
+    follow(field, defaults, preference.key, [field, stored] { showText(field, stored()); });
+    QObject::connect(field, &QLineEdit::textChanged, &defaults,
+                     [&defaults, preference, stored](const QString& text) {
+                         if (text != stored())
+                             defaults.set(preference.key, text);
+                     });
+}
+
+void bind(QCheckBox* control, UserDefaults& defaults, const preferences::SwitchKey& preference)
+{
+    const auto stored = [&defaults, preference] {
+        return defaults.boolean(preference.key).value_or(preference.shownWhenAbsent);
+    };
+    follow(control, defaults, preference.key, [control, stored] { control->setChecked(stored()); });
+    QObject::connect(control, &QCheckBox::toggled, &defaults,
+                     [&defaults, preference, stored](bool on) {
+                         if (on != stored())
+                             defaults.set(preference.key, on);
+                     });
+}
+
+void bind(QTextDocument* document, UserDefaults& defaults, const preferences::TextKey& preference)
+{
+    const auto stored = [&defaults, preference] {
+        return defaults.string(preference.key).value_or(QString());
+    };
+    follow(document, defaults, preference.key,
+           [document, stored] { showText(document, stored()); });
+    bindText(document, stored,
+             [&defaults, preference](const QString& text) { defaults.set(preference.key, text); });
+}

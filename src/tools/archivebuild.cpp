@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: MIT
+#include "tools/archivebuild.h"
+
+#include "platform/propertylist.h"
+
+#include <QUuid>
+
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The name that every log data folder has on both sides.
+constexpr std::array logFolders{"Persist", "Special", "Signpost", "HighVolume", "timesync"};
+constexpr auto liveDataFile = "logdata.LiveData.tracev3";
+
+QVariantMap infoDictionary(quint64 tickCount, const QVariantMap& version)
+{
+    const QVariantMap time{
+        {u"ContinuousTime"_s, tickCount},
+        {u"UUID"_s, QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper()}};
+    const QVariantMap oldest{{u"OldestTimeRef"_s, time}};
+    return {{u"EndTimeRef"_s, time},
+            {u"LiveMetadata"_s, oldest},
+            {u"OSArchiveVersion"_s, 4},
+            {u"OSLoggingSupportProject"_s, u"libtrace-1147.80.3"_s},
+            {u"OSLoggingSupportVersion"_s, 1147.8},
+            {u"PersistMetadata"_s, oldest},
+            {u"SpecialMetadata"_s, QVariantMap{{u"OldestTimeRef"_s, time}, {u"TTL"_s, version}}}};
+}
+
+} // namespace
+
+void ArchiveBuild::copyLogs()
+{
+    copy(m_source / "uuidtext", m_destination);
+    for (const char* name : logFolders)
+        copy(m_source / "diagnostics" / name, m_destination / name);
+    const FilePath extra = m_destination / "Extra";
+    reportStep(u"creating folder at "_s + shownPath(extra));
+    if (reportFailure(m_files.createFolder(extra)))
+        copyLooseFiles();
+}
+
+void ArchiveBuild::copyLooseFiles()
+{
+    const FilePath diagnostics = m_source / "diagnostics";
+    reportStep(u"getting contents of folder at "_s + shownPath(diagnostics));
+    const auto names = m_files.contentsOfFolder(diagnostics);
+    if (!names) {
+        reportFailure(tl::unexpected(names.error()));
+        return;
+    }
+    for (const std::string& name : *names) {
+        if (!m_files.isFolder(diagnostics / name))
+            copy(diagnostics / name, m_destination / (name == liveDataFile ? "" : "Extra") / name);
+    }
+}
+
+void ArchiveBuild::copy(const FilePath& from, const FilePath& to)
+{
+    reportStep(u"copying from "_s + shownPath(from) + u" to "_s + shownPath(to));
+    reportFailure(m_files.copyItem(from, to));
+}
+
+void ArchiveBuild::writeInfo(quint64 tickCount)
+{
+    QVariantMap version = versionDictionary();
+    if (version.isEmpty())
+        reportStep(u"theImportDict is empty or missing."_s);
+    version.remove(u"Version"_s);
+    reportStep(u"building export dictionary"_s);
+    const auto xml = propertyListXml(infoDictionary(tickCount, version));
+    const FilePath info = m_destination / "Info.plist";
+    reportStep(u"writing export dictionary to "_s + shownPath(info));
+    if (!xml || !m_files.writeFile(info, *xml))
+        report(u"Couldn't save exported file."_s);
+}
+
+QVariantMap ArchiveBuild::versionDictionary()
+{
+    const FilePath path = m_destination / "Extra" / "version.plist";
+    reportStep(u"opening property list at "_s + shownPath(path));
+    const auto bytes = m_files.contentsOfFile(path);
+    return bytes ? propertyListFrom(*bytes).value_or(QVariantMap()) : QVariantMap();
+}
+
+void ArchiveBuild::reportStep(const QString& step)
+{
+    if (m_debug)
+        report(step + u'\n');
+}
+
+bool ArchiveBuild::reportFailure(const Result<void>& result)
+{
+    if (!result)
+        report(QString::fromStdString(result.error().description));
+    return result.has_value();
+}

@@ -1,0 +1,194 @@
+// SPDX-License-Identifier: MIT
+#include "logstore/writtenstore.h"
+
+#include <QDir>
+#include <QFile>
+#include <QRegularExpression>
+#include <QTest>
+
+using namespace logstore::writer;
+
+namespace {
+
+constexpr std::uint32_t enormous = 0xffffffff;
+constexpr auto persist = "Persist/0000000000000001.tracev3";
+
+QString lines(std::initializer_list<const char*> texts)
+{
+    QStringList result;
+    for (const char* text : texts)
+        result += QString::fromUtf8(text);
+    return result.join(QLatin1Char('\n'));
+}
+
+} // namespace
+
+/// Damage of the files beside the records, and folders that are no store.
+class TestDamagedFiles : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral("."))); }
+    void damagedStringFiles_data();
+    void damagedStringFiles();
+    void damagedTimeFiles_data();
+    void damagedTimeFiles();
+    void strangeNamesAreIgnored();
+    void linksOutOfTheStoreAreNotFollowed();
+    void openFailsWithAReason_data();
+    void openFailsWithAReason();
+};
+
+void TestDamagedFiles::damagedStringFiles_data()
+{
+    QTest::addColumn<Edit>("ofImage");
+    QTest::addColumn<Edit>("ofCache");
+    QTest::addColumn<QString>(
+        "expected"); // a string of the image, one of the cache, the sender of that
+    const auto add = [](const char* name, Edit image, Edit cache,
+                        std::initializer_list<const char*> expected) {
+        QTest::newRow(name) << std::move(image) << std::move(cache) << lines(expected);
+    };
+    const Edit none = [](Bytes&) {};
+    const auto cut = [](std::size_t size) { return [size](Bytes& bytes) { bytes.resize(size); }; };
+    constexpr auto noUuid = "<compose failure [UUID]>";
+    constexpr auto noSharedUuid = "<compose failure [shared UUID]>";
+    constexpr auto noOffset = "<Invalid shared cache format string offset>";
+    constexpr std::size_t range = 16;
+    constexpr std::size_t imageEntry = range + 24;
+    add("nothing", none, none, {"in image", "in cache", "libfirst.dylib"});
+    add("image file is empty", cut(0), none, {noUuid, "in cache", "libfirst.dylib"});
+    add("image file of another kind", put(0, enormous), none,
+        {noUuid, "in cache", "libfirst.dylib"});
+    add("image file with 4 billion entries", put(12, enormous), none,
+        {noUuid, "in cache", "libfirst.dylib"});
+    add("image file cut in its table", cut(20), none, {noUuid, "in cache", "libfirst.dylib"});
+    add("image file cut in a string", cut(16 + 8 + 4), none,
+        {"in i", "in cache", "libfirst.dylib"});
+    add("cache file is empty", none, cut(0), {"in image", noSharedUuid, ""});
+    add("cache file of an unknown version", none, put<std::uint16_t>(4, 3),
+        {"in image", noSharedUuid, ""});
+    add("cache file with 4 billion ranges", none, put(8, enormous), {"in image", noSharedUuid, ""});
+    add("cache file with 4 billion images", none, put(12, enormous),
+        {"in image", noSharedUuid, ""});
+    add("cache file cut in its tables", none, cut(40), {"in image", noSharedUuid, ""});
+    add("range outside the cache file", none, put(range + 8, enormous), {"in image", noOffset, ""});
+    add("range longer than the cache file", none, put(range + 12, enormous),
+        {"in image", "in cache", "libfirst.dylib"});
+    add("range of an image that is not there", none, put<std::uint64_t>(range + 16, UINT64_MAX),
+        {"in image", "in cache", ""});
+    add("path outside the cache file", none, put(imageEntry + 28, enormous),
+        {"in image", "in cache", ""});
+}
+
+void TestDamagedFiles::damagedStringFiles()
+{
+    QFETCH(Edit, ofImage);
+    QFETCH(Edit, ofCache);
+    QFETCH(QString, expected);
+    WrittenStore store;
+    Record inCache{.time = 2};
+    inCache.format = inSharedCache(store.cache.offset(0, "in cache"));
+    store.addRecords({store.message(1, "in image"), inCache});
+    store.files.add(store.image);
+    store.files.add(store.cache);
+    ofImage(store.files.files[store.files.stringsPath(store.image.uuid)]);
+    ofCache(store.files.files[store.files.cachePath(store.cache.uuid)]);
+    QCOMPARE(store.messages() + QLatin1Char('\n') + store.entries().at(1).sender, expected);
+}
+
+void TestDamagedFiles::damagedTimeFiles_data()
+{
+    QTest::addColumn<Edit>("edit");
+    QTest::addColumn<qint64>("wall"); // of a record behind both sync records
+    constexpr std::int64_t at = WrittenStore::bootTime;
+    constexpr std::size_t firstSync = 48;
+    constexpr std::size_t secondSync = firstSync + 32;
+    const auto cut = [](std::size_t size) { return [size](Bytes& bytes) { bytes.resize(size); }; };
+    const std::int64_t ofHeader = at + 900 + 50;
+    QTest::newRow("nothing") << Edit([](Bytes&) {}) << qint64(at + 2050);
+    QTest::newRow("empty") << Edit(cut(0)) << qint64(ofHeader);
+    QTest::newRow("cut in the boot record") << Edit(cut(47)) << qint64(ofHeader);
+    QTest::newRow("cut in a sync record") << Edit(cut(secondSync + 31)) << qint64(at + 1150);
+    QTest::newRow("size of zero") << put<std::uint16_t>(secondSync + 2, 0) << qint64(at + 1150);
+    QTest::newRow("unknown signature")
+        << put<std::uint16_t>(secondSync, 0x1234) << qint64(at + 1150);
+    QTest::newRow("record longer than the file")
+        << put<std::uint16_t>(secondSync + 2, 0xffff) << qint64(at + 1150);
+    QTest::newRow("sync records without a boot")
+        << Edit([](Bytes& bytes) { bytes.erase(bytes.begin(), bytes.begin() + 48); })
+        << qint64(ofHeader);
+    QTest::newRow("wall time that overflows")
+        << put<std::int64_t>(secondSync + 16, INT64_MAX - 5) << qint64(INT64_MAX);
+}
+
+void TestDamagedFiles::damagedTimeFiles()
+{
+    QFETCH(Edit, edit);
+    QFETCH(qint64, wall);
+    WrittenStore store;
+    store.boot.syncs = {{100, WrittenStore::bootTime + 1000}, {200, WrittenStore::bootTime + 2000}};
+    TraceFile file = store.trace({{{store.page({store.message(250, "hello")})}}});
+    file.header.wallTime = WrittenStore::bootTime + 1000;
+    file.header.continuousTime = 300;
+    store.files.add(persist, file);
+    store.files.add("0000000000000001.timesync", {store.boot});
+    edit(store.files.files["timesync/0000000000000001.timesync"]);
+    const auto entries = store.entries();
+    QCOMPARE(entries.size(), std::size_t(1));
+    QCOMPARE(entries[0].time, wall);
+}
+
+void TestDamagedFiles::strangeNamesAreIgnored()
+{
+    WrittenStore store;
+    store.addRecords({store.message(1, "one"), store.message(2, "two")});
+    for (const char* name :
+         {"Persist/._0000000000000001.tracev3", "Persist/readme.txt",
+          "Other/0000000000000001.tracev3", "timesync/._0000000000000001.timesync", "11/._rest",
+          "dsc/._name", ".DS_Store", "Extra/x"})
+        store.files.addText(name, "of no use");
+    QCOMPARE(store.messages(), lines({"one", "two"}));
+}
+
+void TestDamagedFiles::linksOutOfTheStoreAreNotFollowed()
+{
+    WrittenStore outside;
+    outside.addRecords({outside.message(1, "outside")});
+    const auto elsewhere = outside.write();
+    WrittenStore store;
+    store.addRecords({store.message(1, "inside")});
+    const auto root = store.write();
+    std::filesystem::create_directories(root / "Special");
+    std::filesystem::create_symlink(elsewhere / persist, root / "Special/0000000000000002.tracev3");
+    std::filesystem::create_directory_symlink(elsewhere / "Persist", root / "Signpost");
+    QCOMPARE(store.messages(), QStringLiteral("inside"));
+}
+
+void TestDamagedFiles::openFailsWithAReason_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("missing") << QStringLiteral("missing.logarchive");
+    QTest::newRow("a file") << QStringLiteral("file.logarchive");
+    QTest::newRow("an empty folder") << QStringLiteral("empty.logarchive");
+    QTest::newRow("a folder of other things") << QStringLiteral("other.logarchive");
+}
+
+void TestDamagedFiles::openFailsWithAReason()
+{
+    QFETCH(QString, name);
+    QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("file.logarchive")));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QDir(folder.path()).mkpath(QStringLiteral("empty.logarchive"));
+    QDir(folder.path()).mkpath(QStringLiteral("other.logarchive/Pictures"));
+    const QString path = folder.filePath(name);
+    const auto store = logstore::Store::open(path.toStdString());
+    QVERIFY(!store);
+    const QString reason = QString::fromStdString(store.error().description);
+    QVERIFY2(reason.contains(path) && reason.size() > path.size() + 10, qPrintable(reason));
+}
+
+QTEST_APPLESS_MAIN(TestDamagedFiles)
+#include "tst_damagedfiles.moc"

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#include "support/fakeplatform.h"
+
+void FakePanels::open(const OpenPanelRequest& request, PanelCompletion completion)
+{
+    openRequests.append(request);
+    m_waiting.append(std::move(completion));
+}
+
+void FakePanels::save(const SavePanelRequest& request, PanelCompletion completion)
+{
+    saveRequests.append(request);
+    m_waiting.append(std::move(completion));
+}
+
+void FakePanels::confirm(const QUrl& location)
+{
+    answer({true, location});
+}
+
+void FakePanels::confirmWithoutLocation()
+{
+    answer({true, std::nullopt});
+}
+
+void FakePanels::cancel()
+{
+    answer({});
+}
+
+void FakePanels::answer(const PanelResult& result)
+{
+    Q_ASSERT_X(isOpen(), "FakePanels", "no panel is open");
+    const PanelCompletion completion = m_waiting.takeFirst();
+    completion(result);
+}
+
+void FakeAlerts::critical(const QString& message, const QString& informativeText)
+{
+    shown.append({message, informativeText});
+}
+
+Result<OSLogStore> FakeLogStores::local()
+{
+    opened.append(QString());
+    if (!localPath)
+        return failure("The local log store may not be read.");
+    return OSLogStore::open(*localPath);
+}
+
+Result<OSLogStore> FakeLogStores::archive(const QString& path)
+{
+    opened.append(path);
+    return OSLogStore::open(path);
+}
+
+Result<QByteArray> FakeProcessRunner::output(const QString& program, const QStringList& arguments)
+{
+    runs.append(QStringList(program) + arguments);
+    if (!answer)
+        return failure("The program could not be run.");
+    return *answer;
+}
