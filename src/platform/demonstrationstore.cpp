@@ -191,16 +191,19 @@ void addStrings(StoreFiles& store, const Cast& cast)
     store.add(cast.sharedCache());
 }
 
+/// The daemon's texts: statistics of each run that is over, the latest in the file of number 0.
 void addPapers(StoreFiles& store, const std::vector<Run>& runs)
 {
-    std::vector<Rotation> rotations;
+    std::size_t number = runs.size() - 1;
     for (std::size_t i = 0; i + 1 < runs.size(); ++i) {
+        std::vector<Rotation> rotations;
         for (const Keep keep : {Keep::Persist, Keep::Special}) {
             const std::string path = pathOf(keep, i + 1);
             rotations.push_back({path, runs[i].end, store.files[store.logPath(path)].size()});
         }
+        store.addText("logdata.statistics." + std::to_string(--number) + ".txt",
+                      statisticsText(rotations));
     }
-    store.addText("logdata.statistics.0.txt", statisticsText(rotations));
     store.addText("version.plist", versionPropertyList(runs.back().boot.uuid.text()));
 }
 

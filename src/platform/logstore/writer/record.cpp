@@ -46,7 +46,7 @@ std::uint16_t messageFlags(const Record& record, const ItemBytes& items)
         flags |= HasTimeToLive;
     if (record.oversize)
         flags |= HasOversize;
-    if (record.backtrace)
+    if (!record.backtrace.images.empty())
         flags |= HasBacktrace;
     if (record.kind == RecordKind::Signpost && record.name)
         flags |= HasName;
@@ -145,8 +145,7 @@ appendData(ByteBuilder& out, const Record& record, const ItemBytes& items, std::
 
 RecordBytes recordBytes(const Record& record, std::uint64_t baseTime)
 {
-    const Backtrace* backtrace = record.backtrace ? &*record.backtrace : nullptr;
-    ItemBytes items = isMessage(record) ? itemBytes(record.items, backtrace) : ItemBytes{};
+    ItemBytes items = isMessage(record) ? itemBytes(record.items, record.backtrace) : ItemBytes{};
     const auto flags = flagsOf(record, items);
     const std::uint64_t delta = record.time - baseTime;
 

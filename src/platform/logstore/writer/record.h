@@ -66,7 +66,7 @@ struct Record
     LostRecords lost{};
     std::optional<std::uint32_t>
         oversize{}; ///< the items stand in the oversize chunk of this number
-    std::optional<Backtrace> backtrace{};
+    Backtrace backtrace{};
     Edit edit{}; ///< of head and data together
 };
 
