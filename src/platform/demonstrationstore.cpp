@@ -149,20 +149,13 @@ Header headerAt(std::int64_t time, const Boot& boot)
     return header;
 }
 
-std::string fileName(std::size_t number, const char* extension)
-{
-    char name[40];
-    std::snprintf(name, sizeof name, "%016zx.%s", number, extension);
-    return name;
-}
-
 std::string pathOf(Keep keep, std::size_t number)
 {
     switch (keep) {
-    case Keep::Persist: return "Persist/" + fileName(number, "tracev3");
-    case Keep::Special: return "Special/" + fileName(number, "tracev3");
-    case Keep::Signpost: return "Signpost/" + fileName(number, "tracev3");
-    case Keep::HighVolume: return "HighVolume/" + fileName(number, "tracev3");
+    case Keep::Persist: return "Persist/" + logFileName(number, "tracev3");
+    case Keep::Special: return "Special/" + logFileName(number, "tracev3");
+    case Keep::Signpost: return "Signpost/" + logFileName(number, "tracev3");
+    case Keep::HighVolume: return "HighVolume/" + logFileName(number, "tracev3");
     case Keep::Live: break;
     }
     return "logdata.LiveData.tracev3";
@@ -216,8 +209,8 @@ StoreFiles demonstrationFiles(std::int64_t now)
     for (std::size_t i = 0; i < runs.size(); ++i)
         addTraceFiles(store, runs[i], i + 1, now, stage);
     addStrings(store, cast);
-    store.add(fileName(1, "timesync"), {runs[0].boot, runs[1].boot});
-    store.add(fileName(2, "timesync"), std::vector<Boot>{runs[2].boot});
+    store.add(logFileName(1, "timesync"), {runs[0].boot, runs[1].boot});
+    store.add(logFileName(2, "timesync"), std::vector<Boot>{runs[2].boot});
     addPapers(store, runs);
     return store;
 }

@@ -17,7 +17,6 @@ enum Flag : std::uint16_t {
     HasName = 0x8000
 };
 
-constexpr std::uint64_t activityMarker = 0x8000000000000000;
 constexpr std::size_t headSize = 24;
 
 bool isMessage(const Record& record)

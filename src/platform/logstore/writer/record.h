@@ -11,6 +11,9 @@
 
 namespace logstore::writer {
 
+/// Set in every activity identifier that is stored.
+constexpr std::uint64_t activityMarker = 0x8000000000000000;
+
 /// Changes bytes that were built in good order: how tests make damage.
 using Edit = std::function<void(Bytes&)>;
 
