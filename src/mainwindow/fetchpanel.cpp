@@ -7,7 +7,6 @@
 
 namespace {
 
-constexpr qint64 patienceMs = 1000;
 constexpr int steps = 1000;
 
 QString tr(const char* text)
@@ -17,7 +16,9 @@ QString tr(const char* text)
 
 } // namespace
 
-FetchPanel::FetchPanel(QWidget* window) : m_window(window)
+FetchPanel::FetchPanel(QWidget* window, std::chrono::milliseconds patience)
+    : m_window(window)
+    , m_patience(patience)
 {
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     m_running.start();
@@ -30,7 +31,7 @@ FetchPanel::~FetchPanel()
 
 bool FetchPanel::update(const FetchProgress& progress)
 {
-    if (m_running.elapsed() < patienceMs)
+    if (m_running.elapsed() < m_patience.count())
         return true;
     if (!m_dialog)
         show();

@@ -14,6 +14,6 @@ struct FetchProgress
     double fraction = 0;     ///< of the maximum or of the period, whichever is further; 0 to 1
 };
 
-/// Called some twenty times a second while a fetch runs. May run events; returning false cancels
-/// the fetch.
+/// Called soon after a fetch has begun to read, then some twenty times a second while it runs. May
+/// run events; returning false cancels the fetch.
 using FetchObserver = std::function<bool(const FetchProgress&)>;

@@ -47,18 +47,17 @@ FetchPace::FetchPace(FetchObserver observer, std::int64_t start, std::int64_t en
     , m_end(end)
     , m_maximum(maximum)
 {
-    m_sinceCall.start();
 }
 
 void FetchPace::look(std::int64_t time)
 {
-    if (m_cancelled || !m_observer || m_sinceCall.elapsed() < interval)
+    if (m_cancelled || !m_observer || (m_sinceCall.isValid() && !m_sinceCall.hasExpired(interval)))
         return;
     constexpr std::int64_t nanosecondsPerMillisecond = 1'000'000;
     m_progress.reached = QDateTime::fromMSecsSinceEpoch(time / nanosecondsPerMillisecond);
     m_progress.fraction = fraction(time);
     m_cancelled = !m_observer(m_progress);
-    m_sinceCall.restart(); // after the call: what the observer does is not the fetch's time
+    m_sinceCall.start(); // after the call: what the observer does is not the fetch's time
 }
 
 double FetchPace::fraction(std::int64_t time) const

@@ -5,7 +5,7 @@
 
 using namespace Qt::StringLiterals;
 
-class tst_EntrySearch : public QObject
+class TestEntrySearch : public QObject
 {
     Q_OBJECT
 
@@ -40,7 +40,7 @@ QList<LogEntry> entries()
 
 } // namespace
 
-void tst_EntrySearch::searchesTheChosenField_data()
+void TestEntrySearch::searchesTheChosenField_data()
 {
     QTest::addColumn<int>("searchType");
     QTest::addColumn<int>("found");
@@ -53,7 +53,7 @@ void tst_EntrySearch::searchesTheChosenField_data()
     QTest::addRow("below the first type") << -1 << 4;
 }
 
-void tst_EntrySearch::searchesTheChosenField()
+void TestEntrySearch::searchesTheChosenField()
 {
     QFETCH(int, searchType);
     QFETCH(int, found);
@@ -63,7 +63,7 @@ void tst_EntrySearch::searchesTheChosenField()
     QCOMPARE(results.first().id, list.at(found).id);
 }
 
-void tst_EntrySearch::keepsOrderAndEntries()
+void TestEntrySearch::keepsOrderAndEntries()
 {
     QList<LogEntry> list{entryWith(&LogEntry::sender, u"backupd"_s),
                          entryWith(&LogEntry::sender, u"kernel"_s),
@@ -76,5 +76,5 @@ void tst_EntrySearch::keepsOrderAndEntries()
     QCOMPARE(results.at(1).userNote->toString(), u"kept"_s);
 }
 
-QTEST_GUILESS_MAIN(tst_EntrySearch)
+QTEST_GUILESS_MAIN(TestEntrySearch)
 #include "tst_entrysearch.moc"

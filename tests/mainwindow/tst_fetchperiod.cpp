@@ -8,7 +8,7 @@
 
 using namespace Qt::StringLiterals;
 
-class tst_FetchPeriod : public QObject
+class TestFetchPeriod : public QObject
 {
     Q_OBJECT
 
@@ -18,7 +18,7 @@ private Q_SLOTS:
     void notANumber();
 };
 
-void tst_FetchPeriod::seconds_data()
+void TestFetchPeriod::seconds_data()
 {
     constexpr double infinity = std::numeric_limits<double>::infinity();
     QTest::addColumn<QString>("text");
@@ -51,18 +51,18 @@ void tst_FetchPeriod::seconds_data()
     QTest::addRow("zero character alone") << u"\0"_s << 5.0;
 }
 
-void tst_FetchPeriod::seconds()
+void TestFetchPeriod::seconds()
 {
     QFETCH(QString, text);
     QFETCH(double, expected);
     QCOMPARE(periodSeconds(text), expected);
 }
 
-void tst_FetchPeriod::notANumber()
+void TestFetchPeriod::notANumber()
 {
     QVERIFY(std::isnan(periodSeconds(u"nan"_s)));
     QVERIFY(std::isnan(periodSeconds(u"-NaN(7)"_s)));
 }
 
-QTEST_GUILESS_MAIN(tst_FetchPeriod)
+QTEST_GUILESS_MAIN(TestFetchPeriod)
 #include "tst_fetchperiod.moc"

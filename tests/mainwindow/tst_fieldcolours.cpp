@@ -8,7 +8,7 @@
 
 using namespace Qt::StringLiterals;
 
-class tst_FieldColours : public QObject
+class TestFieldColours : public QObject
 {
     Q_OBJECT
 
@@ -38,7 +38,7 @@ double contrast(const QColor& a, const QColor& b)
 
 } // namespace
 
-void tst_FieldColours::everyToneCanBeRead_data()
+void TestFieldColours::everyToneCanBeRead_data()
 {
     QTest::addColumn<QColor>("base");
     QTest::addColumn<QColor>("alternate");
@@ -46,7 +46,7 @@ void tst_FieldColours::everyToneCanBeRead_data()
     QTest::addRow("light") << QColor(0xffffff) << QColor(0xf5f5f5);
 }
 
-void tst_FieldColours::everyToneCanBeRead()
+void TestFieldColours::everyToneCanBeRead()
 {
     QFETCH(QColor, base);
     QFETCH(QColor, alternate);
@@ -63,5 +63,5 @@ void tst_FieldColours::everyToneCanBeRead()
     }
 }
 
-QTEST_GUILESS_MAIN(tst_FieldColours)
+QTEST_GUILESS_MAIN(TestFieldColours)
 #include "tst_fieldcolours.moc"

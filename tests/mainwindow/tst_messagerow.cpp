@@ -7,7 +7,7 @@ using namespace Qt::StringLiterals;
 
 using Pieces = QList<std::pair<QString, FieldColour>>;
 
-class tst_MessageRow : public QObject
+class TestMessageRow : public QObject
 {
     Q_OBJECT
 
@@ -67,12 +67,12 @@ Pieces piecesOf(const MessageRow& row)
 
 } // namespace
 
-void tst_MessageRow::init()
+void TestMessageRow::init()
 {
     QTest::failOnWarning(QRegularExpression(u"."_s));
 }
 
-void tst_MessageRow::pieces_data()
+void TestMessageRow::pieces_data()
 {
     using enum FieldColour;
     QTest::addColumn<LogEntry>("entry");
@@ -120,7 +120,7 @@ void tst_MessageRow::pieces_data()
         << Pieces{{QString(), Normal}, {u"🎬"_s, Normal}, {QString(), Normal}};
 }
 
-void tst_MessageRow::pieces()
+void TestMessageRow::pieces()
 {
     QFETCH(LogEntry, entry);
     QFETCH(bool, fullMode);
@@ -128,7 +128,7 @@ void tst_MessageRow::pieces()
     QCOMPARE(piecesOf({entry, fullMode}), expected);
 }
 
-void tst_MessageRow::spokenLine_data()
+void TestMessageRow::spokenLine_data()
 {
     QTest::addColumn<LogEntry>("entry");
     QTest::addColumn<bool>("fullMode");
@@ -142,7 +142,7 @@ void tst_MessageRow::spokenLine_data()
     QTest::addRow("nothing for empty fields") << emptyEntry(3) << true << u"boundary"_s;
 }
 
-void tst_MessageRow::spokenLine()
+void TestMessageRow::spokenLine()
 {
     QFETCH(LogEntry, entry);
     QFETCH(bool, fullMode);
@@ -150,5 +150,5 @@ void tst_MessageRow::spokenLine()
     QCOMPARE((MessageRow{entry, fullMode}.spokenLine()), expected);
 }
 
-QTEST_GUILESS_MAIN(tst_MessageRow)
+QTEST_GUILESS_MAIN(TestMessageRow)
 #include "tst_messagerow.moc"

@@ -5,7 +5,7 @@
 
 using namespace Qt::StringLiterals;
 
-class tst_PredicateChoice : public QObject
+class TestPredicateChoice : public QObject
 {
     Q_OBJECT
 
@@ -14,7 +14,7 @@ private Q_SLOTS:
     void chosen();
 };
 
-void tst_PredicateChoice::chosen_data()
+void TestPredicateChoice::chosen_data()
 {
     using Choice = std::optional<QStringList>; // format, then arguments
     QTest::addColumn<int>("index");
@@ -43,7 +43,7 @@ void tst_PredicateChoice::chosen_data()
     QTest::addRow("no row") << -1 << nothing << Choice();
 }
 
-void tst_PredicateChoice::chosen()
+void TestPredicateChoice::chosen()
 {
     QFETCH(int, index);
     QFETCH(std::optional<QString>, specPred);
@@ -55,5 +55,5 @@ void tst_PredicateChoice::chosen()
         QCOMPARE(QStringList{choice->format} + choice->arguments, *expected);
 }
 
-QTEST_GUILESS_MAIN(tst_PredicateChoice)
+QTEST_GUILESS_MAIN(TestPredicateChoice)
 #include "tst_predicatechoice.moc"

@@ -9,7 +9,7 @@
 
 using namespace Qt::StringLiterals;
 
-class tst_TextSearch : public QObject
+class TestTextSearch : public QObject
 {
     Q_OBJECT
 
@@ -54,12 +54,12 @@ bool finds(const QString& query, const QString& text)
 
 } // namespace
 
-void tst_TextSearch::init()
+void TestTextSearch::init()
 {
     QTest::failOnWarning(QRegularExpression(u"."_s));
 }
 
-void tst_TextSearch::finds_data()
+void TestTextSearch::finds_data()
 {
     QTest::addColumn<QString>("query");
     QTest::addColumn<QString>("text");
@@ -106,7 +106,7 @@ void tst_TextSearch::finds_data()
     QTest::addRow("zero byte in the text") << u"b"_s << u"a\0b"_s << true;
 }
 
-void tst_TextSearch::finds()
+void TestTextSearch::finds()
 {
     QFETCH(QString, query);
     QFETCH(QString, text);
@@ -115,7 +115,7 @@ void tst_TextSearch::finds()
     QCOMPARE(referenceFinds(query, text), found);
 }
 
-void tst_TextSearch::agreesWithTheReference_data()
+void TestTextSearch::agreesWithTheReference_data()
 {
     QTest::addColumn<QStringList>("alphabet");
     QTest::addRow("plain letters") << QStringList{u"a"_s, u"B"_s, u"b"_s, u"A"_s, u" "_s};
@@ -131,7 +131,7 @@ void tst_TextSearch::agreesWithTheReference_data()
                                               u"\u11ab"_s, u"क"_s,  u"ि"_s,      u"a"_s};
 }
 
-void tst_TextSearch::agreesWithTheReference()
+void TestTextSearch::agreesWithTheReference()
 {
     QFETCH(QStringList, alphabet);
     QRandomGenerator random(20240307);
@@ -151,7 +151,7 @@ void tst_TextSearch::agreesWithTheReference()
     }
 }
 
-void tst_TextSearch::canonicalFormsFindAlike()
+void TestTextSearch::canonicalFormsFindAlike()
 {
     const QString text = u"Ångström café Việt 한국"_s;
     for (const QString& query : {u"ångström"_s, u"CAFÉ"_s, u"việt"_s, u"한국"_s}) {
@@ -162,5 +162,5 @@ void tst_TextSearch::canonicalFormsFindAlike()
     }
 }
 
-QTEST_GUILESS_MAIN(tst_TextSearch)
+QTEST_GUILESS_MAIN(TestTextSearch)
 #include "tst_textsearch.moc"

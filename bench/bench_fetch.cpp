@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: MIT
+#include "model/logger.h"
+#include "platform/logpredicate.h"
+#include "support/fakeplatform.h"
+#include "support/smallstore.h"
+
+#include <benchmark/benchmark.h>
+#include <limits>
+#include <malloc.h>
+
+/// A whole store through the reader alone, and through a fetch. The environment variable
+/// TESSEL_BENCH_ARCHIVE names an archive to read instead of one written here.
+
+namespace {
+
+const FakePlatform& platformWithStore()
+{
+    static FakePlatform fake;
+    if (fake.logStores.localPath)
+        return fake;
+    fake.logStores.localPath = qEnvironmentVariable("TESSEL_BENCH_ARCHIVE");
+    if (!fake.logStores.localPath->isEmpty())
+        return fake;
+    constexpr int entries = 300'000;
+    constexpr std::int64_t start = 1'709'816'700'000'000'000;
+    SmallStore store(start);
+    for (int i = 0; i < entries; ++i)
+        store.log(start + i * 1'000'000LL,
+                  "request " + std::to_string(i) + " was answered by the service");
+    fake.logStores.localPath = fake.folder.filePath(QStringLiteral("bench.logarchive"));
+    store.write(*fake.logStores.localPath);
+    return fake;
+}
+
+/// What a conversion asks for, without the conversion.
+void decode(benchmark::State& state)
+{
+    const auto store = OSLogStore::open(*platformWithStore().logStores.localPath);
+    if (!store)
+        return state.SkipWithError(store.error().description.c_str());
+    std::int64_t count = 0;
+    for (auto turn : state) {
+        auto entries = store->getEntries({std::numeric_limits<std::int64_t>::min()});
+        for (const logstore::Entry* entry = entries.next(); entry;
+             entry = entries.next(), ++count) {
+            benchmark::DoNotOptimize(entry->composedMessage().size() + entry->process().size()
+                                     + entry->sender().size() + entry->subsystem().size()
+                                     + entry->category().size());
+        }
+    }
+    state.SetItemsProcessed(count);
+}
+
+void getLog(benchmark::State& state)
+{
+    const auto logger = Logger::make(platformWithStore().platform);
+    const QDateTime longAgo(QDate(1980, 1, 1), QTime(), Qt::UTC);
+    const QString noMaximum = QString::number(std::numeric_limits<qint64>::max());
+    const auto allocated = [] {
+        const auto info = mallinfo2();
+        return static_cast<double>(info.uordblks + info.hblkhd);
+    };
+    const double before = allocated();
+    for (auto turn : state) {
+        if (!logger->getLog(longAgo, QString(), noMaximum, nullptr, true,
+                            std::numeric_limits<double>::infinity()))
+            return state.SkipWithError("the store cannot be read");
+    }
+    const auto length = static_cast<double>(logger->logList().size());
+    state.SetItemsProcessed(logger->logList().size() * state.iterations());
+    state.counters["entries"] = length;
+    state.counters["bytes/entry"] = (allocated() - before) / length;
+}
+
+const QString& benchArchive()
+{
+    return *platformWithStore().logStores.localPath;
+}
+
+void openArchive(benchmark::State& state)
+{
+    double bytes = 0;
+    for (auto turn : state) {
+        const auto store = logstore::Store::open(benchArchive().toStdString());
+        if (!store)
+            return state.SkipWithError(store.error().description.c_str());
+        bytes = static_cast<double>(store->traceBytes());
+    }
+    state.counters["trace MB"] = bytes / 1e6;
+}
+
+/// Opening included, as each fetch does. The moments lie a tenth of the store's time apart.
+void firstThousand(benchmark::State& state)
+{
+    const auto whole = logstore::Store::open(benchArchive().toStdString());
+    if (!whole)
+        return state.SkipWithError(whole.error().description.c_str());
+    const std::int64_t begin = whole->entries().next()->time();
+    const std::int64_t step = (whole->endTime() - begin) / 10;
+    for (auto turn : state) {
+        const auto store = logstore::Store::open(benchArchive().toStdString());
+        auto entries = store->entries(begin + step * state.range(0));
+        for (int i = 0; i < 1000; ++i)
+            if (const logstore::Entry* entry = entries.next())
+                benchmark::DoNotOptimize(entry->composedMessage().size());
+    }
+}
+
+/// A fetch of the whole store with a predicate; its time is to be held against getLog's.
+void getLogMatching(benchmark::State& state, const char* text)
+{
+    const auto built = predicate::build(text);
+    if (!built)
+        return state.SkipWithError(built.error().sentence.c_str());
+    const auto logger = Logger::make(platformWithStore().platform);
+    const QDateTime longAgo(QDate(1980, 1, 1), QTime(), Qt::UTC);
+    const QString noMaximum = QString::number(std::numeric_limits<qint64>::max());
+    for (auto turn : state)
+        logger->getLog(longAgo, QString(), noMaximum, std::make_shared<LogPredicate>(*built), true,
+                       std::numeric_limits<double>::infinity());
+    state.counters["matching"] = static_cast<double>(logger->logList().size());
+}
+
+} // namespace
+
+BENCHMARK(decode)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
+BENCHMARK(getLog)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
+
+BENCHMARK(openArchive)->Unit(benchmark::kMillisecond);
+BENCHMARK(firstThousand)->DenseRange(0, 9, 3)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(getLogMatching, few, "subsystem == 'com.apple.TimeMachine'")
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime();
+BENCHMARK_CAPTURE(getLogMatching, message, "eventMessage CONTAINS[c] 'error'")
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime();
+BENCHMARK_CAPTURE(getLogMatching,
+                  timeMachineFull,
+                  "subsystem == 'com.apple.TimeMachine' || eventMessage CONTAINS[c] 'backup' || "
+                  "eventMessage CONTAINS[c] 'Time Machine' || "
+                  "eventMessage CONTAINS[c] 'TimeMachine'")
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime();
+BENCHMARK_CAPTURE(getLogMatching, nothing, "eventMessage CONTAINS[c] 'no message says this'")
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime();
+
+BENCHMARK_MAIN();
