@@ -149,20 +149,13 @@ Header headerAt(std::int64_t time, const Boot& boot)
     return header;
 }
 
-std::string fileName(std::size_t number, const char* extension)
-{
-    char name[40];
-    std::snprintf(name, sizeof name, "%016zx.%s", number, extension);
-    return name;
-}
-
 std::string pathOf(Keep keep, std::size_t number)
 {
     switch (keep) {
-    case Keep::Persist: return "Persist/" + fileName(number, "tracev3");
-    case Keep::Special: return "Special/" + fileName(number, "tracev3");
-    case Keep::Signpost: return "Signpost/" + fileName(number, "tracev3");
-    case Keep::HighVolume: return "HighVolume/" + fileName(number, "tracev3");
+    case Keep::Persist: return "Persist/" + logFileName(number, "tracev3");
+    case Keep::Special: return "Special/" + logFileName(number, "tracev3");
+    case Keep::Signpost: return "Signpost/" + logFileName(number, "tracev3");
+    case Keep::HighVolume: return "HighVolume/" + logFileName(number, "tracev3");
     case Keep::Live: break;
     }
     return "logdata.LiveData.tracev3";
@@ -191,16 +184,19 @@ void addStrings(StoreFiles& store, const Cast& cast)
     store.add(cast.sharedCache());
 }
 
+/// The daemon's texts: statistics of each run that is over, the latest in the file of number 0.
 void addPapers(StoreFiles& store, const std::vector<Run>& runs)
 {
-    std::vector<Rotation> rotations;
+    std::size_t number = runs.size() - 1;
     for (std::size_t i = 0; i + 1 < runs.size(); ++i) {
+        std::vector<Rotation> rotations;
         for (const Keep keep : {Keep::Persist, Keep::Special}) {
             const std::string path = pathOf(keep, i + 1);
             rotations.push_back({path, runs[i].end, store.files[store.logPath(path)].size()});
         }
+        store.addText("logdata.statistics." + std::to_string(--number) + ".txt",
+                      statisticsText(rotations));
     }
-    store.addText("logdata.statistics.0.txt", statisticsText(rotations));
     store.addText("version.plist", versionPropertyList(runs.back().boot.uuid.text()));
 }
 
@@ -213,8 +209,8 @@ StoreFiles demonstrationFiles(std::int64_t now)
     for (std::size_t i = 0; i < runs.size(); ++i)
         addTraceFiles(store, runs[i], i + 1, now, stage);
     addStrings(store, cast);
-    store.add(fileName(1, "timesync"), {runs[0].boot, runs[1].boot});
-    store.add(fileName(2, "timesync"), std::vector<Boot>{runs[2].boot});
+    store.add(logFileName(1, "timesync"), {runs[0].boot, runs[1].boot});
+    store.add(logFileName(2, "timesync"), std::vector<Boot>{runs[2].boot});
     addPapers(store, runs);
     return store;
 }
