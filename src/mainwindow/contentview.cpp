@@ -29,6 +29,7 @@ constexpr QSize smallestSize(1150, 200);
 constexpr QSize firstSize(1280, 760);
 constexpr int toolBarIconSize = 24;
 constexpr int searchPickerWidth = 120;
+const QString searchLabel = u"🔍"_s;
 
 bool isEntryList(const QString& path)
 {
@@ -59,7 +60,7 @@ QWidget* searchPicker(ContentState& state)
     QObject::connect(&state, &ContentState::searchTypeIndexChanged, picker,
                      [picker, &state] { picker->setCurrentIndex(state.searchTypeIndex); });
 
-    auto* const label = new QLabel(u"🔍"_s);
+    auto* const label = new QLabel(searchLabel);
     label->setBuddy(picker);
     label->setAlignment(Qt::AlignCenter);
     auto* const item = new QWidget;
@@ -119,6 +120,7 @@ void ContentView::addToolBar()
     auto* const search = new QWidgetAction(bar);
     search->setObjectName(u"setsearch"_s);
     search->setText(tr("Search Field"));
+    search->setIconText(searchLabel);
     search->setIcon(symbolIcon(u"magnifyingglass"_s));
     search->setToolTip(tr("Set search field"));
     search->setDefaultWidget(searchPicker(m_state));

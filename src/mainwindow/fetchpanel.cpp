@@ -31,7 +31,7 @@ FetchPanel::~FetchPanel()
 
 bool FetchPanel::update(const FetchProgress& progress)
 {
-    if (!m_running.hasExpired(m_patience.count()))
+    if (m_running.elapsed() < m_patience.count())
         return true;
     if (!m_dialog)
         show();

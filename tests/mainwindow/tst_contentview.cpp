@@ -6,6 +6,7 @@
 #include "platform/logstore/entryfilter.h"
 #include "support/fakeplatform.h"
 #include "support/sampleentries.h"
+#include "support/warnings.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -81,7 +82,7 @@ private:
 
 void TestContentView::init()
 {
-    QTest::failOnWarning(QRegularExpression(u"."_s));
+    failOnWarnings();
     m_fake = std::make_unique<FakePlatform>();
     m_openedWindows.clear();
     m_window = makeWindow();
@@ -209,7 +210,7 @@ void TestContentView::everyControlIsNamed()
                                || qobject_cast<const QComboBox*>(widget)
                                || qobject_cast<const QAbstractItemView*>(widget);
         // Parts of the toolkit's own controls carry its own names.
-        if (!isControl || qobject_cast<const QToolButton*>(widget)
+        if (!isControl || !widget->isVisible() || qobject_cast<const QToolButton*>(widget)
             || widget->objectName().startsWith(u"qt_"_s))
             continue;
         if (widget->parent()->inherits("QComboBoxPrivateContainer"))
