@@ -17,6 +17,7 @@ using namespace logstore::writer;
 
 constexpr std::int64_t second = 1'000'000'000;
 constexpr std::int64_t minute = 60 * second;
+constexpr std::int64_t hour = 60 * minute;
 
 /// A time between two starts of the machine.
 struct Run
@@ -58,8 +59,8 @@ Run makeRun(std::uint8_t number,
 std::vector<Run> runsOf(std::int64_t now)
 {
     std::vector<Run> runs{
-        makeRun(0, now - 26 * 60 * minute, now - 41 * minute,
-                {{8 * second, 0}, {60 * minute, 12'000'000}, {25 * 60 * minute, -31'000'000}}),
+        makeRun(0, now - 26 * hour, now - 41 * minute,
+                {{8 * second, 0}, {hour, 12'000'000}, {25 * hour, -31'000'000}}),
         makeRun(1, now - 40 * minute, now - 36 * minute, {{7 * second, 4'000'000}}),
         makeRun(2, now - 35 * minute, now,
                 {{9 * second, 0}, {12 * minute, 23'000'000}, {21 * minute, -1'250'000'000}}),

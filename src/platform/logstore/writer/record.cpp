@@ -56,7 +56,7 @@ std::uint16_t flagsOf(const Record& record, const ItemBytes& items)
 {
     if (record.kind == RecordKind::Loss)
         return 0;
-    unsigned flags = static_cast<unsigned>(record.format.source);
+    auto flags = static_cast<unsigned>(record.format.source);
     if (record.format.largeOffset)
         flags |= HasLargeOffset;
     if (record.activity != 0 && record.kind != RecordKind::Trace)
