@@ -4,8 +4,10 @@
 #include "platform/logstore/entry.h"
 #include "platform/logstore/store.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <limits>
 #include <memory>
 #include <string>
 #include <vector>
@@ -18,19 +20,24 @@ struct Pass
     double seconds = 0;
 };
 
-/// Reads all entries that match, with their messages as a fetch would.
-Pass readAll(const logstore::Store& store, std::shared_ptr<const logstore::EntryFilter> filter)
+/// Reads all entries that match, with their messages as a fetch would. The fastest of several
+/// passes: what else the machine does only adds.
+Pass readAll(const logstore::Store& store,
+             const std::shared_ptr<const logstore::EntryFilter>& filter)
 {
-    Pass pass;
-    volatile std::size_t bytes = 0; // read by nobody, but not optimised away
-    const auto start = std::chrono::steady_clock::now();
-    auto stream = store.entries(logstore::Store::beginning, std::move(filter));
-    while (const logstore::Entry* entry = stream.next()) {
-        bytes = bytes + entry->composedMessage().size();
-        ++pass.entries;
+    constexpr int passes = 20;
+    Pass best{0, std::numeric_limits<double>::max()};
+    for (int i = 0; i < passes; ++i) {
+        std::size_t entries = 0;
+        volatile std::size_t bytes = 0; // read by nobody, but not optimised away
+        const auto start = std::chrono::steady_clock::now();
+        auto stream = store.entries(logstore::Store::beginning, filter);
+        for (; const logstore::Entry* entry = stream.next(); ++entries)
+            bytes = bytes + entry->composedMessage().size();
+        const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
+        best = {entries, std::min(best.seconds, elapsed.count())};
     }
-    pass.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-    return pass;
+    return best;
 }
 
 } // namespace
@@ -53,9 +60,8 @@ int main(int count, char** arguments)
                  "eventMessage "
                  "CONTAINS[c] \"Time Machine\" || eventMessage CONTAINS[c] \"TimeMachine\"",
                  "eventMessage CONTAINS[c] \"a text that stands nowhere\"", "processID = 0"};
-    readAll(*store, nullptr); // the files come into memory
     const Pass all = readAll(*store, nullptr);
-    std::printf("%9zu entries %7.3f s           without a predicate\n", all.entries, all.seconds);
+    std::printf("%9zu entries %8.5f s           without a predicate\n", all.entries, all.seconds);
     for (const std::string& text : texts) {
         const auto built = predicate::build(text);
         if (!built) {
@@ -63,7 +69,7 @@ int main(int count, char** arguments)
             continue;
         }
         const Pass pass = readAll(*store, std::make_shared<LogPredicate>(*built));
-        std::printf("%9zu entries %7.3f s  x %5.2f  %s\n", pass.entries, pass.seconds,
+        std::printf("%9zu entries %8.5f s  x %5.2f  %s\n", pass.entries, pass.seconds,
                     all.seconds / pass.seconds, text.c_str());
     }
 }

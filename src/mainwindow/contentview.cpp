@@ -18,6 +18,7 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QTimer>
 #include <QToolBar>
 #include <QWidgetAction>
 
@@ -197,8 +198,11 @@ void ContentView::dropEvent(QDropEvent* event)
     if (path.isEmpty())
         return;
     event->acceptProposedAction();
-    if (isEntryList(path))
-        m_state.openEntryList(path);
-    else
-        m_state.useArchive(QUrl::fromLocalFile(path));
+    // Later, so that an alert does not hold up the program that the drag came from.
+    QTimer::singleShot(0, this, [this, path] {
+        if (isEntryList(path))
+            m_state.openEntryList(path);
+        else
+            m_state.useArchive(QUrl::fromLocalFile(path));
+    });
 }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/predicate/predicate.h"
+#include "support/warnings.h"
 
 #include <QTest>
 
@@ -11,7 +12,7 @@ class BindErrors : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
+    void init() { failOnWarnings(); }
     void mistakes_data();
     void mistakes();
     void argumentsAreNamedByTheirValue();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/predicate/predicate.h"
 #include "support/predicatecases.h"
+#include "support/warnings.h"
 
 #include <QElapsedTimer>
 #include <QTest>
@@ -33,7 +34,7 @@ class Bounds : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
+    void init() { failOnWarnings(); }
     void depth_data();
     void depth();
     void tooDeepIsNotTriedAgain();

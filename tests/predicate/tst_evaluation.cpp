@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/predicate/predicate.h"
 #include "support/predicatecases.h"
+#include "support/warnings.h"
 
 #include <QTest>
 
@@ -41,7 +42,7 @@ class Evaluation : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
+    void init() { failOnWarnings(); }
     void outcomes_data();
     void outcomes();
     void kindsDecideWhatIsCarried_data();

@@ -2,6 +2,7 @@
 #include "platform/predicate/predicate.h"
 #include "platform/predicate/symbolicvalues.h"
 #include "support/predicatecases.h"
+#include "support/warnings.h"
 
 #include <QTest>
 
@@ -13,7 +14,7 @@ class SymbolicValues : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
+    void init() { failOnWarnings(); }
     void outcomes_data();
     void outcomes();
     void eventsWithoutNumber();
