@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "model/logger.h"
+#include "platform/logpredicate.h"
 #include "support/fakeplatform.h"
 #include "support/smallstore.h"
 
@@ -71,9 +72,77 @@ void getLog(benchmark::State& state)
     state.counters["bytes/entry"] = (allocated() - before) / length;
 }
 
+const QString& benchArchive()
+{
+    return *platformWithStore().logStores.localPath;
+}
+
+void openArchive(benchmark::State& state)
+{
+    double bytes = 0;
+    for (auto turn : state) {
+        const auto store = logstore::Store::open(benchArchive().toStdString());
+        if (!store)
+            return state.SkipWithError(store.error().description.c_str());
+        bytes = static_cast<double>(store->traceBytes());
+    }
+    state.counters["trace MB"] = bytes / 1e6;
+}
+
+/// Opening included, as each fetch does. The moments lie a tenth of the store's time apart.
+void firstThousand(benchmark::State& state)
+{
+    const auto whole = logstore::Store::open(benchArchive().toStdString());
+    if (!whole)
+        return state.SkipWithError(whole.error().description.c_str());
+    const std::int64_t begin = whole->entries().next()->time();
+    const std::int64_t step = (whole->endTime() - begin) / 10;
+    for (auto turn : state) {
+        const auto store = logstore::Store::open(benchArchive().toStdString());
+        auto entries = store->entries(begin + step * state.range(0));
+        for (int i = 0; i < 1000; ++i)
+            if (const logstore::Entry* entry = entries.next())
+                benchmark::DoNotOptimize(entry->composedMessage().size());
+    }
+}
+
+/// A fetch of the whole store with a predicate; its time is to be held against getLog's.
+void getLogMatching(benchmark::State& state, const char* text)
+{
+    const auto built = predicate::build(text);
+    if (!built)
+        return state.SkipWithError(built.error().sentence.c_str());
+    const auto logger = Logger::make(platformWithStore().platform);
+    const QDateTime longAgo(QDate(1980, 1, 1), QTime(), Qt::UTC);
+    const QString noMaximum = QString::number(std::numeric_limits<qint64>::max());
+    for (auto turn : state)
+        logger->getLog(longAgo, QString(), noMaximum, std::make_shared<LogPredicate>(*built), true,
+                       std::numeric_limits<double>::infinity());
+    state.counters["matching"] = static_cast<double>(logger->logList().size());
+}
+
 } // namespace
 
 BENCHMARK(decode)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
 BENCHMARK(getLog)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
+
+BENCHMARK(openArchive)->Unit(benchmark::kMillisecond);
+BENCHMARK(firstThousand)->DenseRange(0, 9, 3)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(getLogMatching, few, "subsystem == 'com.apple.TimeMachine'")
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime();
+BENCHMARK_CAPTURE(getLogMatching, message, "eventMessage CONTAINS[c] 'error'")
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime();
+BENCHMARK_CAPTURE(getLogMatching,
+                  timeMachineFull,
+                  "subsystem == 'com.apple.TimeMachine' || eventMessage CONTAINS[c] 'backup' || "
+                  "eventMessage CONTAINS[c] 'Time Machine' || "
+                  "eventMessage CONTAINS[c] 'TimeMachine'")
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime();
+BENCHMARK_CAPTURE(getLogMatching, nothing, "eventMessage CONTAINS[c] 'no message says this'")
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime();
 
 BENCHMARK_MAIN();

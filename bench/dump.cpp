@@ -1,42 +1,178 @@
 // SPDX-License-Identifier: MIT
-// Prints every entry of a log store as one JSON object per line.
-#include "platform/logstore/store.h"
+// Prints the entries of a log store, one JSON object per line: for comparing with expected entries
+// and with other decoders.
+#include "model/logger.h"
+#include "platform/logpredicate.h"
+#include "platform/oslogstore.h"
 #include "support/entryjson.h"
+#include "support/fakeplatform.h"
 
+#include <QCommandLineParser>
+#include <QCoreApplication>
+
+#include <cmath>
 #include <cstdio>
-#include <cstring>
+
+namespace {
+
+struct Request
+{
+    QString root;
+    QDateTime start;
+    double period = std::nan(""); ///< seconds; not a number = without end
+    qint64 maximum = std::numeric_limits<qint64>::max();
+    std::shared_ptr<const logstore::EntryFilter> filter;
+    bool signposts = false;
+    bool throughLogger = false;
+    bool countOnly = false;
+};
+
+int fail(const std::string& why)
+{
+    std::fprintf(stderr, "%s\n", why.c_str());
+    return 1;
+}
+
+void print(JsonLine& line)
+{
+    const std::string& text = line.finish();
+    std::fwrite(text.data(), 1, text.size(), stdout);
+}
+
+void printCount(qint64 count)
+{
+    std::printf("%lld entries\n", static_cast<long long>(count));
+}
+
+/// What the reader gives: every entry in every field.
+int dumpStore(const Request& request)
+{
+    const auto store = OSLogStore::open(request.root);
+    if (!store)
+        return fail(store.error().description);
+    const OSLogStore::Position from = request.start.isValid()
+                                          ? store->position(request.start)
+                                          : OSLogStore::Position{logstore::Store::beginning};
+    const std::int64_t end = std::isnan(request.period) ? std::numeric_limits<std::int64_t>::max()
+                                                        : from.after(request.period).time;
+    auto entries = store->getEntries(from, request.filter);
+    JsonLine line;
+    qint64 count = 0;
+    for (const logstore::Entry* entry = entries.next(); entry && count < request.maximum;
+         entry = entries.next()) {
+        if (entry->time() > end)
+            break;
+        line.clear();
+        writeEntry(line, static_cast<std::uint64_t>(count), *entry);
+        if (!request.countOnly)
+            print(line);
+        ++count;
+    }
+    if (request.countOnly)
+        printCount(count);
+    return 0;
+}
+
+void writeRecord(JsonLine& line, const LogEntry& entry)
+{
+    line.text("id", entry.id.toString(QUuid::WithoutBraces).toUpper().toStdString());
+    line.number("type", entry.type);
+    const std::pair<const char*, const Text&> texts[] = {
+        {"activityIdentifier", entry.activityIdentifier},
+        {"category", entry.category},
+        {"composedMessage", entry.composedMessage},
+        {"date", entry.date},
+        {"level", entry.level},
+        {"parentActivityIdentifier", entry.parentActivityIdentifier},
+        {"process", entry.process},
+        {"processIdentifier", entry.processIdentifier},
+        {"sender", entry.sender},
+        {"signpostIdentifier", entry.signpostIdentifier},
+        {"signpostName", entry.signpostName},
+        {"signpostType", entry.signpostType},
+        {"storeCategory", entry.storeCategory},
+        {"subsystem", entry.subsystem},
+        {"threadIdentifier", entry.threadIdentifier},
+    };
+    for (const auto& [name, text] : texts)
+        line.text(name, text.utf8());
+}
+
+/// What a fetch makes of the same store.
+int dumpFetch(const Request& request)
+{
+    FakePlatform fake;
+    fake.logStores.localPath = request.root;
+    fake.clock.zone = QTimeZone::systemTimeZone();
+    const auto logger = Logger::make(fake.platform);
+    const QDateTime start =
+        request.start.isValid() ? request.start : QDateTime(QDate(1970, 1, 1), QTime(), Qt::UTC);
+    const QString seconds = QString::number(start.time().second());
+    if (!logger->getLog(start, seconds, QString::number(request.maximum), request.filter,
+                        request.signposts, request.period))
+        return fail("the store cannot be opened or read");
+    if (request.countOnly) {
+        printCount(logger->logList().size());
+        return 0;
+    }
+    JsonLine line;
+    for (const LogEntry& entry : logger->logList()) {
+        line.clear();
+        writeRecord(line, entry);
+        print(line);
+    }
+    return 0;
+}
+
+} // namespace
 
 int main(int argc, char** argv)
 {
-    const char* root = nullptr;
-    bool null = false;
-    for (int i = 1; i < argc; ++i) {
-        if (std::strcmp(argv[i], "--null") == 0)
-            null = true;
-        else
-            root = argv[i];
+    const QCoreApplication application(argc, argv);
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QStringLiteral("Prints the entries of a log store, one JSON object per line."));
+    parser.addHelpOption();
+    const QCommandLineOption logger(QStringLiteral("logger"),
+                                    QStringLiteral("Print what a fetch makes of them."));
+    const QCommandLineOption null(QStringLiteral("null"),
+                                  QStringLiteral("Do all the work, print the count."));
+    const QCommandLineOption signposts(QStringLiteral("signposts"),
+                                       QStringLiteral("With --logger, keep signposts."));
+    const QCommandLineOption start(QStringLiteral("start"),
+                                   QStringLiteral("First moment, as 2024-12-04T11:44:00Z."),
+                                   QStringLiteral("date"));
+    const QCommandLineOption period(QStringLiteral("period"), QStringLiteral("Seconds from there."),
+                                    QStringLiteral("seconds"));
+    const QCommandLineOption maximum(QStringLiteral("max"), QStringLiteral("Most entries."),
+                                     QStringLiteral("count"));
+    const QCommandLineOption predicateText(QStringLiteral("predicate"),
+                                           QStringLiteral("Which entries."),
+                                           QStringLiteral("text"));
+    parser.addOptions({logger, null, signposts, start, period, maximum, predicateText});
+    parser.addPositionalArgument(QStringLiteral("root"), QStringLiteral("The archive or folder."));
+    parser.process(application);
+    if (parser.positionalArguments().size() != 1)
+        parser.showHelp(1);
+
+    Request request;
+    request.root = parser.positionalArguments().constFirst();
+    request.throughLogger = parser.isSet(logger);
+    request.countOnly = parser.isSet(null);
+    request.signposts = parser.isSet(signposts);
+    request.start = QDateTime::fromString(parser.value(start), Qt::ISODateWithMs);
+    if (parser.isSet(start) && !request.start.isValid())
+        return fail("--start is no date");
+    if (parser.isSet(period))
+        request.period = parser.value(period).toDouble();
+    if (parser.isSet(maximum))
+        request.maximum = parser.value(maximum).toLongLong();
+    if (parser.isSet(predicateText)) {
+        const std::string text = parser.value(predicateText).toStdString();
+        const auto built = predicate::build(text);
+        if (!built)
+            return fail(predicate::alertText(built.error(), text));
+        request.filter = std::make_shared<LogPredicate>(*built);
     }
-    const auto store = logstore::Store::open(root);
-    if (!store) {
-        std::fprintf(stderr, "%s\n", store.error().description.c_str());
-        return 1;
-    }
-    auto stream = store->entries();
-    std::uint64_t count = 0;
-    std::uint64_t bytes = 0;
-    JsonLine line;
-    while (const logstore::Entry* entry = stream.next()) {
-        if (null) {
-            bytes += entry->composedMessage().size();
-        } else {
-            line.clear();
-            writeEntry(line, count, *entry);
-            const std::string& text = line.finish();
-            std::fwrite(text.data(), 1, text.size(), stdout);
-        }
-        ++count;
-    }
-    if (null)
-        std::printf("%llu entries, %llu message bytes\n", static_cast<unsigned long long>(count),
-                    static_cast<unsigned long long>(bytes));
+    return request.throughLogger ? dumpFetch(request) : dumpStore(request);
 }

@@ -18,6 +18,7 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QTimer>
 #include <QToolBar>
 #include <QWidgetAction>
 
@@ -29,6 +30,7 @@ constexpr QSize smallestSize(1150, 200);
 constexpr QSize firstSize(1280, 760);
 constexpr int toolBarIconSize = 24;
 constexpr int searchPickerWidth = 120;
+const QString searchLabel = u"🔍"_s;
 
 bool isEntryList(const QString& path)
 {
@@ -59,7 +61,7 @@ QWidget* searchPicker(ContentState& state)
     QObject::connect(&state, &ContentState::searchTypeIndexChanged, picker,
                      [picker, &state] { picker->setCurrentIndex(state.searchTypeIndex); });
 
-    auto* const label = new QLabel(u"🔍"_s);
+    auto* const label = new QLabel(searchLabel);
     label->setBuddy(picker);
     label->setAlignment(Qt::AlignCenter);
     auto* const item = new QWidget;
@@ -119,6 +121,7 @@ void ContentView::addToolBar()
     auto* const search = new QWidgetAction(bar);
     search->setObjectName(u"setsearch"_s);
     search->setText(tr("Search Field"));
+    search->setIconText(searchLabel);
     search->setIcon(symbolIcon(u"magnifyingglass"_s));
     search->setToolTip(tr("Set search field"));
     search->setDefaultWidget(searchPicker(m_state));
@@ -195,8 +198,11 @@ void ContentView::dropEvent(QDropEvent* event)
     if (path.isEmpty())
         return;
     event->acceptProposedAction();
-    if (isEntryList(path))
-        m_state.openEntryList(path);
-    else
-        m_state.useArchive(QUrl::fromLocalFile(path));
+    // Later, so that an alert does not hold up the program that the drag came from.
+    QTimer::singleShot(0, this, [this, path] {
+        if (isEntryList(path))
+            m_state.openEntryList(path);
+        else
+            m_state.useArchive(QUrl::fromLocalFile(path));
+    });
 }

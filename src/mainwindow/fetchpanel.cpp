@@ -1,23 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "mainwindow/fetchpanel.h"
 
-#include <QCoreApplication>
 #include <QGuiApplication>
 #include <QLocale>
 
 namespace {
 
-constexpr qint64 patienceMs = 1000;
 constexpr int steps = 1000;
-
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("FetchPanel", text);
-}
 
 } // namespace
 
-FetchPanel::FetchPanel(QWidget* window) : m_window(window)
+FetchPanel::FetchPanel(QWidget* window, std::chrono::milliseconds patience)
+    : m_window(window)
+    , m_patience(patience)
 {
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     m_running.start();
@@ -30,7 +25,7 @@ FetchPanel::~FetchPanel()
 
 bool FetchPanel::update(const FetchProgress& progress)
 {
-    if (m_running.elapsed() < patienceMs)
+    if (m_running.elapsed() < m_patience.count())
         return true;
     if (!m_dialog)
         show();

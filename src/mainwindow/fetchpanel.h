@@ -3,16 +3,22 @@
 
 #include "model/fetchprogress.h"
 
+#include <QCoreApplication>
 #include <QElapsedTimer>
-#include <QPointer>
 #include <QProgressDialog>
+
+#include <chrono>
+#include <memory>
 
 /// Shows that a fetch runs: the wait cursor at once, a modal panel with Cancel after a second.
 /// Lives as long as the fetch.
 class FetchPanel final
 {
+    Q_DECLARE_TR_FUNCTIONS(FetchPanel)
+
 public:
-    explicit FetchPanel(QWidget* window);
+    explicit FetchPanel(QWidget* window,
+                        std::chrono::milliseconds patience = std::chrono::seconds(1));
     ~FetchPanel();
     Q_DISABLE_COPY_MOVE(FetchPanel)
 
@@ -23,6 +29,7 @@ private:
     void show();
 
     QWidget* m_window;
+    std::chrono::milliseconds m_patience;
     std::unique_ptr<QProgressDialog> m_dialog;
     QElapsedTimer m_running;
 };

@@ -1,12 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "mainwindow/predicatechoice.h"
 
-using namespace Qt::StringLiterals;
+#include "settings/predicatelibrary.h"
 
-QString withAsciiQuotes(QString text)
-{
-    return text.replace(u'\u201C', u'"').replace(u'\u201D', u'"');
-}
+using namespace Qt::StringLiterals;
 
 std::optional<PredicateFormat> chosenPredicate(int predIndex,
                                                const QString& typed,
@@ -22,7 +19,7 @@ std::optional<PredicateFormat> chosenPredicate(int predIndex,
     case 5:
         if (!specPred)
             return std::nullopt;
-        return PredicateFormat{withAsciiQuotes(*specPred), {}};
+        return PredicateFormat{withPlainQuotes(*specPred), {}};
     default:
         if (predIndex < 0 || predIndex >= predList.size())
             return std::nullopt;

@@ -24,9 +24,6 @@ struct PredicateFormat
 using PredicateBuilder =
     std::function<Result<std::shared_ptr<const logstore::EntryFilter>>(const PredicateFormat&)>;
 
-/// Replaces typographic double quotation marks by the ASCII one.
-QString withAsciiQuotes(QString text);
-
 /// What a row of the predicate picker means: nothing for no predicate, a comparison with the typed
 /// text, the stored special predicate, or a predicate of the library.
 std::optional<PredicateFormat> chosenPredicate(int predIndex,

@@ -117,7 +117,8 @@ void TestEntryListView::userSelectsEntries()
 void TestEntryListView::selectionIsThatOfTheIdentities()
 {
     QSignalSpy selected(m_list.get(), &EntryListView::entriesSelected);
-    const QSet<QUuid> ids{m_entries.at(4).id, m_entries.at(6).id, m_entries.at(7).id, QUuid::createUuid()};
+    const QSet<QUuid> ids{m_entries.at(4).id, m_entries.at(6).id, m_entries.at(7).id,
+                          QUuid::createUuid()};
     show(m_entries, ids);
     QCOMPARE(selectedRows(), (QList<int>{4, 6, 7}));
     const QList<LogEntry> half = every(m_entries, 2);
@@ -134,7 +135,8 @@ void TestEntryListView::clickDropsEntriesThatAreNotShown()
     show(half, {m_entries.at(1).id, m_entries.at(2).id});
     QSignalSpy selected(m_list.get(), &EntryListView::entriesSelected);
     click(3, Qt::ControlModifier);
-    QCOMPARE(selected.last().first().value<QSet<QUuid>>(), (QSet<QUuid>{m_entries.at(2).id, half.at(3).id}));
+    QCOMPARE(selected.last().first().value<QSet<QUuid>>(),
+             (QSet<QUuid>{m_entries.at(2).id, half.at(3).id}));
 }
 
 void TestEntryListView::entryInViewStaysInItsPlace()

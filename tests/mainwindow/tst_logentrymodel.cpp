@@ -31,8 +31,8 @@ void TestLogEntryModel::init()
     QTest::failOnWarning(QRegularExpression(u"."_s));
     m_tester.reset();
     m_model = std::make_unique<LogEntryModel>();
-    m_tester = std::make_unique<QAbstractItemModelTester>(m_model.get(),
-                                                          QAbstractItemModelTester::FailureReportingMode::QtTest);
+    m_tester = std::make_unique<QAbstractItemModelTester>(
+        m_model.get(), QAbstractItemModelTester::FailureReportingMode::QtTest);
 }
 
 void TestLogEntryModel::followsTheLists()
@@ -77,10 +77,12 @@ void TestLogEntryModel::speaksWholeLines()
 {
     const QList<LogEntry> entries{sampleLogMessage()};
     m_model->show(entries);
-    QCOMPARE(m_model->index(0).data(Qt::AccessibleTextRole).toString(),
-             u"2024-03-07 14:05:09.031250+0100, QuillonKit, org.tessel.quillon, synchronised 3 of 4"_s);
+    QCOMPARE(
+        m_model->index(0).data(Qt::AccessibleTextRole).toString(),
+        u"2024-03-07 14:05:09.031250+0100, QuillonKit, org.tessel.quillon, synchronised 3 of 4"_s);
     m_model->setFullMode(true);
-    QVERIFY(m_model->index(0).data(Qt::AccessibleTextRole).toString().contains(u", log message, "_s));
+    QVERIFY(
+        m_model->index(0).data(Qt::AccessibleTextRole).toString().contains(u", log message, "_s));
 }
 
 void TestLogEntryModel::toolTips_data()

@@ -17,8 +17,8 @@ class TestRowLayout : public QObject
 private Q_SLOTS:
     void init();
     void piecesStandInOrderWithSpacing();
-    void lineBreaksBecomeMarks_data();
-    void lineBreaksBecomeMarks();
+    void textsFallIntoRuns_data();
+    void textsFallIntoRuns();
     void markersAreDrawnWhole_data();
     void markersAreDrawnWhole();
     void stopsAtTheEnd();
@@ -91,26 +91,38 @@ void TestRowLayout::piecesStandInOrderWithSpacing()
     QCOMPARE(runs.first().x, 0.0);
     const QFontMetricsF metrics(layout.font(RowRun::Letters));
     for (int i = 1; i < runs.size(); ++i) {
-        const qreal gap = runs.at(i).x - runs.at(i - 1).x - metrics.horizontalAdvance(runs.at(i - 1).text);
+        const qreal gap =
+            runs.at(i).x - runs.at(i - 1).x - metrics.horizontalAdvance(runs.at(i - 1).text);
         QVERIFY2(gap >= 7.5 && gap < 16, qPrintable(QString::number(gap)));
     }
 }
 
-void TestRowLayout::lineBreaksBecomeMarks_data()
+void TestRowLayout::textsFallIntoRuns_data()
 {
     QTest::addColumn<QString>("message");
     QTest::addColumn<QStringList>("expected");
     QTest::addRow("line feed") << u"one\ntwo"_s << QStringList{u"one"_s, u"[⏎]"_s, u"two"_s};
-    QTest::addRow("pair is one break") << u"one\r\ntwo"_s << QStringList{u"one"_s, u"[⏎]"_s, u"two"_s};
-    QTest::addRow("two breaks") << u"one\n\ntwo"_s << QStringList{u"one"_s, u"[⏎]"_s, u"[⏎]"_s, u"two"_s};
+    QTest::addRow("pair is one break")
+        << u"one\r\ntwo"_s << QStringList{u"one"_s, u"[⏎]"_s, u"two"_s};
+    QTest::addRow("two breaks") << u"one\n\ntwo"_s
+                                << QStringList{u"one"_s, u"[⏎]"_s, u"[⏎]"_s, u"two"_s};
     QTest::addRow("at both ends") << u"\none\r"_s << QStringList{u"[⏎]"_s, u"one"_s, u"[⏎]"_s};
-    QTest::addRow("Unicode separators") << u"a\u2028b\u2029"_s << QStringList{u"a"_s, u"[⏎]"_s, u"b"_s, u"[⏎]"_s};
+    QTest::addRow("Unicode separators")
+        << u"a\u2028b\u2029"_s << QStringList{u"a"_s, u"[⏎]"_s, u"b"_s, u"[⏎]"_s};
     QTest::addRow("tab is a blank") << u"a\tb"_s << QStringList{u"a b"_s};
     QTest::addRow("other controls are pictures") << u"\x1b[0m\x7f"_s << QStringList{u"␛[0m␡"_s};
-    QTest::addRow("emoji forms stand alone") << u"a ▶\uFE0F b"_s << QStringList{u"a "_s, u"▶\uFE0F"_s, u" b"_s};
+    QTest::addRow("emoji forms stand alone")
+        << u"a ▶\uFE0F b"_s << QStringList{u"a "_s, u"▶\uFE0F"_s, u" b"_s};
+    QTest::addRow("emoji of two units")
+        << u"a🏷\uFE0Fb"_s << QStringList{u"a"_s, u"🏷\uFE0F"_s, u"b"_s};
+    QTest::addRow("joined emoji") << u"❤\uFE0F\u200D🔥b"_s
+                                  << QStringList{u"❤\uFE0F\u200D🔥"_s, u"b"_s};
+    QTest::addRow("keycap") << u"1\uFE0F\u20E32"_s << QStringList{u"1\uFE0F\u20E3"_s, u"2"_s};
+    QTest::addRow("joiner at the end")
+        << u"❤\uFE0F\u200D"_s << QStringList{u"❤\uFE0F"_s, u"\u200D"_s};
 }
 
-void TestRowLayout::lineBreaksBecomeMarks()
+void TestRowLayout::textsFallIntoRuns()
 {
     QFETCH(QString, message);
     QFETCH(QStringList, expected);
@@ -120,7 +132,8 @@ void TestRowLayout::lineBreaksBecomeMarks()
 void TestRowLayout::markersAreDrawnWhole_data()
 {
     QTest::addColumn<QString>("text");
-    for (const qint64 type : {LogMessageEntry, ActivityEntry, BoundaryEntry, SignpostEntry, OtherEntry})
+    for (const qint64 type :
+         {LogMessageEntry, ActivityEntry, BoundaryEntry, SignpostEntry, OtherEntry})
         QTest::addRow("kind %lld", type) << kindMarker(type);
     QTest::addRow("note") << QString::fromUtf16(noteMarker);
     QTest::addRow("letters") << u"ÅÄgjp|"_s;
@@ -144,7 +157,8 @@ void TestRowLayout::markersAreDrawnWhole()
     const auto [first, last] = inkedRows(image);
     QVERIFY2(last > first, "nothing was drawn");
     QVERIFY2(first >= height / 2, qPrintable(u"top at %1"_s.arg(first - height / 2)));
-    QVERIFY2(last < height / 2 + height, qPrintable(u"bottom at %1 of %2"_s.arg(last - height / 2).arg(height)));
+    QVERIFY2(last < height / 2 + height,
+             qPrintable(u"bottom at %1 of %2"_s.arg(last - height / 2).arg(height)));
 }
 
 void TestRowLayout::stopsAtTheEnd()
@@ -157,7 +171,8 @@ void TestRowLayout::stopsAtTheEnd()
     const QList<RowRun> runs = layout.runs({entry, false}, 200);
     QCOMPARE(runs.size(), 1);
     QVERIFY(runs.first().text.size() < 100);
-    QVERIFY(QFontMetricsF(layout.font(RowRun::Letters)).horizontalAdvance(runs.first().text) >= 200);
+    QVERIFY(QFontMetricsF(layout.font(RowRun::Letters)).horizontalAdvance(runs.first().text)
+            >= 200);
 }
 
 void TestRowLayout::cutsHugeMessages_data()

@@ -4,12 +4,12 @@
 #include "platform/desktop/symbols.h"
 
 #include <QAbstractItemView>
+#include <QDir>
 #include <QFileIconProvider>
 #include <QFileInfo>
 #include <QFileSystemModel>
 #include <QKeyEvent>
-
-#include <memory>
+#include <QLineEdit>
 
 using namespace Qt::StringLiterals;
 
@@ -49,11 +49,12 @@ bool opensItem(const QEvent& event)
 
 ArchiveDialog::ArchiveDialog(QWidget* parent) : QFileDialog(parent)
 {
-    static ArchiveIcons icons;
+    static ArchiveIcons icons; // for good: the dialog's file system model asks to its very end
     setWindowTitle(tr("Use Logarchive"));
     // A desktop's own dialog cannot be told to keep out of a folder.
     setOption(DontUseNativeDialog);
     setOption(ShowDirsOnly);
+    setOption(ReadOnly);
     setFileMode(Directory);
     setLabelText(FileName, tr("Archive:"));
     setIconProvider(&icons);
@@ -65,28 +66,28 @@ ArchiveDialog::ArchiveDialog(QWidget* parent) : QFileDialog(parent)
 
 bool ArchiveDialog::isArchive(const QString& path)
 {
-    return path.endsWith(".logarchive"_L1, Qt::CaseInsensitive) && QFileInfo(path).isDir();
+    return QDir::cleanPath(path).endsWith(".logarchive"_L1, Qt::CaseInsensitive)
+           && QFileInfo(path).isDir();
 }
 
 bool ArchiveDialog::eventFilter(QObject* watched, QEvent* event)
 {
-    if (opensItem(*event)) {
-        const auto* const view = qobject_cast<QAbstractItemView*>(
-            watched->isWidgetType() && qobject_cast<QAbstractItemView*>(watched)
-                ? watched
-                : watched->parent());
-        if (view != nullptr
-            && pick(view->currentIndex().data(QFileSystemModel::FilePathRole).toString()))
-            return true;
-    }
-    return QFileDialog::eventFilter(watched, event);
+    if (!opensItem(*event))
+        return QFileDialog::eventFilter(watched, event);
+    // Keys go to a view, clicks to its viewport.
+    const auto* view = qobject_cast<QAbstractItemView*>(watched);
+    if (view == nullptr)
+        view = qobject_cast<QAbstractItemView*>(watched->parent());
+    return pick(view->currentIndex().data(QFileSystemModel::FilePathRole).toString())
+           || QFileDialog::eventFilter(watched, event);
 }
 
 bool ArchiveDialog::pick(const QString& path)
 {
     if (!isArchive(path))
         return false;
-    selectFile(path);
+    // The name field decides what is picked; selectFile() reaches it only later, if at all.
+    findChild<QLineEdit*>(u"fileNameEdit"_s)->setText(path);
     accept();
     return true;
 }

@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QFileInfo>
 
 #include <utility>
 
@@ -22,14 +23,30 @@ struct FileKind
 FileKind fileKind(ContentType type)
 {
     switch (type) {
-    case ContentType::EntryList: return {QFileDialog::tr("Tessel lists (*.tessel)"), u"tessel"_s};
-    case ContentType::RichText: return {QFileDialog::tr("Rich text (*.rtf)"), u"rtf"_s};
-    case ContentType::Text: return {QFileDialog::tr("Text (*.txt)"), u"txt"_s};
+    case ContentType::EntryList:
+        return {QCoreApplication::translate("QtPanels", "Tessel lists (*.tessel)"), u"tessel"_s};
+    case ContentType::RichText:
+        return {QCoreApplication::translate("QtPanels", "Rich text (*.rtf)"), u"rtf"_s};
+    case ContentType::Text:
+        return {QCoreApplication::translate("QtPanels", "Text (*.txt)"), u"txt"_s};
     case ContentType::LogArchive:
-        return {QFileDialog::tr("Log archives (*.logarchive)"), u"logarchive"_s};
+        return {QCoreApplication::translate("QtPanels", "Log archives (*.logarchive)"),
+                u"logarchive"_s};
     case ContentType::Folder: break;
     }
     return {};
+}
+
+/// The name as one that a file can have: a search for a path may be part of it.
+QString fileName(const QString& proposed)
+{
+    constexpr qsizetype longest = 247; // bytes; leaves room for what is written beside a file
+    const QFileInfo parts(QString(proposed).replace(u'/', u'-'));
+    const QString suffix = parts.suffix().isEmpty() ? QString() : u'.' + parts.suffix();
+    QString base = parts.completeBaseName();
+    while (base.toUtf8().size() + suffix.toUtf8().size() > longest)
+        base.chop(base.back().isLowSurrogate() ? 2 : 1);
+    return base + suffix;
 }
 
 /// Calls a panel's completion once: with the dialog's choice, or as cancelled when the dialog goes
@@ -115,7 +132,7 @@ void QtPanels::save(const SavePanelRequest& request, PanelCompletion completion)
     if (!kind.nameFilter.isEmpty())
         dialog->setNameFilter(kind.nameFilter);
     dialog->setDefaultSuffix(kind.suffix);
-    dialog->selectFile(request.proposedName);
+    dialog->selectFile(fileName(request.proposedName));
     show(dialog, std::move(completion));
 }
 

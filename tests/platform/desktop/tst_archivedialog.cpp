@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: MIT
+#include "platform/desktop/archivedialog.h"
+#include "support/warnings.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileSystemModel>
+#include <QLineEdit>
+#include <QListView>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+class TestArchiveDialog : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void archivesAreFoldersWithTheName_data();
+    void archivesAreFoldersWithTheName();
+    void doubleClickPicksAnArchive();
+    void returnPicksAnArchive();
+    void doubleClickEntersAFolder();
+    void confirmingAFolderEntersIt();
+    void confirmingAnArchivePicksIt();
+
+private:
+    QString path(const QString& name) const { return QDir(m_folder->path()).filePath(name); }
+    QListView* list() const { return m_dialog->findChild<QListView*>(u"listView"_s); }
+    QModelIndex indexOf(const QString& name) const;
+    void doubleClick(const QString& name);
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<ArchiveDialog> m_dialog;
+};
+
+void TestArchiveDialog::init()
+{
+    failOnWarnings();
+    m_folder = std::make_unique<QTemporaryDir>();
+    const QDir folder(m_folder->path());
+    QVERIFY(folder.mkpath(u"mac.logarchive/Persist"_s));
+    QVERIFY(folder.mkdir(u"plain"_s));
+    m_dialog = std::make_unique<ArchiveDialog>();
+    m_dialog->setDirectory(m_folder->path());
+    m_dialog->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_dialog.get()));
+}
+
+void TestArchiveDialog::cleanup()
+{
+    m_dialog.reset();
+}
+
+QModelIndex TestArchiveDialog::indexOf(const QString& name) const
+{
+    const QAbstractItemModel& model = *list()->model();
+    const QModelIndex root = list()->rootIndex();
+    for (int row = 0; row < model.rowCount(root); ++row) {
+        if (model.index(row, 0, root).data().toString() == name)
+            return model.index(row, 0, root);
+    }
+    return {};
+}
+
+void TestArchiveDialog::doubleClick(const QString& name)
+{
+    QTRY_VERIFY(indexOf(name).isValid());
+    list()->setCurrentIndex(indexOf(name));
+    const QPoint place = list()->visualRect(indexOf(name)).center();
+    QTest::mouseClick(list()->viewport(), Qt::LeftButton, {}, place);
+    QTest::mouseDClick(list()->viewport(), Qt::LeftButton, {}, place);
+}
+
+void TestArchiveDialog::archivesAreFoldersWithTheName_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("isArchive");
+    QTest::addRow("archive") << u"mac.logarchive"_s << true;
+    QTest::addRow("capitals") << u"MAC.LogArchive"_s << true;
+    QTest::addRow("with a slash") << u"mac.logarchive/"_s << true;
+    QTest::addRow("inside of an archive") << u"mac.logarchive/Persist"_s << false;
+    QTest::addRow("plain folder") << u"plain"_s << false;
+    QTest::addRow("file of the name") << u"file.logarchive"_s << false;
+    QTest::addRow("absent") << u"none.logarchive"_s << false;
+}
+
+void TestArchiveDialog::archivesAreFoldersWithTheName()
+{
+    QFETCH(QString, name);
+    QFETCH(bool, isArchive);
+    QVERIFY(QDir(m_folder->path()).mkpath(u"MAC.LogArchive"_s));
+    QFile file(path(u"file.logarchive"_s));
+    QVERIFY(file.open(QFile::WriteOnly));
+    QCOMPARE(ArchiveDialog::isArchive(path(name)), isArchive);
+}
+
+void TestArchiveDialog::doubleClickPicksAnArchive()
+{
+    QSignalSpy accepted(m_dialog.get(), &QDialog::accepted);
+    doubleClick(u"mac.logarchive"_s);
+    QCOMPARE(accepted.size(), 1);
+    QCOMPARE(m_dialog->selectedFiles(), QStringList{path(u"mac.logarchive"_s)});
+}
+
+void TestArchiveDialog::returnPicksAnArchive()
+{
+    QSignalSpy accepted(m_dialog.get(), &QDialog::accepted);
+    QTRY_VERIFY(indexOf(u"mac.logarchive"_s).isValid());
+    list()->setCurrentIndex(indexOf(u"mac.logarchive"_s));
+    list()->setFocus();
+    QTest::keyClick(list(), Qt::Key_Return);
+    QCOMPARE(accepted.size(), 1);
+    QCOMPARE(m_dialog->selectedFiles(), QStringList{path(u"mac.logarchive"_s)});
+}
+
+void TestArchiveDialog::doubleClickEntersAFolder()
+{
+    QSignalSpy accepted(m_dialog.get(), &QDialog::accepted);
+    doubleClick(u"plain"_s);
+    QCOMPARE(m_dialog->directory().absolutePath(), path(u"plain"_s));
+    QVERIFY(accepted.isEmpty());
+}
+
+void TestArchiveDialog::confirmingAFolderEntersIt()
+{
+    QSignalSpy accepted(m_dialog.get(), &QDialog::accepted);
+    m_dialog->findChild<QLineEdit*>()->setText(path(u"plain"_s));
+    m_dialog->accept();
+    QCOMPARE(m_dialog->directory().absolutePath(), path(u"plain"_s));
+    QVERIFY(accepted.isEmpty());
+}
+
+void TestArchiveDialog::confirmingAnArchivePicksIt()
+{
+    QSignalSpy accepted(m_dialog.get(), &QDialog::accepted);
+    m_dialog->findChild<QLineEdit*>()->setText(path(u"mac.logarchive"_s));
+    m_dialog->accept();
+    QCOMPARE(accepted.size(), 1);
+}
+
+QTEST_MAIN(TestArchiveDialog)
+#include "tst_archivedialog.moc"

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+#include "platform/desktop/statefile.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+class TestStateFile : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void standsInTheStateFolder_data();
+    void standsInTheStateFolder();
+    void remembersTheLastFolder();
+    void vanishedFolderIsForgotten();
+    void remembersArrangements();
+
+private:
+    QString path() const { return m_folder->filePath(u"deep/state.ini"_s); }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+};
+
+void TestStateFile::init()
+{
+    QTest::failOnWarning(QRegularExpression(u"."_s));
+    m_folder = std::make_unique<QTemporaryDir>();
+}
+
+void TestStateFile::standsInTheStateFolder_data()
+{
+    QTest::addColumn<QByteArray>("variable");
+    QTest::addColumn<QString>("expected");
+    const QString byDefault = QDir::homePath() + u"/.local/state/Tessel/state.ini"_s;
+    QTest::addRow("set") << QByteArray("/var/me") << u"/var/me/Tessel/state.ini"_s;
+    QTest::addRow("not set") << QByteArray() << byDefault;
+    QTest::addRow("relative paths do not count") << QByteArray("state") << byDefault;
+}
+
+void TestStateFile::standsInTheStateFolder()
+{
+    QFETCH(QByteArray, variable);
+    QFETCH(QString, expected);
+    qputenv("XDG_STATE_HOME", variable);
+    QCOMPARE(StateFile::defaultPath(), expected);
+}
+
+void TestStateFile::remembersTheLastFolder()
+{
+    StateFile(path()).setLastFolder(m_folder->path());
+    QCOMPARE(StateFile(path()).lastFolder(), m_folder->path());
+}
+
+void TestStateFile::vanishedFolderIsForgotten()
+{
+    StateFile state(path());
+    const QString before = state.lastFolder();
+    state.setLastFolder(m_folder->filePath(u"gone"_s));
+    QCOMPARE(state.lastFolder(), before);
+}
+
+void TestStateFile::remembersArrangements()
+{
+    const QByteArray arrangement("\0bytes\xff", 7);
+    StateFile(path()).setArrangement(u"ContentView.toolbar"_s, arrangement);
+    const StateFile state(path());
+    QCOMPARE(state.arrangement(u"ContentView.toolbar"_s), arrangement);
+    QCOMPARE(state.arrangement(u"another"_s), QByteArray());
+}
+
+QTEST_GUILESS_MAIN(TestStateFile)
+#include "tst_statefile.moc"

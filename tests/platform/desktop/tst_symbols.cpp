@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+#include "platform/desktop/symbols.h"
+
+#include <QApplication>
+#include <QImage>
+#include <QPalette>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+class TestSymbols : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void everySymbolIsDrawn_data();
+    void everySymbolIsDrawn();
+    void unknownNameIsNull();
+    void coloursFollowThePalette();
+    void disabledIsPaler();
+};
+
+namespace {
+
+/// The colour of the symbol's fully inked pixels, and how many there are.
+std::pair<QColor, int> inkOf(const QIcon& icon, QIcon::Mode mode = QIcon::Normal)
+{
+    const QImage image =
+        icon.pixmap(QSize(48, 48), 1, mode).toImage().convertToFormat(QImage::Format_ARGB32);
+    QColor ink;
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (qAlpha(image.pixel(x, y)) < 255)
+                continue;
+            ink = image.pixelColor(x, y);
+            ++count;
+        }
+    }
+    return {ink, count};
+}
+
+} // namespace
+
+void TestSymbols::init()
+{
+    QTest::failOnWarning(QRegularExpression(u"."_s));
+}
+
+void TestSymbols::everySymbolIsDrawn_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const char* name :
+         {"arrow.triangle.2.circlepath", "archivebox.fill", "arrow.up.doc.fill", "text.badge.plus",
+          "doc.text.magnifyingglass", "rectangle.compress.vertical", "arrow.down.doc.fill",
+          "square.and.arrow.down.fill", "magnifyingglass", "gear",
+          "line.3.horizontal.decrease.circle", "checklist", "list.bullet", "numbers.rectangle",
+          "arrow.down.document.fill"})
+        QTest::addRow("%s", name) << QString::fromLatin1(name);
+}
+
+void TestSymbols::everySymbolIsDrawn()
+{
+    QFETCH(QString, name);
+    const auto [ink, count] = inkOf(symbolIcon(name));
+    QVERIFY2(count > 100 && count < 48 * 48 * 3 / 4, qPrintable(QString::number(count)));
+}
+
+void TestSymbols::unknownNameIsNull()
+{
+    QVERIFY(symbolIcon(u"no.such.symbol"_s).isNull());
+}
+
+void TestSymbols::coloursFollowThePalette()
+{
+    const QIcon icon = symbolIcon(u"gear"_s);
+    for (const QRgb colour : {0xff102030, 0xfff0f0f0}) {
+        QPalette palette;
+        palette.setColor(QPalette::ButtonText, QColor(colour));
+        QApplication::setPalette(palette);
+        QCOMPARE(inkOf(icon).first, QColor(colour));
+    }
+}
+
+void TestSymbols::disabledIsPaler()
+{
+    QPalette palette;
+    palette.setColor(QPalette::Disabled, QPalette::ButtonText, QColor(0x808080));
+    QApplication::setPalette(palette);
+    QCOMPARE(inkOf(symbolIcon(u"archivebox.fill"_s), QIcon::Disabled).first, QColor(0x808080));
+}
+
+QTEST_MAIN(TestSymbols)
+#include "tst_symbols.moc"
