@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "mainwindow/minipredview.h"
 
+#include "platform/desktop/documenttext.h"
 #include "settings/bindings.h"
 #include "settings/predicatelibrary.h"
 

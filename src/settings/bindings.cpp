@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "settings/bindings.h"
 
+#include "platform/desktop/documenttext.h"
+
 #include <QCheckBox>
 #include <QLineEdit>
-#include <QTextCursor>
 
 #include <algorithm>
 #include <limits>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -31,12 +30,6 @@ void showText(QLineEdit* field, const QString& text)
     const qsizetype cursor = field->cursorPosition();
     field->setText(text);
     field->setCursorPosition(static_cast<int>(std::min(cursor, text.size())));
-}
-
-/// The text as an editor can hold it: with each kind of paragraph end a line feed.
-QString asHeldByEditor(QString text)
-{
-    return text.replace("\r\n"_L1, "\n"_L1).replace(u'\r', u'\n').replace(u'\u2029', u'\n');
 }
 
 } // namespace
@@ -75,35 +68,10 @@ void bind(QCheckBox* control, UserDefaults& defaults, const preferences::SwitchK
 void bind(QTextDocument* document, UserDefaults& defaults, const preferences::TextKey& preference)
 {
     const auto stored = [&defaults, preference] {
-        return asHeldByEditor(defaults.string(preference.key).value_or(QString()));
+        return defaults.string(preference.key).value_or(QString());
     };
     follow(document, defaults, preference.key,
            [document, stored] { showText(document, stored()); });
-    QObject::connect(document, &QTextDocument::contentsChanged, &defaults,
-                     [&defaults, preference, stored, document] {
-                         if (const QString text = exactText(document); text != stored())
-                             defaults.set(preference.key, text);
-                     });
-}
-
-QString exactText(const QTextDocument* document)
-{
-    return document->toRawText().replace(QChar::ParagraphSeparator, u'\n');
-}
-
-void showText(QTextDocument* document, const QString& text)
-{
-    const QString shown = exactText(document);
-    const QString wanted = asHeldByEditor(text);
-    if (shown == wanted)
-        return;
-    const auto [shownFrom, wantedFrom] =
-        std::mismatch(shown.begin(), shown.end(), wanted.begin(), wanted.end());
-    const auto [shownTo, wantedTo] =
-        std::mismatch(shown.rbegin(), std::make_reverse_iterator(shownFrom), wanted.rbegin(),
-                      std::make_reverse_iterator(wantedFrom));
-    QTextCursor cursor(document);
-    cursor.setPosition(static_cast<int>(shownFrom - shown.begin()));
-    cursor.setPosition(static_cast<int>(shownTo.base() - shown.begin()), QTextCursor::KeepAnchor);
-    cursor.insertText(wanted.sliced(wantedFrom - wanted.begin(), wantedTo.base() - wantedFrom));
+    bindText(document, stored,
+             [&defaults, preference](const QString& text) { defaults.set(preference.key, text); });
 }

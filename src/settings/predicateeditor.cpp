@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "settings/predicateeditor.h"
 
-#include "settings/bindings.h"
+#include "platform/desktop/documenttext.h"
+#include "settings/predicatelibrary.h"
 
 #include <QEvent>
 #include <QLabel>

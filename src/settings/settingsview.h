@@ -7,17 +7,11 @@
 
 class UserDefaults;
 
-/// Finds a symbol by its name.
-using SymbolSource = std::function<QIcon(const QString& name)>;
-
 /// The settings window.
 class SettingsView : public QTabWidget
 {
     Q_OBJECT
 
 public:
-    SettingsView(UserDefaults& defaults,
-                 PredicateCheck check,
-                 const SymbolSource& symbol,
-                 QWidget* parent = nullptr);
+    SettingsView(UserDefaults& defaults, PredicateCheck check, QWidget* parent = nullptr);
 };

@@ -46,7 +46,7 @@ void TestText::copiesShareAndOutliveTheOriginal()
     auto original = std::make_unique<Text>(u"a text"_s);
     const Text copy = *original;
     Text moved = std::move(*original);
-    QCOMPARE(copy.utf8().data(), moved.utf8().data());
+    QVERIFY(copy.utf8().data() == moved.utf8().data());
     original.reset();
     moved = Text();
     QCOMPARE(copy.toString(), u"a text"_s);
@@ -92,7 +92,7 @@ void TestText::equalContentsShareOneText()
     TextsByContent texts;
     const std::string first = "quillond";
     const std::string second = first;
-    QCOMPARE(texts(first).utf8().data(), texts(second).utf8().data());
+    QVERIFY(texts(first).utf8().data() == texts(second).utf8().data());
     QVERIFY(texts({}).isEmpty());
     for (int i = 0; i < 100'000; ++i)
         QCOMPARE(texts(std::to_string(i)).utf8(), std::to_string(i));

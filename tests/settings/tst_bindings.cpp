@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "platform/desktop/documenttext.h"
 #include "settings/bindings.h"
 
 #include <QCheckBox>

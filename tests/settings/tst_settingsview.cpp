@@ -43,7 +43,6 @@ private:
 
     std::unique_ptr<QTemporaryDir> m_folder;
     std::unique_ptr<UserDefaults> m_defaults;
-    QStringList m_symbols;
     std::unique_ptr<SettingsView> m_window;
 };
 
@@ -60,11 +59,7 @@ std::optional<QString> needsAnEqualsSign(const QString& predicate)
 
 std::unique_ptr<SettingsView> tst_SettingsView::newWindow()
 {
-    const auto symbol = [this](const QString& name) {
-        m_symbols.append(name);
-        return QIcon();
-    };
-    auto window = std::make_unique<SettingsView>(*m_defaults, needsAnEqualsSign, symbol);
+    auto window = std::make_unique<SettingsView>(*m_defaults, needsAnEqualsSign);
     window->show();
     return window;
 }
@@ -73,7 +68,6 @@ void tst_SettingsView::init()
 {
     QTest::failOnWarning(QRegularExpression(u"."_s));
     m_window.reset();
-    m_symbols.clear();
     m_folder = std::make_unique<QTemporaryDir>();
     m_defaults = std::make_unique<UserDefaults>(m_folder->filePath(u"Tessel.conf"_s));
     m_window = newWindow();
@@ -84,7 +78,8 @@ void tst_SettingsView::opensOnTheGeneralTab()
     QCOMPARE(m_window->currentIndex(), 0);
     QCOMPARE(m_window->tabText(0), u"General"_s);
     QCOMPARE(m_window->tabText(1), u"Predicate"_s);
-    QCOMPARE(m_symbols, (QStringList{u"gear"_s, u"line.3.horizontal.decrease.circle"_s}));
+    for (int tab = 0; tab < 2; ++tab)
+        QVERIFY(!m_window->tabIcon(tab).isNull());
     QVERIFY(qobject_cast<GenTab*>(m_window->widget(0)));
     QVERIFY(qobject_cast<PredTab*>(m_window->widget(1)));
 }

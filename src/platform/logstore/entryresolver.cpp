@@ -126,7 +126,7 @@ const Subsystem& EntryResolver::subsystem(RecordState& state)
             m_index.texts().internUnchecked(SimpleDump{state.chunk->body}.subsystem());
     else if (state.hasFormat() && state.process && state.fields.subsystem != 0)
         state.subsystem =
-            state.catalog->subsystem(*state.process, state.fields.subsystem, m_index.texts());
+            state.catalog->subsystem(*state.process, state.fields.subsystem, m_index.texts()).texts;
     return state.subsystem;
 }
 

@@ -18,7 +18,8 @@ bool isLater(const std::unique_ptr<OpenChunkSet>& a, const std::unique_ptr<OpenC
 {
     if (a->nextTime() != b->nextTime())
         return a->nextTime() > b->nextTime();
-    return std::tie(a->place().file, a->place().offset) > std::tie(b->place().file, b->place().offset);
+    return std::tie(a->place().file, a->place().offset)
+           > std::tie(b->place().file, b->place().offset);
 }
 
 } // namespace

@@ -50,21 +50,13 @@ bool RecordSelection::mayMatch(const Catalog* catalog,
             return false;
         subsystem = fields->subsystem;
     }
-    auto& verdicts = process->subsystemVerdicts;
-    if (subsystem >= verdicts.size())
-        verdicts.resize(std::size_t{subsystem} + 1, Verdict::NotAsked);
-    if (verdicts[subsystem] == Verdict::NotAsked)
-        verdicts[subsystem] =
-            ask(*catalog, *process, subsystem) ? Verdict::Possible : Verdict::Excluded;
-    return verdicts[subsystem] == Verdict::Possible;
-}
-
-bool RecordSelection::ask(const Catalog& catalog,
-                          CatalogProcess& process,
-                          std::uint16_t subsystem) const
-{
-    const Subsystem texts = catalog.subsystem(process, subsystem, m_texts);
-    return m_filter->mayMatch(factsOf(&process, m_strings), texts.subsystem, texts.category);
+    KnownSubsystem& known = catalog->subsystem(*process, subsystem, m_texts);
+    if (known.verdict == Verdict::NotAsked) {
+        const bool possible = m_filter->mayMatch(factsOf(process, m_strings), known.texts.subsystem,
+                                                 known.texts.category);
+        known.verdict = possible ? Verdict::Possible : Verdict::Excluded;
+    }
+    return known.verdict == Verdict::Possible;
 }
 
 } // namespace logstore

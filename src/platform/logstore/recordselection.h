@@ -40,8 +40,6 @@ public:
                   Bytes data) const;
 
 private:
-    bool ask(const Catalog& catalog, CatalogProcess& process, std::uint16_t subsystem) const;
-
     std::int64_t m_from;
     const EntryFilter* m_filter;
     StringFiles& m_strings;

@@ -85,7 +85,9 @@ void Binder::checkLeft(const Node& node, const Term& left)
     if (fitsLeft(node.comparison, operand)
         && !(operand.isEntry() && node.comparison > Operator::NotEqual))
         return;
-    const std::string given = "; " + sourceIs(node.children[0], type.types) + ".";
+    const std::string given =
+        quantified ? "; not every element of " + source(node.children[0]) + " is one."
+                   : "; " + sourceIs(node.children[0], type.types) + ".";
     if (operand.isEntry())
         fail(node.operatorPosition, "SELF can only be compared with nil.");
     else if (isTextOperator(node.comparison) || node.comparison == Operator::Contains)
@@ -131,7 +133,7 @@ void Binder::checkSides(const Node& node, const Sides& sides)
                  : "IN needs a list or a text on its right; " + rightIs + ".");
     else if (between)
         fail(node.operatorPosition,
-             "BETWEEN needs numbers, texts or dates of one kind; " + leftIs + ".");
+             "BETWEEN needs two bounds like what stands on its left; " + leftIs + ".");
     else if (isOrder(node.comparison))
         fail(node.operatorPosition, sign + " needs two numbers, two texts or two dates; " + leftIs
                                         + " and " + rightIs + ".");

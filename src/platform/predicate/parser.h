@@ -99,6 +99,7 @@ private:
     Node failNoExpression();
     void failNotClosed(Sign close);
     void failAfterEnd();
+    std::string shown(const Token& token) const;
     std::string beforeToken() const;
     std::string afterPreviousToken() const;
 

@@ -25,19 +25,24 @@ Node Parser::fail(std::size_t position, std::string sentence)
     return {};
 }
 
+/// Operators, reserved words and what has quotes of its own stand bare in a sentence.
+std::string Parser::shown(const Token& token) const
+{
+    const bool bare = token.kind == TokenKind::Text || comparisonOperator(token.sign)
+                      || (token.kind == TokenKind::Word && token.sign != Sign::None);
+    return bare ? shortened(slice(token)) : quoted(slice(token));
+}
+
 std::string Parser::beforeToken() const
 {
     if (token().kind == TokenKind::End)
         return "at the end";
-    const bool bare = token().sign != Sign::None;
-    return "before " + (bare ? shortened(slice(token())) : quoted(slice(token())));
+    return "before " + shown(token());
 }
 
 std::string Parser::afterPreviousToken() const
 {
-    const Token& previous = m_tokens[m_index - 1];
-    const bool bare = previous.sign != Sign::None;
-    return "after " + (bare ? shortened(slice(previous)) : quoted(slice(previous)));
+    return "after " + shown(m_tokens[m_index - 1]);
 }
 
 Node Parser::failNoOperator(const Node& left)

@@ -34,6 +34,7 @@ private:
     std::size_t keyPath(const Node& node);
     void suffix(const Node& node);
     void constant(const Constant& constant);
+    void argument(const Constant& value, std::string_view format);
     void text(std::string_view text);
     void name(const std::string& name);
     void list(const std::vector<Node>& nodes, std::size_t from = 0);
@@ -209,8 +210,7 @@ std::size_t Printer::keyPath(const Node& node)
     }
     if (plain)
         return 0;
-    m_text += "%K";
-    m_arguments.push_back(Constant{std::move(path)});
+    argument(Constant{std::move(path)}, "%K");
     return next;
 }
 
@@ -232,11 +232,16 @@ void Printer::suffix(const Node& node)
     }
 }
 
+void Printer::argument(const Constant& value, std::string_view format)
+{
+    m_text += format;
+    m_arguments.push_back(value);
+}
+
 void Printer::name(const std::string& name)
 {
     if (!isPlainName(name)) {
-        m_text += "%K";
-        m_arguments.push_back(Constant{name});
+        argument(Constant{name}, "%K");
         return;
     }
     m_text += (needsEscape(name) ? "#" : "") + name;
@@ -282,11 +287,7 @@ void Printer::constant(const Constant& constant)
         void operator()(std::uint64_t value) const { printer.m_text += std::to_string(value); }
         void operator()(double value) const { printer.m_text += realText(value); }
         void operator()(const std::string& value) const { printer.text(value); }
-        void operator()(Date value) const
-        {
-            printer.m_text += "%@";
-            printer.m_arguments.push_back(Constant{value});
-        }
+        void operator()(Date value) const { printer.argument(Constant{value}, "%@"); }
         void operator()(const Constant::List&) const {} // lists are nodes
     };
     std::visit(Visitor{*this}, constant.value);

@@ -76,11 +76,9 @@ bool TextPattern::standsIn(std::string_view text) const
 /// Whether a text in which the ASCII pattern does not stand could hold it once folded.
 bool TextPattern::mayFoldToAscii(std::string_view text) const
 {
-    if (isAscii(text))
-        return false;
     if (m_folding.markless)
-        return true;
-    return m_needsFold
+        return !isAscii(text);
+    return m_needsFold && !isAscii(text)
            && (text.find(longS) != std::string_view::npos
                || text.find(kelvinSign) != std::string_view::npos);
 }
@@ -92,8 +90,7 @@ bool TextPattern::matches(std::string_view text, FoldedTexts& folds) const
     if (m_folding.none())
         return standsIn(text);
     if (m_ascii) {
-        // ASCII stays what it is under any folding, with one exception: at the end of a text it may
-        // stand bare although a mark was on it, and be followed by marks that fold away.
+        // What is ASCII stays so under any folding: where the pattern stands now it stands then.
         if (standsIn(text))
             return true;
         if (!mayFoldToAscii(text))

@@ -2,6 +2,7 @@
 #include "platform/predicate/unicode.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <cstring>
 #include <unicode/utf16.h>
@@ -147,6 +148,11 @@ bool isAscii(std::string_view text)
     constexpr std::uint64_t highBits = 0x8080808080808080U;
     std::uint64_t seen = 0;
     std::size_t i = 0;
+    std::array<std::uint64_t, 4> words{};
+    for (; i + sizeof words <= text.size(); i += sizeof words) {
+        std::memcpy(words.data(), text.data() + i, sizeof words);
+        seen |= (words[0] | words[1]) | (words[2] | words[3]);
+    }
     for (; i + sizeof seen <= text.size(); i += sizeof seen) {
         std::uint64_t word = 0;
         std::memcpy(&word, text.data() + i, sizeof word);

@@ -138,8 +138,20 @@ CatalogProcess* Catalog::find(const ProcessKey& key)
     return found != m_processes.end() && found->key == key ? &*found : nullptr;
 }
 
-Subsystem
-Catalog::subsystem(const CatalogProcess& process, std::uint16_t identifier, TextPool& pool) const
+KnownSubsystem&
+Catalog::subsystem(CatalogProcess& process, std::uint16_t identifier, TextPool& pool) const
+{
+    KnownSubsystem& known = process.knownSubsystems[identifier];
+    if (!known.isResolved) {
+        known.texts = readSubsystem(process, identifier, pool);
+        known.isResolved = true;
+    }
+    return known;
+}
+
+Subsystem Catalog::readSubsystem(const CatalogProcess& process,
+                                 std::uint16_t identifier,
+                                 TextPool& pool) const
 {
     const std::size_t count = process.subsystems.size() / subsystemEntrySize;
     const auto entryAt = [&process](std::size_t i) {

@@ -6,6 +6,7 @@
 #include "platform/logstore/uuid.h"
 
 #include <optional>
+#include <unordered_map>
 #include <vector>
 
 namespace logstore {
@@ -33,6 +34,14 @@ struct Subsystem
 /// Whether anything of a process, or of one of its subsystems, can match a stream's filter.
 enum class Verdict : std::uint8_t { NotAsked, Possible, Excluded };
 
+/// A subsystem entry that has been looked up before.
+struct KnownSubsystem
+{
+    Subsystem texts;
+    bool isResolved = false;
+    Verdict verdict = Verdict::NotAsked;
+};
+
 /// A process as a catalog describes it. The image and subsystem tables stay as bytes until they
 /// are asked for: most are never.
 struct CatalogProcess
@@ -50,7 +59,7 @@ struct CatalogProcess
     SharedCache* cacheFile = nullptr;
     bool filesLookedUp = false;
     Verdict verdict = Verdict::NotAsked;
-    std::vector<Verdict> subsystemVerdicts; ///< by subsystem identifier
+    std::unordered_map<std::uint16_t, KnownSubsystem> knownSubsystems; ///< by identifier
 };
 
 /// The processes that the chunk sets after a catalog speak of.
@@ -67,8 +76,8 @@ public:
     CatalogProcess* find(const ProcessKey& key);
 
     /// The subsystem with this identifier of the process; both texts empty when there is none.
-    Subsystem
-    subsystem(const CatalogProcess& process, std::uint16_t identifier, TextPool& pool) const;
+    KnownSubsystem&
+    subsystem(CatalogProcess& process, std::uint16_t identifier, TextPool& pool) const;
 
     /// The identifier of the image that holds a code address, by the process's image table.
     std::optional<Uuid>
@@ -81,6 +90,8 @@ public:
 
 private:
     void readProcesses();
+    Subsystem
+    readSubsystem(const CatalogProcess& process, std::uint16_t identifier, TextPool& pool) const;
     std::optional<Uuid> identifier(std::uint16_t index) const;
     std::string_view pooledText(std::uint16_t offset, TextPool& pool) const;
 

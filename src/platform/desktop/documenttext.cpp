@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#include "platform/desktop/documenttext.h"
+
+#include <QTextCursor>
+#include <QTextDocument>
+
+#include <algorithm>
+#include <iterator>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The text as an editor can hold it: with each kind of paragraph end a line feed.
+QString asHeldByEditor(QString text)
+{
+    return text.replace("\r\n"_L1, "\n"_L1).replace(u'\r', u'\n').replace(u'\u2029', u'\n');
+}
+
+} // namespace
+
+QString exactText(const QTextDocument* document)
+{
+    return document->toRawText().replace(QChar::ParagraphSeparator, u'\n');
+}
+
+void showText(QTextDocument* document, const QString& text)
+{
+    const QString shown = exactText(document);
+    const QString wanted = asHeldByEditor(text);
+    if (shown == wanted)
+        return;
+    const auto [shownFrom, wantedFrom] =
+        std::mismatch(shown.begin(), shown.end(), wanted.begin(), wanted.end());
+    const auto [shownTo, wantedTo] =
+        std::mismatch(shown.rbegin(), std::make_reverse_iterator(shownFrom), wanted.rbegin(),
+                      std::make_reverse_iterator(wantedFrom));
+    QTextCursor cursor(document);
+    cursor.setPosition(static_cast<int>(shownFrom - shown.begin()));
+    cursor.setPosition(static_cast<int>(shownTo.base() - shown.begin()), QTextCursor::KeepAnchor);
+    cursor.insertText(wanted.sliced(wantedFrom - wanted.begin(), wantedTo.base() - wantedFrom));
+}
+
+void bindText(QTextDocument* document,
+              const std::function<QString()>& load,
+              const std::function<void(const QString&)>& store)
+{
+    showText(document, load());
+    QObject::connect(document, &QTextDocument::contentsChanged, document, [document, load, store] {
+        // A change that only follows the loaded text is not the user's, and the editor may hold
+        // that text in another form.
+        if (const QString text = exactText(document); text != asHeldByEditor(load()))
+            store(text);
+    });
+}

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QMainWindow>
+
+#include <functional>
+#include <memory>
+
+class LogFolderTool;
+class QCheckBox;
+class QHBoxLayout;
+class QPlainTextEdit;
+class QToolBar;
+
+/// What the windows of the two tools have in common: a toolbar, a row of switches, and the tool's
+/// text, which the user may edit.
+class ToolView : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    ~ToolView() override;
+
+protected:
+    struct Command
+    {
+        QString identifier;
+        QString title;
+        QString symbol;
+        QString help;
+        std::function<void()> run;
+    };
+
+    ToolView(const QString& title,
+             const QString& toolBarIdentifier,
+             std::shared_ptr<LogFolderTool> tool,
+             QWidget* parent);
+
+    QAction* addCommand(const Command& command);
+    QCheckBox* addSwitch(const QString& identifier, const QString& title);
+
+private:
+    void bindOutput();
+    void showWorking(bool working);
+
+    std::shared_ptr<LogFolderTool> m_tool;
+    QToolBar* m_toolBar;
+    QHBoxLayout* m_switches;
+    QPlainTextEdit* m_output;
+    bool m_isWorking = false;
+};

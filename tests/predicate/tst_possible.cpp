@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: MIT
+#include "platform/predicate/predicate.h"
+#include "support/predicategenerator.h"
+#include "support/warnings.h"
+
+#include <QTest>
+
+#include <set>
+
+using namespace Qt::StringLiterals;
+using namespace predicate;
+
+namespace {
+
+/// An entry of which only some fields are told.
+class PartOfEntry : public EntryFields
+{
+public:
+    PartOfEntry(const MadeUpEntry& entry, std::set<Field> known)
+        : m_entry(entry)
+        , m_known(std::move(known))
+    {
+    }
+
+    std::optional<EntryKind> kind() const override { return std::nullopt; }
+    Value field(Field field) const override
+    {
+        return m_known.contains(field) ? m_entry.field(field) : Value::unknown();
+    }
+
+private:
+    const MadeUpEntry& m_entry;
+    std::set<Field> m_known;
+};
+
+} // namespace
+
+class Possible : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { failOnWarnings(); }
+    void knownProcess_data();
+    void knownProcess();
+    void neverRulesOutWhatMatches();
+};
+
+void Possible::knownProcess_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("possible");
+    const auto row = [](const char* name, const QString& text, bool possible) {
+        QTest::newRow(name) << text << possible;
+    };
+    row("its process", u"process == 'backupd'"_s, true);
+    row("another process", u"process == 'kernel'"_s, false);
+    row("another process or a message", u"process == 'kernel' OR eventMessage CONTAINS 'x'"_s,
+        true);
+    row("another process and a message", u"eventMessage CONTAINS 'x' AND process == 'kernel'"_s,
+        false);
+    row("not its process", u"NOT process == 'backupd'"_s, false);
+    row("not a message", u"NOT eventMessage CONTAINS 'x'"_s, true);
+    row("unknown subsystem", u"subsystem == 'com.example'"_s, true);
+    row("unknown compared with itself", u"subsystem != subsystem"_s, true);
+    row("identifier in a list", u"processID IN {1, 2} AND messageType == error"_s, false);
+    row("empty path is nil", u"processImagePath CONTAINS '' AND sender == 'x'"_s, false);
+    row("one element known", u"ANY {process, sender} == 'kernel'"_s, true);
+    row("all elements", u"ALL {process, sender} == 'kernel'"_s, false);
+    row("arithmetic", u"processID + size > 5"_s, true);
+    row("choice by the unknown", u"TERNARY(messageType == error, process, 'x') == 'y'"_s, true);
+    row("constant", u"FALSEPREDICATE"_s, false);
+}
+
+void Possible::knownProcess()
+{
+    QFETCH(const QString, text);
+    MadeUpEntry entry;
+    entry.set(Field::Process, Value::text("backupd"));
+    entry.set(Field::ProcessIdentifier, Value::integer(312));
+    entry.set(Field::ProcessImagePath, Value::text(""));
+    const PartOfEntry part(entry,
+                           {Field::Process, Field::ProcessIdentifier, Field::ProcessImagePath});
+    const auto built = build(text.toStdString());
+    QVERIFY(built);
+    QTEST(Matcher(*built).possible(part), "possible");
+}
+
+void Possible::neverRulesOutWhatMatches()
+{
+    PredicateGenerator generator(5);
+    int ruledOut = 0;
+    for (int i = 0; i < 1500; ++i) {
+        const std::string text = generator.condition(3);
+        const auto built = build(text);
+        QVERIFY2(built, text.c_str());
+        Matcher matcher(*built);
+        MadeUpEntry entry = generator.entry();
+        const PartOfEntry part(entry, {Field::Process, Field::ProcessIdentifier});
+        const bool possible = matcher.possible(part);
+        ruledOut += possible ? 0 : 1;
+        for (int j = 0; j < 10 && entry.kind() != EntryKind::Boundary; ++j) {
+            MadeUpEntry other = generator.entry();
+            if (other.kind() == EntryKind::Boundary)
+                continue; // carries no process to begin with
+            other.set(Field::Process, entry.field(Field::Process));
+            other.set(Field::ProcessIdentifier, entry.field(Field::ProcessIdentifier));
+            QVERIFY2(possible || !matcher.matches(other), text.c_str());
+        }
+    }
+    QVERIFY2(ruledOut > 100, "hardly anything was ruled out, so little was tested");
+}
+
+QTEST_APPLESS_MAIN(Possible)
+#include "tst_possible.moc"

@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: MIT
+#include "platform/predicate/textpattern.h"
+#include "platform/predicate/unicode.h"
+#include "support/predicategenerator.h"
+#include "support/warnings.h"
+
+#include <QTest>
+
+#include <unicode/uchar.h>
+
+using namespace Qt::StringLiterals;
+using namespace predicate;
+
+namespace {
+
+constexpr TextRelation relations[] = {TextRelation::Equal, TextRelation::Contains,
+                                      TextRelation::BeginsWith, TextRelation::EndsWith,
+                                      TextRelation::Like};
+
+} // namespace
+
+/// Prepared patterns take short cuts; the plain comparison of two folded texts takes none.
+class TextPatternTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { failOnWarnings(); }
+    void shortCutsAgreeWithFolding();
+    void everyPlaceInLongTexts();
+    void onlyTwoCharactersFoldToAscii();
+    void findsWhatASearchWithoutTricksFinds();
+    void illFormedTexts();
+};
+
+void TextPatternTest::shortCutsAgreeWithFolding()
+{
+    PredicateGenerator generator(6);
+    FoldedTexts folds;
+    int matches = 0;
+    for (int i = 0; i < 60'000; ++i) {
+        const std::string text = generator.text() + generator.text();
+        const std::string pattern =
+            generator.sometimes() ? generator.text() + '*' + generator.text() : generator.text();
+        const Folding folding(generator.below(2) == 0, generator.sometimes());
+        const TextRelation relation = relations[generator.below(std::size(relations))];
+        folds.clear();
+        const bool expected = relates(relation, text, pattern, folding, folds);
+        folds.clear();
+        const bool actual = TextPattern(relation, pattern, folding).matches(text, folds);
+        QVERIFY2(actual == expected, (text + " / " + pattern).c_str());
+        matches += actual ? 1 : 0;
+    }
+    QVERIFY(matches > 1000);
+}
+
+void TextPatternTest::everyPlaceInLongTexts()
+{
+    FoldedTexts folds;
+    for (std::size_t length = 1; length < 40; ++length) {
+        std::string needle;
+        for (std::size_t i = 0; i < length; ++i)
+            needle += static_cast<char>('a' + i % 26);
+        const TextPattern pattern(TextRelation::Contains, needle, Folding(true, false));
+        for (std::size_t before = 0; before < 40; ++before) {
+            std::string upper = needle;
+            std::transform(upper.begin(), upper.end(), upper.begin(),
+                           [](char c) { return static_cast<char>(c - 32); });
+            const std::string text = std::string(before, '.') + upper + "z";
+            QVERIFY(pattern.matches(text, folds));
+            std::string damaged = text;
+            damaged[before + length - 1] = '#';
+            QVERIFY(!pattern.matches(damaged, folds));
+        }
+    }
+}
+
+void TextPatternTest::onlyTwoCharactersFoldToAscii()
+{
+    std::u32string found;
+    for (char32_t character = 0x80; character <= 0x10FFFF; ++character) {
+        if (u_foldCase(static_cast<UChar32>(character), U_FOLD_CASE_DEFAULT) < 0x80)
+            found += character;
+    }
+    QCOMPARE(found, std::u32string(U"\u017F\u212A"));
+}
+
+void TextPatternTest::findsWhatASearchWithoutTricksFinds()
+{
+    PredicateGenerator generator(7);
+    for (int i = 0; i < 20'000; ++i) {
+        std::string text;
+        for (int pieces = 0; pieces < 12; ++pieces)
+            text += generator.text();
+        const std::string needle = generator.text();
+        QCOMPARE(ByteFinder(needle, ByteFinder::Case::Exact).find(text), text.find(needle));
+    }
+}
+
+void TextPatternTest::illFormedTexts()
+{
+    FoldedTexts folds;
+    for (const TextRelation relation : relations) {
+        for (const std::string text :
+             {"\xff", "a\xe2\x84", "\xc5", "\xf0\x9f\x93", "\xed\xa0\x80"}) {
+            folds.clear();
+            QVERIFY(!TextPattern(relation, "é?k", Folding(true, true)).matches(text, folds));
+        }
+    }
+    QCOMPARE(utf16("a\xff\xed\xa0\x80z"), std::u16string(u"a\uFFFD\uFFFD\uFFFD\uFFFDz"));
+}
+
+QTEST_APPLESS_MAIN(TextPatternTest)
+#include "tst_textpattern.moc"
