@@ -106,7 +106,12 @@ ContentView::ContentView(const Platform& platform,
     watchFetches();
 }
 
-ContentView::~ContentView() = default;
+ContentView::~ContentView()
+{
+    // An open panel keeps the logger beyond the window; the widgets look at the state to their end.
+    m_state.logger().setFetchObserver({});
+    delete takeCentralWidget();
+}
 
 void ContentView::addToolBar()
 {

@@ -8,6 +8,7 @@
 #include <QFontDatabase>
 #include <QHash>
 #include <QHeaderView>
+#include <QPaintEvent>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QStyle>
@@ -187,7 +188,7 @@ std::pair<int, int> EntryListView::placeOfBestAnchor() const
 void EntryListView::paintEvent(QPaintEvent* event)
 {
     QTreeView::paintEvent(event);
-    seeWidths();
+    seeWidths(event->rect());
 }
 
 void EntryListView::resizeEvent(QResizeEvent* event)
@@ -196,12 +197,12 @@ void EntryListView::resizeEvent(QResizeEvent* event)
     applyWidth();
 }
 
-void EntryListView::seeWidths()
+void EntryListView::seeWidths(const QRect& painted)
 {
-    const int bottom = viewport()->height();
     int widest = m_widestSeen;
-    for (QModelIndex index = indexAt({0, 0}); index.isValid(); index = indexBelow(index)) {
-        if (visualRect(index).top() >= bottom)
+    for (QModelIndex index = indexAt({0, painted.top()}); index.isValid();
+         index = indexBelow(index)) {
+        if (visualRect(index).top() > painted.bottom())
             break;
         widest = std::max(widest, sizeHintForIndex(index).width());
     }

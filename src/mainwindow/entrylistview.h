@@ -54,7 +54,7 @@ private:
     /// The row of the first anchor that is still shown, or -1, and where it stood.
     std::pair<int, int> placeOfBestAnchor() const;
     void updateType();
-    void seeWidths();
+    void seeWidths(const QRect& painted);
     void applyWidth();
 
     LogEntryModel& m_model;

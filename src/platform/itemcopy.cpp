@@ -91,6 +91,12 @@ bool copyBytes(int from, int to)
     }
 }
 
+/// Some file systems have no owners, permissions or times to set. A copy is whole without them.
+bool isSetOrUnknown(int result)
+{
+    return result == 0 || errno == EPERM || errno == EOPNOTSUPP;
+}
+
 /// Only the super-user may give files away; a copy that has changed hands must not run as its
 /// owner.
 bool keepAttributes(int file, const struct stat& item)
@@ -99,7 +105,7 @@ bool keepAttributes(int file, const struct stat& item)
     if (::fchown(file, item.st_uid, item.st_gid) < 0)
         mode &= static_cast<mode_t>(~(S_ISUID | S_ISGID));
     const std::array<timespec, 2> times{item.st_atim, item.st_mtim};
-    return ::fchmod(file, mode) == 0 && ::futimens(file, times.data()) == 0;
+    return isSetOrUnknown(::fchmod(file, mode)) && isSetOrUnknown(::futimens(file, times.data()));
 }
 
 /// Keeps the reason of a failure, unless it is that the item was deleted meanwhile.
@@ -192,7 +198,8 @@ bool ItemCopy::copyLink(int folder, const char* name, const Target& target, cons
     if (::symlinkat(text.data(), target.folder, target.name) < 0)
         return false;
     const std::array<timespec, 2> times{item.st_atim, item.st_mtim};
-    return ::utimensat(target.folder, target.name, times.data(), AT_SYMLINK_NOFOLLOW) == 0;
+    return isSetOrUnknown(
+        ::utimensat(target.folder, target.name, times.data(), AT_SYMLINK_NOFOLLOW));
 }
 
 /// A name that nobody has, for the time of copying.

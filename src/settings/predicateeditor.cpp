@@ -55,7 +55,7 @@ PredicateEditor::PredicateEditor(PredicateCheck check, QWidget* parent)
     m_status->setContentsMargins(4, 0, 4, 2);
     m_status->setAutoFillBackground(true);
     QFont smaller = font();
-    smaller.setPointSizeF(smaller.pointSizeF() * 0.9);
+    smaller.setPointSizeF(fontInfo().pointSizeF() * 0.9);
     m_status->setFont(smaller);
     makeStatusQuiet();
     setViewportMargins(0, 0, 0, m_status->sizeHint().height());

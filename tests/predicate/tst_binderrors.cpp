@@ -73,6 +73,8 @@ void BindErrors::mistakes_data()
         u"“yesterday” is not a date; write 2024-03-07 14:05."_s);
     row("bad date among bounds", u"date BETWEEN {'2024-01-01', '2024-13-01'}"_s, 28,
         u"“2024-13-01” is not a date; write 2024-03-07 14:05."_s);
+    row("date in a text", u"date IN 'x'"_s, 5,
+        u"IN needs a list on its right, or texts on both sides; date is a date."_s);
     row("unknown function", u"lowercas:(process) == 'a'"_s, 0,
         u"There is no function “lowercas:”. Did you mean lowercase:?"_s);
     row("number of arguments", u"1 == modulus:by:(1)"_s, 5,

@@ -83,6 +83,7 @@ void Numbers::constants_data()
     holds(
         "huge exponents",
         u"1 ** 18446744073709551615 == 1 AND (-1) ** 18446744073709551615 == -1 AND 0 ** 9 == 0 AND 3 ** 1000000 == nil"_s);
+    holds("power beyond any product", u"18446744073709551615 ** 2 == nil"_s);
     holds("left association", u"10 - 3 - 2 == 5 AND 64 / 4 / 2 == 8 AND 2 ** 3 ** 2 == 64"_s);
     holds("minus before power", u"-2 ** 2 == 4 AND - - 3 == 3 AND -(1 + 2) == -3"_s);
     holds("nil in arithmetic", u"1 + nil == nil AND -nil == nil AND nil ** 2 == nil"_s);

@@ -31,7 +31,6 @@ private Q_SLOTS:
     void readsOnlyArchives();
     void archiveWithoutExtraIsReported();
     void savesUnderItsOwnName();
-    void realArchiveComesBackEntryForEntry();
 
 private:
     void makeSource();
@@ -320,40 +319,6 @@ void tst_Archiver::savesUnderItsOwnName()
 {
     m_archiver->saveText();
     QCOMPARE(m_platform->panels.saveRequests.value(0).proposedName, u"ArchiveAnalysis.txt"_s);
-}
-
-void tst_Archiver::realArchiveComesBackEntryForEntry()
-{
-    const FilePath samples = qgetenv("TESSEL_SAMPLES").toStdString();
-    if (samples.empty())
-        QSKIP("TESSEL_SAMPLES names no folder of real archives");
-    // The folders of a machine, from an archive that was made of them.
-    const FilePath archive = samples / "macos15.logarchive";
-    for (const auto& entry : std::filesystem::directory_iterator(archive)) {
-        const FilePath name = entry.path().filename();
-        const bool isStrings = name == "dsc" || name.native().size() == 2;
-        const FilePath target = m_folder->path(isStrings ? "db/uuidtext" : "db/diagnostics");
-        std::filesystem::create_directories(target);
-        QVERIFY(m_files.copyItem(entry.path(), target / name));
-    }
-    create();
-
-    const auto before = logstore::Store::open(archive);
-    const auto after = logstore::Store::open(m_folder->path("db.logarchive"));
-    QVERIFY(before && after);
-    auto expected = before->entries();
-    auto found = after->entries();
-    int count = 0;
-    while (const auto* entry = expected.next()) {
-        const auto* copy = found.next();
-        QVERIFY(copy);
-        QCOMPARE(copy->time(), entry->time());
-        QCOMPARE(QByteArray::fromStdString(std::string(copy->composedMessage())),
-                 QByteArray::fromStdString(std::string(entry->composedMessage())));
-        ++count;
-    }
-    QVERIFY(!found.next());
-    QVERIFY(count > 0);
 }
 
 QTEST_GUILESS_MAIN(tst_Archiver)

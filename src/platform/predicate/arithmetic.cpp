@@ -34,6 +34,14 @@ Value realPower(double base, double exponent)
     return Value::real(std::pow(base, exponent));
 }
 
+std::optional<Int128> product(Int128 left, Int128 right)
+{
+    Int128 result = 0;
+    if (__builtin_mul_overflow(left, right, &result))
+        return std::nullopt;
+    return result;
+}
+
 Value integerPower(Int128 base, Int128 exponent)
 {
     if (exponent < 0)
@@ -44,19 +52,12 @@ Value integerPower(Int128 base, Int128 exponent)
         return Value::integer(exponent % 2 == 0 ? 1 : -1);
     Int128 result = 1;
     for (Int128 i = 0; i < exponent; ++i) {
-        result *= base; // |base| is at least 2, so this leaves the range within 64 rounds
-        if (result < lowest || result > highest)
-            return {};
+        const auto next = product(result, base);
+        if (!next || *next < lowest || *next > highest)
+            return {}; // |base| is at least 2, so this comes within 64 rounds
+        result = *next;
     }
     return narrow(result);
-}
-
-std::optional<Int128> product(Int128 left, Int128 right)
-{
-    Int128 result = 0;
-    if (__builtin_mul_overflow(left, right, &result))
-        return std::nullopt;
-    return result;
 }
 
 Value integers(char sign, Int128 left, Int128 right)

@@ -179,6 +179,10 @@ void Binder::readDates(const Node& node, Sides& sides)
 {
     const Type& left = sides.left->type();
     const Type& right = sides.right->type();
+    const bool textInText = (node.comparison == Operator::In && !right.isList())
+                            || (node.comparison == Operator::Contains && !left.isList());
+    if (textInText)
+        return;
     const bool textsLeft = (left.compared() & type::text) != 0 && left.compared() != type::date;
     const bool textsRight = (right.compared() & type::text) != 0;
     const Reading dates{type::nil, true, false};
@@ -208,18 +212,23 @@ ConditionPtr Binder::quantified(const Node& node, const Sides& sides, Folding fo
 ConditionPtr
 Binder::compiled(const Node& node, const TermPtr& left, const TermPtr& right, Folding folding)
 {
-    if (node.comparison == Operator::Matches)
-        return compiledMatches(node, left, right, folding);
     const bool unequal = node.comparison == Operator::NotEqual;
     const Operator comparison = unequal ? Operator::Equal : node.comparison;
     ConditionPtr condition;
-    if (left->constant() == nullptr || right->constant() == nullptr)
+    if (comparison == Operator::Matches)
+        condition = compiledMatches(node, left, right, folding);
+    else
         condition = textCondition(comparison, left, right, folding);
     if (!condition)
         condition = std::make_unique<ComparisonCondition>(comparison, left, right, folding);
-    return unequal ? std::make_unique<NotCondition>(std::move(condition)) : std::move(condition);
+    if (left->constant() != nullptr && right->constant() != nullptr)
+        condition = std::make_unique<FixedCondition>(outcomeForAll(*condition) == Truth::True);
+    if (!unequal)
+        return condition;
+    return std::make_unique<NotCondition>(std::move(condition));
 }
 
+/// Null when the pattern is not constant.
 ConditionPtr Binder::compiledMatches(const Node& node,
                                      const TermPtr& left,
                                      const TermPtr& right,
@@ -227,7 +236,7 @@ ConditionPtr Binder::compiledMatches(const Node& node,
 {
     const auto pattern = constantText(*right);
     if (!pattern)
-        return std::make_unique<ComparisonCondition>(node.comparison, left, right, folding);
+        return nullptr;
     auto regex = compiledRegex(*pattern, folding);
     if (!regex) {
         fail(node.children[1].position,

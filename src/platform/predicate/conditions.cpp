@@ -39,6 +39,14 @@ Truth ofText(const Value& value, Test test)
 
 } // namespace
 
+Truth outcomeForAll(const Condition& condition)
+{
+    Match match;
+    const AnyEntry entry;
+    match.begin(entry);
+    return condition.evaluate(match);
+}
+
 CompoundCondition::CompoundCondition(Joint joint, Conditions parts)
     : Condition(sum(parts))
     , m_decisive(truth(joint == Joint::Or))

@@ -27,6 +27,9 @@ private:
     int m_cost;
 };
 
+/// The outcome for an entry of which nothing is known.
+Truth outcomeForAll(const Condition& condition);
+
 using ConditionPtr = std::unique_ptr<const Condition>;
 using Conditions = std::vector<ConditionPtr>;
 

@@ -30,4 +30,12 @@ public:
     virtual Value field(Field field) const = 0;
 };
 
+/// Nothing is known of it: for what is the same for every entry.
+class AnyEntry : public EntryFields
+{
+public:
+    std::optional<EntryKind> kind() const override { return std::nullopt; }
+    Value field(Field) const override { return Value::unknown(); }
+};
+
 } // namespace predicate

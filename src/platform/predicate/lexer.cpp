@@ -6,6 +6,7 @@
 #include "platform/predicate/unicode.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <optional>
 #include <unicode/uchar.h>
 #include <unicode/utf16.h>

@@ -12,14 +12,6 @@ namespace predicate {
 
 namespace {
 
-/// An entry of which nothing is known, to evaluate what needs none.
-class NoFields : public EntryFields
-{
-public:
-    std::optional<EntryKind> kind() const override { return std::nullopt; }
-    Value field(Field) const override { return Value::unknown(); }
-};
-
 bool anyUnknown(std::span<const Value> values)
 {
     return std::any_of(values.begin(), values.end(),
@@ -168,7 +160,8 @@ TermPtr foldedConstant(TermPtr term, bool constant)
     if (!constant)
         return term;
     Match match;
-    match.begin(NoFields());
+    const AnyEntry entry;
+    match.begin(entry);
     const Value value = term->value(match);
     Type type = term->type();
     if (value.isNil())
