@@ -6,6 +6,7 @@
 // later times, spread over several boots and files of both Persist and Special.
 #include "platform/logstore/writer/bytebuilder.h"
 #include "platform/logstore/writer/chunk.h"
+#include "platform/logstore/writer/storefiles.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -207,42 +208,28 @@ void appendCopy(ByteBuilder& out, const Trace& trace, std::uint64_t shift)
     }
 }
 
-struct Boot
+std::int64_t nanoseconds(const Boot& boot, std::uint64_t ticks)
 {
-    logstore::Uuid uuid;
-    std::int64_t wallTime = 0;
-    std::uint32_t numerator = 1;
-    std::uint32_t denominator = 1;
+    __extension__ using Wide = __int128;
+    return static_cast<std::int64_t>(static_cast<Wide>(ticks) * boot.numerator / boot.denominator);
+}
 
-    std::int64_t nanoseconds(std::uint64_t ticks) const
-    {
-        __extension__ using Wide = __int128;
-        return static_cast<std::int64_t>(static_cast<Wide>(ticks) * numerator / denominator);
-    }
-    std::uint64_t ticks(std::int64_t nanoseconds) const
-    {
-        return static_cast<std::uint64_t>(nanoseconds) * denominator / numerator;
-    }
-};
+std::uint64_t ticks(const Boot& boot, std::int64_t nanoseconds)
+{
+    return static_cast<std::uint64_t>(nanoseconds) * boot.denominator / boot.numerator;
+}
 
 void appendHeader(ByteBuilder& out, const Trace& trace, const Boot& boot, std::uint64_t start)
 {
     ByteBuilder header;
     header.bytes(trace.header);
-    const std::int64_t wall = boot.wallTime + boot.nanoseconds(start);
+    const std::int64_t wall = boot.wallTime + nanoseconds(boot, start);
     header.put(16, wall / 1'000'000'000);
     header.put(24, static_cast<std::int32_t>(wall % 1'000'000'000 / 1000));
     header.put(48, start);
     for (std::size_t i = 0; i < boot.uuid.bytes.size(); ++i)
         header.put(128 + i, boot.uuid.bytes[i]);
     appendChunk(out, HeaderChunk, header.view());
-}
-
-std::string fileName(std::size_t number, const char* extension)
-{
-    char name[40];
-    std::snprintf(name, sizeof name, "%016zx.%s", number, extension);
-    return name;
 }
 
 void save(const fs::path& path, const Bytes& bytes)
@@ -255,18 +242,15 @@ void save(const fs::path& path, const Bytes& bytes)
 }
 
 /// A sync record per hour, each a little off the boot's own clock as a corrected clock is.
-Bytes timeFile(const Boot& boot, std::uint64_t latest)
+std::vector<Sync> hourlySyncs(const Boot& boot, std::uint64_t latest)
 {
-    ByteBuilder out;
-    out.u16(0xbbb0).u16(48).u32(0).uuid(boot.uuid).u32(boot.numerator).u32(boot.denominator);
-    out.i64(boot.wallTime).i32(0).u32(0);
-    const std::uint64_t hour = boot.ticks(nanosecondsPerHour);
+    std::vector<Sync> syncs;
+    const std::uint64_t hour = ticks(boot, nanosecondsPerHour);
     for (std::uint64_t time = hour; time <= latest; time += hour) {
         const auto correction = static_cast<std::int64_t>(time / hour % 5) * 7'000'000 - 14'000'000;
-        out.u16(0x7354).u16(32).u32(0).u64(time);
-        out.i64(boot.wallTime + boot.nanoseconds(time) + correction).i32(0).u32(0);
+        syncs.push_back({time, boot.wallTime + nanoseconds(boot, time) + correction, 0, false});
     }
-    return out.take();
+    return syncs;
 }
 
 class Multiplier
@@ -281,7 +265,7 @@ public:
         m_boot.numerator = load<std::uint32_t>(trace.header, 0);
         m_boot.denominator = load<std::uint32_t>(trace.header, 4);
         m_boot.wallTime =
-            seconds * 1'000'000'000 - m_boot.nanoseconds(load<std::uint64_t>(trace.header, 48));
+            seconds * 1'000'000'000 - nanoseconds(m_boot, load<std::uint64_t>(trace.header, 48));
         std::copy_n(trace.header.begin() + 128, 16, m_boot.uuid.bytes.begin());
     }
 
@@ -297,9 +281,10 @@ public:
         // Those in Special stand a third of a copy later than every so-many-th one in Persist.
         if (special > 0)
             writeFile("Special", 0, special, m_step * (persist - 1) / special, m_step / 3);
-        save(m_target / "timesync" / fileName(++m_boots, "timesync"), timeFile(m_boot, latest));
-        const std::uint64_t hour = m_boot.ticks(nanosecondsPerHour);
-        m_boot.wallTime += m_boot.nanoseconds(latest) + nanosecondsPerHour / 6;
+        m_boot.syncs = hourlySyncs(m_boot, latest);
+        save(m_target / "timesync" / logFileName(++m_boots, "timesync"), timeFileBytes({m_boot}));
+        const std::uint64_t hour = ticks(m_boot, nanosecondsPerHour);
+        m_boot.wallTime += nanoseconds(m_boot, latest) + nanosecondsPerHour / 6;
         ++m_boot.uuid.bytes[0];
         return 1 + latest / hour - (m_trace.earliest - 1) / hour;
     }
@@ -315,7 +300,7 @@ private:
         appendHeader(out, m_trace, m_boot, m_trace.earliest + first * step + offset);
         for (std::size_t copy = first; copy < end; ++copy)
             appendCopy(out, m_trace, copy * step + offset);
-        save(m_target / folder / fileName(++m_files, "tracev3"), out.view());
+        save(m_target / folder / logFileName(++m_files, "tracev3"), out.view());
     }
 
     const Trace& m_trace;

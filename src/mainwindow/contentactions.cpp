@@ -12,11 +12,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString tr(const char* text)
-{
-    return ContentView::tr(text);
-}
-
 struct Command
 {
     QString identifier;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QCoreApplication>
+
 class ContentState;
 class ContentView;
 class QAction;
@@ -10,6 +12,9 @@ class QActionGroup;
 /// to the window.
 struct ContentActions
 {
+    Q_DECLARE_TR_FUNCTIONS(ContentActions)
+
+public:
     QAction* getLog;
     QAction* setArchive;
     QAction* readJSON;

@@ -210,6 +210,8 @@ void ContentState::runSearch(const QString& query)
 {
     if (m_logger->logList().isEmpty())
         return;
+    if (query.isEmpty() && !m_isSearching)
+        return;
     Q_EMIT shownEntriesAboutToChange();
     m_isSearching = !query.isEmpty();
     m_searchList.clear();

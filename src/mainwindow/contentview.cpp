@@ -18,6 +18,7 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QTimer>
 #include <QToolBar>
 #include <QWidgetAction>
 
@@ -105,7 +106,12 @@ ContentView::ContentView(const Platform& platform,
     watchFetches();
 }
 
-ContentView::~ContentView() = default;
+ContentView::~ContentView()
+{
+    // An open panel keeps the logger beyond the window; the widgets look at the state to their end.
+    m_state.logger().setFetchObserver({});
+    delete takeCentralWidget();
+}
 
 void ContentView::addToolBar()
 {
@@ -197,8 +203,11 @@ void ContentView::dropEvent(QDropEvent* event)
     if (path.isEmpty())
         return;
     event->acceptProposedAction();
-    if (isEntryList(path))
-        m_state.openEntryList(path);
-    else
-        m_state.useArchive(QUrl::fromLocalFile(path));
+    // Later, so that an alert does not hold up the program that the drag came from.
+    QTimer::singleShot(0, this, [this, path] {
+        if (isEntryList(path))
+            m_state.openEntryList(path);
+        else
+            m_state.useArchive(QUrl::fromLocalFile(path));
+    });
 }

@@ -1,18 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "mainwindow/fetchpanel.h"
 
-#include <QCoreApplication>
 #include <QGuiApplication>
 #include <QLocale>
 
 namespace {
 
 constexpr int steps = 1000;
-
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("FetchPanel", text);
-}
 
 } // namespace
 

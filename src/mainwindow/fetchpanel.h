@@ -3,6 +3,7 @@
 
 #include "model/fetchprogress.h"
 
+#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QProgressDialog>
 
@@ -13,6 +14,8 @@
 /// Lives as long as the fetch.
 class FetchPanel final
 {
+    Q_DECLARE_TR_FUNCTIONS(FetchPanel)
+
 public:
     explicit FetchPanel(QWidget* window,
                         std::chrono::milliseconds patience = std::chrono::seconds(1));

@@ -14,6 +14,7 @@ namespace {
 constexpr qsizetype longestText = 4000; ///< characters drawn of one text; the tool tip has the rest
 constexpr qreal padding = 2;
 constexpr char16_t lineBreakMark = u'⏎';
+constexpr char16_t emojiForm = u'\uFE0F'; ///< after a character, selects its emoji form
 
 bool isLineBreak(QChar c)
 {
@@ -55,11 +56,26 @@ void showControls(QString& text)
     }
 }
 
-/// Where the run that begins at `from` ends, and what it is. A character before U+FE0F wants its
-/// emoji form, which the toolkit does not look for by itself.
+/// Where an emoji ends whose form selector stands before `at`: others may be joined to it.
+qsizetype endOfEmoji(const QString& text, qsizetype at)
+{
+    constexpr char16_t joiner = u'\u200D';
+    constexpr char16_t keycap = u'\u20E3';
+    while (at < text.size()) {
+        if (text.at(at) == keycap || text.at(at) == emojiForm)
+            at += 1;
+        else if (text.at(at) == joiner && at + 1 < text.size())
+            at += text.at(at + 1).isHighSurrogate() ? 3 : 2;
+        else
+            break;
+    }
+    return std::min(at, text.size());
+}
+
+/// Where the run that begins at `from` ends, and what it is. A character before the form selector
+/// wants its emoji form, which the toolkit does not look for by itself.
 std::pair<qsizetype, RowRun::Kind> nextRun(const QString& text, qsizetype from)
 {
-    constexpr char16_t emojiForm = u'\uFE0F';
     if (isLineBreak(text.at(from))) {
         const bool isPair = text.at(from) == u'\r' && text.mid(from + 1, 1) == u'\n';
         return {from + (isPair ? 2 : 1), RowRun::BreakMark};
@@ -67,8 +83,12 @@ std::pair<qsizetype, RowRun::Kind> nextRun(const QString& text, qsizetype from)
     for (qsizetype i = from; i < text.size(); ++i) {
         if (isLineBreak(text.at(i)))
             return {i, RowRun::Letters};
-        if (i + 1 < text.size() && text.at(i + 1) == emojiForm)
-            return i > from ? std::pair(i, RowRun::Letters) : std::pair(i + 2, RowRun::Emoji);
+        if (i + 1 == text.size() || text.at(i + 1) != emojiForm)
+            continue;
+        const qsizetype start = i - (i > from && text.at(i).isLowSurrogate() ? 1 : 0);
+        if (start > from)
+            return {start, RowRun::Letters};
+        return {endOfEmoji(text, i + 2), RowRun::Emoji};
     }
     return {text.size(), RowRun::Letters};
 }

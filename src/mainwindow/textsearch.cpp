@@ -136,8 +136,8 @@ bool TextSearch::isIn(std::string_view utf8) const
     return verdict != Verdict::NotFound && isInByCharacters(utf8);
 }
 
-/// Looks for the bytes of a printable query, eight places at a time: a place counts when the
-/// query's first and last bytes both fit there.
+/// Looks for the run, eight places at a time: a place counts when the run's first and last bytes
+/// both fit there.
 TextSearch::Verdict TextSearch::scan(std::string_view utf8) const
 {
     if (utf8.size() < m_run.size())

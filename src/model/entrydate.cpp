@@ -85,7 +85,7 @@ void EntryDateWriter::writeClockTime(std::int64_t second)
     const auto [day, secondOfDay] = floorDivide(second + m_offset, secondsPerDay);
     const CivilDate date = civilDate(day);
     // Nanoseconds in 64 bits span the years 1677 to 2262: four digits always.
-    writeDigits(&m_text[0], 4, date.year);
+    writeDigits(m_text.data(), 4, date.year);
     writeDigits(&m_text[5], 2, date.month);
     writeDigits(&m_text[8], 2, date.day);
     writeDigits(&m_text[11], 2, secondOfDay / 3600);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "model/entrylistfile.h"
 
+#include "model/decimal.h"
 #include "model/entrylistbuilder.h"
 #include "platform/filereplacement.h"
 #include "platform/logstore/uuid.h"
@@ -12,7 +13,6 @@
 #include <algorithm>
 #include <boost/json/basic_parser_impl.hpp>
 #include <boost/json/serializer.hpp>
-#include <charconv>
 #include <vector>
 
 namespace {
@@ -31,6 +31,7 @@ std::string_view view(json::string_view text)
 class ParserEvents
 {
 public:
+    // NOLINTBEGIN(readability-identifier-naming): the names are the parser's
     static constexpr std::size_t max_object_size = std::size_t(-1);
     static constexpr std::size_t max_array_size = std::size_t(-1);
     static constexpr std::size_t max_key_size = std::size_t(-1);
@@ -83,6 +84,7 @@ public:
 
     bool on_comment_part(json::string_view, Error&) { return true; }
     bool on_comment(json::string_view, Error&) { return true; }
+    // NOLINTEND(readability-identifier-naming)
 
     EntryListBuilder& builder() { return m_builder; }
 
@@ -123,6 +125,8 @@ public:
             put(separator);
             writeEntry(entry);
             separator = ",";
+            if (!m_isOk)
+                return;
         }
         put(entries.isEmpty() ? "[]\n" : "]\n");
         flush();
@@ -139,10 +143,8 @@ private:
         putName('{', idMember);
         putString(id.text());
 
-        char digits[24];
-        const auto end = std::to_chars(digits, digits + sizeof digits, entry.type).ptr;
         putName(',', typeMember);
-        put({digits, static_cast<std::size_t>(end - digits)});
+        put(Decimal(entry.type).view());
 
         for (std::size_t i = typeMember + 1; i < userNoteMember; ++i) {
             putName(',', i);
@@ -226,7 +228,7 @@ Result<QList<LogEntry>> readEntryList(QIODevice& from)
             return failure(from.errorString().toStdString() + '.');
         isAtEnd = read == 0;
         json::error_code error;
-        const std::size_t size = static_cast<std::size_t>(read);
+        const auto size = static_cast<std::size_t>(read);
         const std::size_t used = parser.write_some(!isAtEnd, buffer.data(), size, error);
         position += used;
         if (!builder.error().empty())

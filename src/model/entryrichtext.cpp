@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "model/entryrichtext.h"
 
+#include "model/decimal.h"
 #include "platform/filereplacement.h"
 
 #include <QIODevice>
 
-#include <charconv>
+#include <array>
 #include <optional>
 
 namespace {
@@ -17,7 +18,7 @@ struct Piece
     ColourRole colour;
 };
 
-constexpr Piece logPieces[] = {
+constexpr std::array<Piece, 7> logPieces{{
     {&LogEntry::category, ColourRole::Green},
     {&LogEntry::level, ColourRole::Text},
     {&LogEntry::sender, ColourRole::Red},
@@ -25,18 +26,18 @@ constexpr Piece logPieces[] = {
     {&LogEntry::processIdentifier, ColourRole::Blue},
     {&LogEntry::subsystem, ColourRole::Yellow},
     {&LogEntry::threadIdentifier, ColourRole::Green},
-};
+}};
 
-constexpr Piece activityPieces[] = {
+constexpr std::array<Piece, 6> activityPieces{{
     {&LogEntry::activityIdentifier, ColourRole::Text},
     {&LogEntry::parentActivityIdentifier, ColourRole::Text},
     {&LogEntry::sender, ColourRole::Red},
     {&LogEntry::process, ColourRole::Blue},
     {&LogEntry::processIdentifier, ColourRole::Blue},
     {&LogEntry::threadIdentifier, ColourRole::Green},
-};
+}};
 
-constexpr Piece signpostPieces[] = {
+constexpr std::array<Piece, 9> signpostPieces{{
     {&LogEntry::activityIdentifier, ColourRole::Text},
     {&LogEntry::category, ColourRole::Green},
     {&LogEntry::sender, ColourRole::Red},
@@ -46,7 +47,7 @@ constexpr Piece signpostPieces[] = {
     {&LogEntry::signpostName, ColourRole::Blue},
     {&LogEntry::signpostType, ColourRole::Red},
     {&LogEntry::subsystem, ColourRole::Yellow},
-};
+}};
 
 /// Puts the runs of one line together.
 class Line
@@ -61,7 +62,7 @@ public:
     }
 
     template <std::size_t count>
-    void add(const Piece (&pieces)[count])
+    void add(const std::array<Piece, count>& pieces)
     {
         for (const Piece& piece : pieces)
             add(m_entry.*piece.field, piece.colour);
@@ -171,11 +172,8 @@ private:
 
     void addEscape(char16_t c)
     {
-        char digits[8];
-        const auto end =
-            std::to_chars(digits, digits + sizeof digits, static_cast<std::int16_t>(c)).ptr;
         m_buffer += "\\u";
-        m_buffer.append(digits, end);
+        m_buffer += Decimal(static_cast<std::int16_t>(c)).view();
         m_buffer += "\\'3f";
     }
 

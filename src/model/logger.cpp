@@ -26,7 +26,7 @@ constexpr qint64 lastSecond = 59;
 QDateTime atSecond(const QDateTime& dateInZone, qint64 second)
 {
     const QTime time = dateInZone.time();
-    return dateInZone.addMSecs(second * 1000 - time.second() * 1000 - time.msec());
+    return dateInZone.addMSecs((second - time.second()) * 1000 - time.msec());
 }
 
 std::int64_t endOfPeriod(OSLogStore::Position start, double period)

@@ -20,9 +20,14 @@ public:
     Text(const QString& text); // NOLINT(google-explicit-constructor): a QString is a text
     Text(const Text& other) : m_block(other.m_block) { retain(); }
     Text(Text&& other) noexcept : m_block(std::exchange(other.m_block, nullptr)) {}
-    Text& operator=(Text other) noexcept
+    Text& operator=(const Text& other)
     {
-        std::swap(m_block, other.m_block);
+        Text(other).swap(*this);
+        return *this;
+    }
+    Text& operator=(Text&& other) noexcept
+    {
+        Text(std::move(other)).swap(*this);
         return *this;
     }
     ~Text() { release(); }
@@ -49,6 +54,7 @@ private:
         char* bytes() { return reinterpret_cast<char*>(this + 1); }
     };
 
+    void swap(Text& other) noexcept { std::swap(m_block, other.m_block); }
     void retain() const
     {
         if (m_block)

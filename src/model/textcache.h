@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "model/decimal.h"
 #include "model/text.h"
 
-#include <charconv>
 #include <functional>
 #include <vector>
 
@@ -54,11 +54,7 @@ class NumberTexts
 public:
     const Text& operator()(Number number)
     {
-        return m_cache.get(number, [number] {
-            char digits[24];
-            const auto end = std::to_chars(std::begin(digits), std::end(digits), number).ptr;
-            return Text(std::string_view(digits, static_cast<std::size_t>(end - digits)));
-        });
+        return m_cache.get(number, [number] { return Text(Decimal(number).view()); });
     }
 
 private:

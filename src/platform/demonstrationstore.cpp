@@ -17,6 +17,7 @@ using namespace logstore::writer;
 
 constexpr std::int64_t second = 1'000'000'000;
 constexpr std::int64_t minute = 60 * second;
+constexpr std::int64_t hour = 60 * minute;
 
 /// A time between two starts of the machine.
 struct Run
@@ -58,8 +59,8 @@ Run makeRun(std::uint8_t number,
 std::vector<Run> runsOf(std::int64_t now)
 {
     std::vector<Run> runs{
-        makeRun(0, now - 26 * 60 * minute, now - 41 * minute,
-                {{8 * second, 0}, {60 * minute, 12'000'000}, {25 * 60 * minute, -31'000'000}}),
+        makeRun(0, now - 26 * hour, now - 41 * minute,
+                {{8 * second, 0}, {hour, 12'000'000}, {25 * hour, -31'000'000}}),
         makeRun(1, now - 40 * minute, now - 36 * minute, {{7 * second, 4'000'000}}),
         makeRun(2, now - 35 * minute, now,
                 {{9 * second, 0}, {12 * minute, 23'000'000}, {21 * minute, -1'250'000'000}}),
@@ -149,20 +150,13 @@ Header headerAt(std::int64_t time, const Boot& boot)
     return header;
 }
 
-std::string fileName(std::size_t number, const char* extension)
-{
-    char name[40];
-    std::snprintf(name, sizeof name, "%016zx.%s", number, extension);
-    return name;
-}
-
 std::string pathOf(Keep keep, std::size_t number)
 {
     switch (keep) {
-    case Keep::Persist: return "Persist/" + fileName(number, "tracev3");
-    case Keep::Special: return "Special/" + fileName(number, "tracev3");
-    case Keep::Signpost: return "Signpost/" + fileName(number, "tracev3");
-    case Keep::HighVolume: return "HighVolume/" + fileName(number, "tracev3");
+    case Keep::Persist: return "Persist/" + logFileName(number, "tracev3");
+    case Keep::Special: return "Special/" + logFileName(number, "tracev3");
+    case Keep::Signpost: return "Signpost/" + logFileName(number, "tracev3");
+    case Keep::HighVolume: return "HighVolume/" + logFileName(number, "tracev3");
     case Keep::Live: break;
     }
     return "logdata.LiveData.tracev3";
@@ -191,16 +185,19 @@ void addStrings(StoreFiles& store, const Cast& cast)
     store.add(cast.sharedCache());
 }
 
+/// The daemon's texts: statistics of each run that is over, the latest in the file of number 0.
 void addPapers(StoreFiles& store, const std::vector<Run>& runs)
 {
-    std::vector<Rotation> rotations;
+    std::size_t number = runs.size() - 1;
     for (std::size_t i = 0; i + 1 < runs.size(); ++i) {
+        std::vector<Rotation> rotations;
         for (const Keep keep : {Keep::Persist, Keep::Special}) {
             const std::string path = pathOf(keep, i + 1);
             rotations.push_back({path, runs[i].end, store.files[store.logPath(path)].size()});
         }
+        store.addText("logdata.statistics." + std::to_string(--number) + ".txt",
+                      statisticsText(rotations));
     }
-    store.addText("logdata.statistics.0.txt", statisticsText(rotations));
     store.addText("version.plist", versionPropertyList(runs.back().boot.uuid.text()));
 }
 
@@ -213,8 +210,8 @@ StoreFiles demonstrationFiles(std::int64_t now)
     for (std::size_t i = 0; i < runs.size(); ++i)
         addTraceFiles(store, runs[i], i + 1, now, stage);
     addStrings(store, cast);
-    store.add(fileName(1, "timesync"), {runs[0].boot, runs[1].boot});
-    store.add(fileName(2, "timesync"), std::vector<Boot>{runs[2].boot});
+    store.add(logFileName(1, "timesync"), {runs[0].boot, runs[1].boot});
+    store.add(logFileName(2, "timesync"), std::vector<Boot>{runs[2].boot});
     addPapers(store, runs);
     return store;
 }

@@ -36,7 +36,7 @@ void LogFolderTool::setTheFileArray(const QStringList& lines)
     Q_EMIT theFileArrayChanged();
 }
 
-void LogFolderTool::setTheStatsDict(const QMap<QString, QString>& reports)
+void LogFolderTool::setTheStatsDict(const QHash<QString, QString>& reports)
 {
     if (m_theStatsDict == reports)
         return;

@@ -5,7 +5,7 @@
 #include "platform/panels.h"
 #include "platform/platform.h"
 
-#include <QMap>
+#include <QHash>
 #include <QObject>
 #include <QStringList>
 
@@ -30,7 +30,7 @@ class LogFolderTool : public QObject, public std::enable_shared_from_this<LogFol
 
 public:
     QStringList theFileArray() const { return m_theFileArray; }
-    QMap<QString, QString> theStatsDict() const { return m_theStatsDict; }
+    QHash<QString, QString> theStatsDict() const { return m_theStatsDict; }
     QString theOutputText() const { return m_theOutputText; }
     void setTheOutputText(const QString& text);
 
@@ -69,12 +69,12 @@ private:
     void analyseFolder(const FilePath& folder, bool csv);
     PanelCompletion completion(const std::function<void(const QUrl&)>& then);
     void setTheFileArray(const QStringList& lines);
-    void setTheStatsDict(const QMap<QString, QString>& reports);
+    void setTheStatsDict(const QHash<QString, QString>& reports);
 
     Platform m_platform;
     FileManager& m_files;
     LogFolderToolSettings m_settings;
     QStringList m_theFileArray;
-    QMap<QString, QString> m_theStatsDict;
+    QHash<QString, QString> m_theStatsDict;
     QString m_theOutputText;
 };

@@ -27,22 +27,24 @@ constexpr std::size_t fewestLines = 11;
 constexpr std::size_t mostLines = 25;
 constexpr std::size_t firstRow = 5;
 
-bool isNewline(QChar c)
-{
+constexpr auto isNewline = [](char16_t c) {
     return (c >= u'\n' && c <= u'\r') || c == u'\u0085' || c == u'\u2028' || c == u'\u2029';
-}
+};
 
 /// The first lines of a text, the empty ones included.
 std::vector<QStringView> firstLines(QStringView text, std::size_t most)
 {
     std::vector<QStringView> lines;
+    lines.reserve(most);
+    const char16_t* start = text.utf16();
+    const char16_t* const end = start + text.size();
     while (lines.size() < most) {
-        const auto end = std::find_if(text.begin(), text.end(), isNewline);
-        lines.push_back(text.first(end - text.begin()));
-        if (end == text.end())
+        const char16_t* const newline = std::find_if(start, end, isNewline);
+        lines.emplace_back(start, newline);
+        if (newline == end)
             break;
-        const qsizetype width = *end == u'\r' && end + 1 != text.end() && end[1] == u'\n' ? 2 : 1;
-        text = text.sliced(end - text.begin() + width);
+        const bool isPair = *newline == u'\r' && newline + 1 != end && newline[1] == u'\n';
+        start = newline + (isPair ? 2 : 1);
     }
     return lines;
 }
@@ -206,7 +208,10 @@ void LogStatistics::analyseRecord(const QString& record)
     if (!prefix)
         return;
 
-    QString report = m_form == Form::Text ? *prefix : QString();
+    QString& report = m_report;
+    report.resize(0); // keeps its room from record to record
+    if (m_form == Form::Text)
+        report.append(*prefix);
     for (std::size_t index = firstRow; index < lines.size(); ++index) {
         const auto row = rowFrom(lines[index]);
         if (!row)
@@ -220,5 +225,5 @@ void LogStatistics::analyseRecord(const QString& record)
         report.append(process).append(u'\n');
     }
     m_fileNames.append(heading->name.toString());
-    m_reports.insert(m_fileNames.last(), report);
+    m_reports.insert(m_fileNames.last(), QString(report.constData(), report.size()));
 }

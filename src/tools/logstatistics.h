@@ -3,7 +3,7 @@
 
 #include "platform/filemanager.h"
 
-#include <QMap>
+#include <QHash>
 #include <QStringList>
 
 /// What the log daemon's statistics files say about the log data files that it has rotated out:
@@ -23,7 +23,7 @@ public:
     /// The names of the log data files, once for each record, in the order met.
     const QStringList& fileNames() const { return m_fileNames; }
     /// For each name the report of the last record that speaks of it.
-    const QMap<QString, QString>& reports() const { return m_reports; }
+    const QHash<QString, QString>& reports() const { return m_reports; }
     /// The descriptions of what could not be read, one after the other.
     QString errors() const { return m_errors; }
 
@@ -33,6 +33,7 @@ private:
 
     Form m_form;
     QStringList m_fileNames;
-    QMap<QString, QString> m_reports;
+    QHash<QString, QString> m_reports;
     QString m_errors;
+    QString m_report; ///< the one in the making
 };

@@ -171,7 +171,7 @@ void TestStoreChunks::backtraceIsPassedOver()
         Record record = store.message(1, "%s %@ %d");
         record.items = {text("one"), object(""), number<std::int32_t>(2)};
         record.backtrace = Backtrace{{testUuid(1), testUuid(2)}, {}};
-        record.backtrace->frames.resize(std::size_t(frames));
+        record.backtrace.frames.resize(std::size_t(frames));
         QCOMPARE(only(store, record).message, utf8("one  2"));
     }
 }

@@ -112,7 +112,7 @@ Bytes backtraceInFront()
     backtrace.images.resize(7);
     backtrace.frames.resize(25);
     ItemBytes items =
-        itemBytes({item(ItemKind::Object, Privacy::Public, {}), object("<SBF")}, &backtrace);
+        itemBytes({item(ItemKind::Object, Privacy::Public, {}), object("<SBF")}, backtrace);
     items.publicData.resize(20);
     return items.publicData;
 }

@@ -1,39 +1,26 @@
 // SPDX-License-Identifier: MIT
-#include "mainwindow/contentview.h"
-#include "mainwindow/entrylistview.h"
-#include "model/entrylistfile.h"
-#include "platform/demonstrationstore.h"
-#include "platform/logstore/entryfilter.h"
-#include "support/fakeplatform.h"
 #include "support/sampleentries.h"
 #include "support/warnings.h"
+#include "windowfixture.h"
 
-#include <QApplication>
 #include <QCheckBox>
-#include <QClipboard>
 #include <QComboBox>
 #include <QDateTimeEdit>
-#include <QDir>
-#include <QDropEvent>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMenu>
-#include <QMimeData>
-#include <QPushButton>
-#include <QTest>
 #include <QToolBar>
 #include <QToolButton>
 
 using namespace Qt::StringLiterals;
 
-/// The main window through its widgets: typed at, clicked on and looked at.
-class TestContentView : public QObject
+/// The main window's controls: what is there, where it stands and what it is bound to.
+class TestContentView : public QObject, private WindowFixture
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void init();
-    void cleanup();
+    void cleanup() { closeWindow(); }
     void toolbarHoldsTheCommands();
     void fieldsHaveTheirWidths_data();
     void fieldsHaveTheirWidths();
@@ -46,112 +33,13 @@ private Q_SLOTS:
     void rowsWrapInANarrowWindow();
     void tabGoesRoundTheWindow();
     void archiveIsShownInRed();
-    void commandsWithNothingToActOnAreDisabled();
-    void setAndGlossOpenTheirWindows();
-    void searchFromTheKeyboard();
-    void escapeEndsTheSearch();
-    void emptyResultShowsThePlaceholder();
-    void copyPutsLinesOnTheClipboard();
-    void copyInAFieldCopiesItsText();
     void fullFieldsFollowToggleAndMenu();
-    void drops_data();
-    void drops();
-    void journey();
-
-private:
-    std::unique_ptr<ContentView> makeWindow();
-    template <typename Widget>
-    Widget* find(const QString& name) const
-    {
-        auto* const widget = m_window->findChild<Widget*>(name);
-        if (widget == nullptr)
-            qFatal("no widget named %s", qPrintable(name));
-        return widget;
-    }
-    QAbstractItemModel& rows() const { return *find<EntryListView>(u"entries"_s)->model(); }
-    void clickTool(const QString& identifier);
-    void clickRow(int row);
-    void type(const QString& field, const QString& text);
-    void useDemonstration();
-    bool drop(const QUrl& url);
-
-    std::unique_ptr<FakePlatform> m_fake;
-    std::unique_ptr<ContentView> m_window;
-    QStringList m_openedWindows;
 };
 
 void TestContentView::init()
 {
     failOnWarnings();
-    m_fake = std::make_unique<FakePlatform>();
-    m_openedWindows.clear();
-    m_window = makeWindow();
-}
-
-void TestContentView::cleanup()
-{
-    m_window.reset();
-    m_fake.reset();
-}
-
-std::unique_ptr<ContentView> TestContentView::makeWindow()
-{
-    auto window = std::make_unique<ContentView>(
-        m_fake->platform, [this](const QString& id) { m_openedWindows.append(id); },
-        [](const PredicateFormat&) -> Result<std::shared_ptr<const logstore::EntryFilter>> {
-            return nullptr;
-        });
-    window->show();
-    if (!QTest::qWaitForWindowActive(window.get()))
-        qFatal("the window did not become active");
-    return window;
-}
-
-void TestContentView::clickTool(const QString& identifier)
-{
-    const auto* const bar = find<QToolBar>(u"ContentView.toolbar"_s);
-    for (QAction* action : bar->actions()) {
-        if (action->objectName() == identifier)
-            return QTest::mouseClick(bar->widgetForAction(action), Qt::LeftButton);
-    }
-    QFAIL(qPrintable(u"no command "_s + identifier));
-}
-
-void TestContentView::clickRow(int row)
-{
-    auto* const list = find<EntryListView>(u"entries"_s);
-    const QRect rect = list->visualRect(list->model()->index(row, 0));
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, QPoint(20, rect.center().y()));
-}
-
-void TestContentView::type(const QString& field, const QString& text)
-{
-    auto* const edit = find<QLineEdit>(field);
-    edit->setFocus();
-    edit->selectAll();
-    QTest::keyClicks(edit, text);
-}
-
-void TestContentView::useDemonstration()
-{
-    const QString root = m_fake->folder.filePath(u"store"_s);
-    const qint64 now = m_fake->clock.currentTime.toMSecsSinceEpoch() * 1'000'000;
-    QVERIFY(writeDemonstrationStore(root.toStdString(), now));
-    m_fake->logStores.localPath = root;
-}
-
-bool TestContentView::drop(const QUrl& url)
-{
-    QMimeData data;
-    data.setUrls({url});
-    QDragEnterEvent enter({50, 300}, Qt::CopyAction, &data, Qt::LeftButton, {});
-    enter.setAccepted(false);
-    QApplication::sendEvent(m_window.get(), &enter);
-    if (!enter.isAccepted())
-        return false;
-    QDropEvent event(QPointF(50, 300), Qt::CopyAction, &data, Qt::LeftButton, {});
-    QApplication::sendEvent(m_window.get(), &event);
-    return true;
+    openWindow();
 }
 
 void TestContentView::toolbarHoldsTheCommands()
@@ -363,194 +251,17 @@ void TestContentView::archiveIsShownInRed()
     QVERIFY(!label->isVisible());
 }
 
-void TestContentView::commandsWithNothingToActOnAreDisabled()
-{
-    const ContentActions& commands = m_window->commands();
-    const auto enabled = [&commands] {
-        QStringList names;
-        for (const QAction* action : {commands.addNote, commands.gloss, commands.reduce,
-                                      commands.saveJSON, commands.saveRTF}) {
-            if (action->isEnabled())
-                names.append(action->objectName());
-        }
-        return names;
-    };
-    QCOMPARE(enabled(), QStringList());
-    m_window->state().logger().setLogList(sampleEntries());
-    QCOMPARE(enabled(), (QStringList{u"savejson"_s, u"savertf"_s}));
-    clickRow(0);
-    QCOMPARE(enabled(), (QStringList{u"note"_s, u"gloss"_s, u"savejson"_s, u"savertf"_s}));
-    m_window->state().runSearch(u"system"_s);
-    QVERIFY(enabled().contains(u"reduce"_s));
-}
-
-void TestContentView::setAndGlossOpenTheirWindows()
-{
-    QTest::mouseClick(find<QPushButton>(u"setPredicate"_s), Qt::LeftButton);
-    m_window->state().logger().setLogList(sampleEntries());
-    clickRow(1);
-    clickTool(u"gloss"_s);
-    QCOMPARE(m_openedWindows, (QStringList{u"miniPredView"_s, u"textView"_s}));
-    QCOMPARE(m_fake->defaults.string(u"selectText"_s), u"synchronised 3 of 4"_s);
-}
-
-void TestContentView::searchFromTheKeyboard()
-{
-    m_window->state().logger().setLogList(sampleEntries());
-    find<EntryListView>(u"entries"_s)->setFocus();
-    QTest::keyClick(m_window.get(), Qt::Key_F, Qt::ControlModifier);
-    QCOMPARE(m_window->focusWidget()->objectName(), u"search"_s);
-    QTest::keyClicks(m_window->focusWidget(), u"SYNC"_s);
-    QCOMPARE(rows().rowCount(), 4);
-    QTest::keyClick(m_window->focusWidget(), Qt::Key_Return);
-    QCOMPARE(rows().rowCount(), 1);
-    QCOMPARE(m_window->windowTitle(), u"Tessel - SYNC"_s);
-    QCOMPARE(find<QLabel>(u"count"_s)->text(), u"4 entries"_s);
-}
-
-void TestContentView::escapeEndsTheSearch()
-{
-    m_window->state().logger().setLogList(sampleEntries());
-    type(u"search"_s, u"sync"_s);
-    QTest::keyClick(find<QLineEdit>(u"search"_s), Qt::Key_Return);
-    QCOMPARE(rows().rowCount(), 1);
-    QTest::keyClick(find<QLineEdit>(u"search"_s), Qt::Key_Escape);
-    QCOMPARE(rows().rowCount(), 4);
-    QCOMPARE(find<QLineEdit>(u"search"_s)->text(), QString());
-    QCOMPARE(m_window->windowTitle(), u"Tessel"_s);
-    QVERIFY(m_window->isVisible());
-}
-
-void TestContentView::emptyResultShowsThePlaceholder()
-{
-    const auto* const placeholder = find<QWidget>(u"placeholder"_s);
-    QVERIFY(!placeholder->isVisible());
-    m_window->state().logger().setLogList(sampleEntries());
-    find<QComboBox>(u"searchType"_s)->setCurrentIndex(2);
-    type(u"search"_s, u"disk"_s);
-    QTest::keyClick(find<QLineEdit>(u"search"_s), Qt::Key_Return);
-    QVERIFY(placeholder->isVisible());
-    QCOMPARE(find<QLabel>(u"placeholderTitle"_s)->text(), u"No entries found"_s);
-    QCOMPARE(find<QLabel>(u"nothingFound"_s)->text(),
-             u"No results found for \"disk\" in Senders"_s);
-    find<QComboBox>(u"searchType"_s)->setCurrentIndex(0);
-    QCOMPARE(find<QLabel>(u"nothingFound"_s)->text(),
-             u"No results found for \"disk\" in Messages"_s);
-    QTest::keyClick(find<QLineEdit>(u"search"_s), Qt::Key_Escape);
-    QVERIFY(!placeholder->isVisible());
-}
-
-void TestContentView::copyPutsLinesOnTheClipboard()
-{
-    const QList<LogEntry> entries = sampleEntries();
-    m_window->state().logger().setLogList(entries);
-    QApplication::clipboard()->setText(u"before"_s);
-    find<EntryListView>(u"entries"_s)->setFocus();
-    QTest::keyClick(m_window->focusWidget(), Qt::Key_C, Qt::ControlModifier);
-    QCOMPARE(QApplication::clipboard()->text(), u"before"_s);
-    QTest::keyClick(m_window->focusWidget(), Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClick(m_window->focusWidget(), Qt::Key_C, Qt::ControlModifier);
-    QStringList lines;
-    for (const LogEntry& entry : entries)
-        lines.append(entry.plainTextLine());
-    QCOMPARE(QApplication::clipboard()->text(), lines.join(u'\n'));
-}
-
-void TestContentView::copyInAFieldCopiesItsText()
-{
-    m_window->state().logger().setLogList(sampleEntries());
-    clickRow(0);
-    type(u"predicate"_s, u"typed"_s);
-    find<QLineEdit>(u"predicate"_s)->selectAll();
-    m_window->commands().copy->trigger();
-    QCOMPARE(QApplication::clipboard()->text(), u"typed"_s);
-}
-
 void TestContentView::fullFieldsFollowToggleAndMenu()
 {
     m_window->state().logger().setLogList({sampleLogMessage()});
-    const auto line = [this] { return rows().index(0, 0).data(Qt::AccessibleTextRole).toString(); };
-    QVERIFY(!line().contains(u"log message"_s));
+    QVERIFY(!line(0).contains(u"log message"_s));
     QTest::mouseClick(find<QCheckBox>(u"fullMode"_s), Qt::LeftButton, {}, {8, 10});
-    QVERIFY(line().contains(u"log message"_s));
+    QVERIFY(line(0).contains(u"log message"_s));
     QVERIFY(m_window->commands().fullFields->isChecked());
     m_window->commands().fullFields->trigger();
     QVERIFY(!find<QCheckBox>(u"fullMode"_s)->isChecked());
-    QVERIFY(!line().contains(u"log message"_s));
+    QVERIFY(!line(0).contains(u"log message"_s));
     QVERIFY(!m_fake->defaults.boolean(u"fullMode"_s));
-}
-
-void TestContentView::drops_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<bool>("accepted");
-    QTest::addRow("entry list") << u"list.tessel"_s << true;
-    QTest::addRow("entry list in capitals") << u"LIST.TESSEL"_s << true;
-    QTest::addRow("archive") << u"mac.logarchive"_s << true;
-    QTest::addRow("plain folder") << u"folder"_s << false;
-    QTest::addRow("other file") << u"list.json"_s << false;
-    QTest::addRow("archive that is a file") << u"file.logarchive"_s << false;
-}
-
-void TestContentView::drops()
-{
-    QFETCH(QString, name);
-    QFETCH(bool, accepted);
-    const QDir folder(m_fake->folder.path());
-    QVERIFY(folder.mkdir(u"mac.logarchive"_s) && folder.mkdir(u"folder"_s));
-    for (const QString& file :
-         {u"list.tessel"_s, u"LIST.TESSEL"_s, u"list.json"_s, u"file.logarchive"_s})
-        QVERIFY(saveEntryList(sampleEntries(), folder.filePath(file)));
-    const QUrl url = QUrl::fromLocalFile(folder.filePath(name));
-    QCOMPARE(drop(url), accepted);
-    QCOMPARE(rows().rowCount(), name.endsWith(u".tessel"_s, Qt::CaseInsensitive) ? 4 : 0);
-    QCOMPARE(m_window->state().logger().archURL().has_value(),
-             accepted && name.endsWith(u".logarchive"_s));
-    QVERIFY(!drop(QUrl(u"https://example.org/list.tessel"_s)));
-}
-
-/// Fetch, search, reduce, note, save, read back in another window; compared entry for entry.
-void TestContentView::journey()
-{
-    useDemonstration();
-    find<QDateTimeEdit>(u"start"_s)
-        ->setDateTime(m_fake->clock.currentTime.addSecs(-3600).toLocalTime());
-    type(u"period"_s, u"4000"_s);
-    type(u"maxCount"_s, u"500"_s);
-    QTest::keyClick(m_window.get(), Qt::Key_G, Qt::ControlModifier);
-    QCOMPARE(rows().rowCount(), 500);
-    QCOMPARE(find<QLabel>(u"count"_s)->text(), u"500 entries"_s);
-    QVERIFY(m_window->windowTitle().startsWith(u"Tessel 2024_03_07_"_s));
-
-    find<QComboBox>(u"searchType"_s)->setCurrentIndex(1);
-    type(u"search"_s, u"kernel"_s);
-    QTest::keyClick(find<QLineEdit>(u"search"_s), Qt::Key_Return);
-    const int found = rows().rowCount();
-    QVERIFY(found > 2 && found < 500);
-    clickTool(u"reduce"_s);
-    QCOMPARE(find<QLabel>(u"count"_s)->text(), u"%1 entries"_s.arg(found));
-
-    clickRow(1);
-    type(u"note"_s, u"look"_s);
-    clickTool(u"note"_s);
-    QVERIFY(rows().index(1, 0).data(Qt::AccessibleTextRole).toString().endsWith(u"note: look"_s));
-
-    const QString path = m_fake->folder.filePath(u"saved.tessel"_s);
-    QTest::keyClick(m_window.get(), Qt::Key_S, Qt::ControlModifier);
-    QVERIFY(m_fake->panels.saveRequests.first().proposedName.endsWith(u" - kernel.tessel"_s));
-    m_fake->panels.confirm(path);
-    const QList<LogEntry> saved = m_window->state().logger().logList();
-    const QString title = m_window->state().logger().logDateStr();
-
-    m_window = makeWindow();
-    QTest::keyClick(m_window.get(), Qt::Key_O, Qt::ControlModifier);
-    m_fake->panels.confirm(path);
-    QCOMPARE(rows().rowCount(), found);
-    const QList<LogEntry>& read = m_window->state().logger().logList();
-    for (qsizetype i = 0; i < saved.size(); ++i)
-        QCOMPARE(firstDifference(read.at(i), saved.at(i)), QString());
-    QVERIFY(m_window->windowTitle().startsWith(title.left(title.size() - 2)));
-    QVERIFY(m_fake->alerts.shown.isEmpty());
 }
 
 QTEST_MAIN(TestContentView)

@@ -17,8 +17,8 @@ class TestRowLayout : public QObject
 private Q_SLOTS:
     void init();
     void piecesStandInOrderWithSpacing();
-    void lineBreaksBecomeMarks_data();
-    void lineBreaksBecomeMarks();
+    void textsFallIntoRuns_data();
+    void textsFallIntoRuns();
     void markersAreDrawnWhole_data();
     void markersAreDrawnWhole();
     void stopsAtTheEnd();
@@ -97,7 +97,7 @@ void TestRowLayout::piecesStandInOrderWithSpacing()
     }
 }
 
-void TestRowLayout::lineBreaksBecomeMarks_data()
+void TestRowLayout::textsFallIntoRuns_data()
 {
     QTest::addColumn<QString>("message");
     QTest::addColumn<QStringList>("expected");
@@ -113,9 +113,16 @@ void TestRowLayout::lineBreaksBecomeMarks_data()
     QTest::addRow("other controls are pictures") << u"\x1b[0m\x7f"_s << QStringList{u"␛[0m␡"_s};
     QTest::addRow("emoji forms stand alone")
         << u"a ▶\uFE0F b"_s << QStringList{u"a "_s, u"▶\uFE0F"_s, u" b"_s};
+    QTest::addRow("emoji of two units")
+        << u"a🏷\uFE0Fb"_s << QStringList{u"a"_s, u"🏷\uFE0F"_s, u"b"_s};
+    QTest::addRow("joined emoji") << u"❤\uFE0F\u200D🔥b"_s
+                                  << QStringList{u"❤\uFE0F\u200D🔥"_s, u"b"_s};
+    QTest::addRow("keycap") << u"1\uFE0F\u20E32"_s << QStringList{u"1\uFE0F\u20E3"_s, u"2"_s};
+    QTest::addRow("joiner at the end")
+        << u"❤\uFE0F\u200D"_s << QStringList{u"❤\uFE0F"_s, u"\u200D"_s};
 }
 
-void TestRowLayout::lineBreaksBecomeMarks()
+void TestRowLayout::textsFallIntoRuns()
 {
     QFETCH(QString, message);
     QFETCH(QStringList, expected);

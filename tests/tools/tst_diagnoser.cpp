@@ -209,7 +209,7 @@ void tst_Diagnoser::analysesAsText()
     const QString a = u"a 2024-03-07 14:05:09 10485760:\n"_s + rows.chopped(13);
     const QString b = u"b 2024-03-07 14:05:09 10485760:\n"_s + rows;
     QCOMPARE(m_diagnoser->theFileArray(), (QStringList{u"a"_s, u"b"_s, u"b"_s}));
-    QCOMPARE(m_diagnoser->theStatsDict(), (QMap<QString, QString>{{u"a"_s, a}, {u"b"_s, b}}));
+    QCOMPARE(m_diagnoser->theStatsDict(), (QHash<QString, QString>{{u"a"_s, a}, {u"b"_s, b}}));
     QCOMPARE(m_diagnoser->theOutputText(),
              u"Analysis of %1 :\n\n"
              "The file “%1/3.txt” could not be read: It is not text in UTF-8."_s.arg(

@@ -15,7 +15,7 @@ struct Part
     std::uint32_t user;
 };
 
-constexpr Part parts[] = {
+constexpr auto parts = std::to_array<Part>({
     {Role::Kernel, "/kernel", 0, 0},
     {Role::Backup, "/usr/libexec/DemonstrationBackup", 311, 0},
     {Role::Agent, "/usr/libexec/DemonstrationAgent", 402, 501},
@@ -24,16 +24,16 @@ constexpr Part parts[] = {
      618, 501},
     {Role::Mail, "/Applications/DemonstrationMail.app/Contents/MacOS/DemonstrationMail", 733, 501},
     {Role::Quillon, "/usr/local/bin/quillon", 951, 501},
-};
-static_assert(std::size(parts) == roleCount);
+});
+static_assert(parts.size() == roleCount);
 
 constexpr std::uint8_t extensionNumber = 0x20;
 constexpr std::uint8_t cacheNumber = 0x21;
 constexpr std::uint8_t cacheImageNumber = 0x22;
 constexpr std::uint64_t extensionLoad = 0xfe0007a40000;
 constexpr std::uint32_t extensionSize = 0x20000;
-constexpr std::uint32_t codeBehindStrings =
-    0x8000; ///< keeps an absolute address apart from its string's offset
+/// Keeps an absolute address apart from its string's offset.
+constexpr std::uint32_t codeBehindStrings = 0x8000;
 
 SharedCache emptyCache()
 {
@@ -54,7 +54,7 @@ logstore::Uuid demonstrationUuid(std::uint8_t number)
 {
     logstore::Uuid uuid;
     for (std::size_t i = 0; i < uuid.bytes.size(); ++i)
-        uuid.bytes[i] = static_cast<std::uint8_t>(number * 37 + i * (2 * number + 29));
+        uuid.bytes[i] = static_cast<std::uint8_t>(number * 37U + i * (number * 2U + 29));
     uuid.bytes[6] =
         static_cast<std::uint8_t>((uuid.bytes[6] & 0x0f) | 0x40); // a random one by its form
     uuid.bytes[8] = static_cast<std::uint8_t>((uuid.bytes[8] & 0x3f) | 0x80);
@@ -78,7 +78,7 @@ Cast::Cast() : m_cache(emptyCache())
             each.images.push_back({extensionSize, m_extension.uuid, extensionLoad});
         } else {
             each.key = {static_cast<std::uint64_t>(part.pid),
-                        static_cast<std::uint32_t>(part.pid * 3)};
+                        static_cast<std::uint32_t>(part.pid) * 3};
             each.sharedCache = m_cache.uuid;
         }
     }

@@ -15,7 +15,7 @@ struct Share
     double percent;
 };
 
-constexpr Share shares[] = {
+constexpr auto shares = std::to_array<Share>({
     {"/usr/libexec/DemonstrationAgent", 31.0},
     {"/kernel", 24.5},
     {"/usr/sbin/DemonstrationNetwork", 17.8},
@@ -23,7 +23,7 @@ constexpr Share shares[] = {
     {"/usr/libexec/DemonstrationBackup", 8.1},
     {"/Applications/DemonstrationMail.app/Contents/MacOS/DemonstrationMail", 5.3},
     {"/usr/local/bin/quillon", 2.1},
-};
+});
 
 std::string dateText(std::int64_t nanoseconds)
 {

@@ -257,14 +257,14 @@ void quillonFails(Stage& stage, std::int64_t time)
               {number<std::int32_t>(int(stage.chance(100)))});
 }
 
-constexpr Scene deck[] = {
+constexpr auto deck = std::to_array<Scene>({
     kernelTimer, agentWork,    backupRun,    connection,    frame,           quillonWrites,
     mailArrives, kernelDisk,   nameLookUp,   frame,         agentWork,       pointOfInterest,
     backupError, connection,   kernelTimer,  agentSettings, userClicks,      frame,
     longReport,  kernelError,  mailSettings, agentFault,    connection,      quillonFails,
     agentState,  plainMessage, backupRun,    lostMessages,  connectionError, frame,
     nameLookUp,  mailArrives,
-};
+});
 
 } // namespace
 

@@ -8,6 +8,7 @@
 #include <QDBusMessage>
 #include <QDBusVariant>
 #include <QPalette>
+#include <QStyle>
 
 using namespace Qt::StringLiterals;
 
@@ -76,7 +77,7 @@ bool desktopPrefersDark()
 /// A platform theme that sets colours has already made the palette the desktop's.
 bool themeSetsColours()
 {
-    return QApplication::desktopSettingsAware() && QGuiApplication::palette().resolveMask() != 0;
+    return QApplication::palette() != QApplication::style()->standardPalette();
 }
 
 } // namespace

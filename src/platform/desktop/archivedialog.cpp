@@ -49,7 +49,7 @@ bool opensItem(const QEvent& event)
 
 ArchiveDialog::ArchiveDialog(QWidget* parent) : QFileDialog(parent)
 {
-    static ArchiveIcons icons;
+    static ArchiveIcons icons; // for good: the dialog's file system model asks to its very end
     setWindowTitle(tr("Use Logarchive"));
     // A desktop's own dialog cannot be told to keep out of a folder.
     setOption(DontUseNativeDialog);

@@ -23,11 +23,15 @@ struct FileKind
 FileKind fileKind(ContentType type)
 {
     switch (type) {
-    case ContentType::EntryList: return {QFileDialog::tr("Tessel lists (*.tessel)"), u"tessel"_s};
-    case ContentType::RichText: return {QFileDialog::tr("Rich text (*.rtf)"), u"rtf"_s};
-    case ContentType::Text: return {QFileDialog::tr("Text (*.txt)"), u"txt"_s};
+    case ContentType::EntryList:
+        return {QCoreApplication::translate("QtPanels", "Tessel lists (*.tessel)"), u"tessel"_s};
+    case ContentType::RichText:
+        return {QCoreApplication::translate("QtPanels", "Rich text (*.rtf)"), u"rtf"_s};
+    case ContentType::Text:
+        return {QCoreApplication::translate("QtPanels", "Text (*.txt)"), u"txt"_s};
     case ContentType::LogArchive:
-        return {QFileDialog::tr("Log archives (*.logarchive)"), u"logarchive"_s};
+        return {QCoreApplication::translate("QtPanels", "Log archives (*.logarchive)"),
+                u"logarchive"_s};
     case ContentType::Folder: break;
     }
     return {};

@@ -86,6 +86,9 @@ Result<StoreLayout> StoreLayout::find(const fs::path& root)
         addFiles(layout.traceFiles, logs / name, ".tracev3", layout.roots);
     if (fs::is_regular_file(logs / liveFile, error) && staysInside(logs / liveFile, layout.roots))
         layout.traceFiles.push_back(logs / liveFile);
+    if (layout.traceFiles.empty())
+        return failure("The log archive “" + root.string()
+                       + "” could not be opened: it holds no trace files.");
     addFiles(layout.timeFiles, logs / "timesync", ".timesync", layout.roots);
     return layout;
 }

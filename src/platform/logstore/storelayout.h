@@ -18,8 +18,8 @@ struct StoreLayout
     std::vector<std::filesystem::path> stringFolders; ///< in the order in which they are asked
     std::vector<std::filesystem::path> roots;         ///< folders that links may lead into
 
-    /// Fails when `root` is not a readable folder, or holds no trace folder, no time folder and no
-    /// live file.
+    /// Fails when `root` is not a readable folder, is not laid out as a store, or holds no trace
+    /// file.
     static Result<StoreLayout> find(const std::filesystem::path& root);
 };
 

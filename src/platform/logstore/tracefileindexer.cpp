@@ -14,6 +14,7 @@ namespace {
 /// All offsets in a catalog are of 16 bits; only its last table may reach beyond.
 constexpr std::uint64_t largestCatalog = std::uint64_t{4} << 20;
 constexpr std::uint64_t largestChunkSet = std::uint64_t{64} << 20;
+constexpr std::uint64_t smallestChunkSet = 12; ///< the head of one block and the end marker
 
 bool agrees(const std::vector<SubChunk>& subChunks, std::size_t chunkSetCount)
 {
@@ -48,7 +49,7 @@ void TraceFileIndexer::run(const File& file)
             useCatalog(file, bodyOffset, bodySize);
             break;
         case ChunkTag::ChunkSet:
-            if (bodySize <= largestChunkSet)
+            if (bodySize >= smallestChunkSet && bodySize <= largestChunkSet)
                 m_pending.push_back({0, 0, bodyOffset, static_cast<std::uint32_t>(bodySize),
                                      m_fileNumber, m_catalog, m_clock});
             break;

@@ -30,8 +30,8 @@ struct UuidHash
 {
     std::size_t operator()(const Uuid& uuid) const
     {
-        std::uint64_t halves[2];
-        std::memcpy(halves, uuid.bytes.data(), sizeof halves);
+        std::array<std::uint64_t, 2> halves{};
+        std::memcpy(halves.data(), uuid.bytes.data(), sizeof halves);
         return std::hash<std::uint64_t>()(halves[0] ^ (halves[1] * 0x9e3779b97f4a7c15ULL));
     }
 };

@@ -24,7 +24,6 @@ TimeSync TimeSync::read(const std::vector<std::filesystem::path>& files)
     for (const auto& path : files)
         if (const auto file = File::open(path))
             times.addRecords(file->bytesAt(0, std::min(file->size(), longestFile)));
-    times.sortSyncs();
     return times;
 }
 
@@ -63,29 +62,25 @@ void TimeSync::addRecords(Bytes file)
     }
 }
 
-/// Of two records with the same continuous time both stay, as both are shown; the later one, being
-/// found last, sets the clock.
-void TimeSync::sortSyncs()
-{
-    for (auto& [uuid, boot] : m_boots)
-        std::stable_sort(boot.syncs.begin(), boot.syncs.end(),
-                         [](const BootClock::Anchor& a, const BootClock::Anchor& b) {
-                             return a.continuous < b.continuous;
-                         });
-}
-
 const TimeSync::Boot* TimeSync::boot(const Uuid& uuid) const
 {
     const auto found = m_boots.find(uuid);
     return found == m_boots.end() ? nullptr : &found->second;
 }
 
+/// Of two records with the same continuous time both stay, as both are shown; the later one, being
+/// found last, sets the clock.
 BootClock TimeSync::Boot::clock(const Uuid& uuid) const
 {
+    std::vector<BootClock::Anchor> sorted = syncs;
+    std::stable_sort(sorted.begin(), sorted.end(),
+                     [](const BootClock::Anchor& a, const BootClock::Anchor& b) {
+                         return a.continuous < b.continuous;
+                     });
     BootClock::Anchor base{0, wallTime};
-    if (wallTime == 0 && !syncs.empty())
-        base = syncs.front();
-    return {uuid, numerator, denominator, base, syncs};
+    if (wallTime == 0 && !sorted.empty())
+        base = sorted.front();
+    return {uuid, numerator, denominator, base, std::move(sorted)};
 }
 
 } // namespace logstore

@@ -21,7 +21,7 @@ public:
         std::uint32_t numerator = 1;
         std::uint32_t denominator = 1;
         std::int64_t wallTime = 0; ///< of the boot, 0 when unknown
-        std::vector<BootClock::Anchor> syncs;
+        std::vector<BootClock::Anchor> syncs; ///< in the order of the files
 
         BootClock clock(const Uuid& uuid) const;
     };
@@ -33,8 +33,6 @@ public:
     void addRecords(Bytes file);
 
 private:
-    void sortSyncs();
-
     std::unordered_map<Uuid, Boot, UuidHash> m_boots;
 };
 

@@ -3,6 +3,7 @@
 
 #include "platform/logstore/uuid.h"
 
+#include <array>
 #include <cstdint>
 #include <cstring>
 #include <span>
@@ -70,8 +71,8 @@ private:
     template <typename T>
     ByteBuilder& number(T value)
     {
-        std::uint8_t raw[sizeof value];
-        std::memcpy(raw, &value, sizeof value);
+        std::array<std::uint8_t, sizeof(T)> raw;
+        std::memcpy(raw.data(), &value, sizeof value);
         return bytes(raw);
     }
 

@@ -123,13 +123,13 @@ Item rawItem(std::uint8_t type, Bytes payload)
     return {type, Item::Place::Payload, std::move(payload)};
 }
 
-ItemBytes itemBytes(const std::vector<Item>& items, const Backtrace* backtrace)
+ItemBytes itemBytes(const std::vector<Item>& items, const Backtrace& backtrace)
 {
     ByteBuilder heads;
     ByteBuilder values;
     ByteBuilder secrets;
-    if (backtrace != nullptr)
-        values.bytes(backtraceBytes(*backtrace));
+    if (!backtrace.images.empty())
+        values.bytes(backtraceBytes(backtrace));
     heads.u8(summary(items)).u8(static_cast<std::uint8_t>(items.size()));
     for (const Item& item : items) {
         const bool inside = item.place == Item::Place::Payload;

@@ -70,6 +70,7 @@ Item redacted(ItemKind kind, Privacy privacy = Privacy::Private);
 Item rawItem(std::uint8_t type, Bytes payload);
 
 /// Where a message was sent from: frames are an image's index (0xff = none) and an offset in it.
+/// There is none when it has no images.
 struct Backtrace
 {
     std::vector<Uuid> images{};
@@ -83,8 +84,7 @@ struct ItemBytes
     Bytes privateData{}; ///< what private ranges count from
 };
 
-/// `backtrace` may be null.
-ItemBytes itemBytes(const std::vector<Item>& items, const Backtrace* backtrace = nullptr);
+ItemBytes itemBytes(const std::vector<Item>& items, const Backtrace& backtrace = {});
 
 /// The plain numbers of a trace record: values, their sizes, their count.
 Bytes traceValueBytes(const std::vector<Item>& items);

@@ -5,8 +5,7 @@ namespace logstore::writer {
 
 Bytes body(const Oversize& oversize)
 {
-    const ItemBytes items =
-        itemBytes(oversize.items, oversize.backtrace ? &*oversize.backtrace : nullptr);
+    const ItemBytes items = itemBytes(oversize.items, oversize.backtrace);
     ByteBuilder out;
     out.u64(oversize.process.first).u32(oversize.process.second).u8(oversize.timeToLive).zeros(3);
     out.u64(oversize.time).u32(oversize.reference);

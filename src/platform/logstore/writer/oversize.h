@@ -5,7 +5,6 @@
 #include "platform/logstore/writer/record.h"
 
 #include <cstdint>
-#include <optional>
 #include <vector>
 
 namespace logstore::writer {
@@ -18,7 +17,7 @@ struct Oversize
     std::uint64_t time = 0; ///< that of the record
     std::uint32_t reference = 0;
     std::vector<Item> items{};
-    std::optional<Backtrace> backtrace{};
+    Backtrace backtrace{};
     Edit edit{}; ///< of the body
 };
 

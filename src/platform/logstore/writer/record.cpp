@@ -17,7 +17,6 @@ enum Flag : std::uint16_t {
     HasName = 0x8000
 };
 
-constexpr std::uint64_t activityMarker = 0x8000000000000000;
 constexpr std::size_t headSize = 24;
 
 bool isMessage(const Record& record)
@@ -46,7 +45,7 @@ std::uint16_t messageFlags(const Record& record, const ItemBytes& items)
         flags |= HasTimeToLive;
     if (record.oversize)
         flags |= HasOversize;
-    if (record.backtrace)
+    if (!record.backtrace.images.empty())
         flags |= HasBacktrace;
     if (record.kind == RecordKind::Signpost && record.name)
         flags |= HasName;
@@ -57,7 +56,7 @@ std::uint16_t flagsOf(const Record& record, const ItemBytes& items)
 {
     if (record.kind == RecordKind::Loss)
         return 0;
-    unsigned flags = static_cast<unsigned>(record.format.source);
+    auto flags = static_cast<unsigned>(record.format.source);
     if (record.format.largeOffset)
         flags |= HasLargeOffset;
     if (record.activity != 0 && record.kind != RecordKind::Trace)
@@ -145,8 +144,7 @@ appendData(ByteBuilder& out, const Record& record, const ItemBytes& items, std::
 
 RecordBytes recordBytes(const Record& record, std::uint64_t baseTime)
 {
-    const Backtrace* backtrace = record.backtrace ? &*record.backtrace : nullptr;
-    ItemBytes items = isMessage(record) ? itemBytes(record.items, backtrace) : ItemBytes{};
+    ItemBytes items = isMessage(record) ? itemBytes(record.items, record.backtrace) : ItemBytes{};
     const auto flags = flagsOf(record, items);
     const std::uint64_t delta = record.time - baseTime;
 

@@ -11,6 +11,9 @@
 
 namespace logstore::writer {
 
+/// Set in every activity identifier that is stored.
+constexpr std::uint64_t activityMarker = 0x8000000000000000;
+
 /// Changes bytes that were built in good order: how tests make damage.
 using Edit = std::function<void(Bytes&)>;
 
@@ -66,7 +69,7 @@ struct Record
     LostRecords lost{};
     std::optional<std::uint32_t>
         oversize{}; ///< the items stand in the oversize chunk of this number
-    std::optional<Backtrace> backtrace{};
+    Backtrace backtrace{};
     Edit edit{}; ///< of head and data together
 };
 

@@ -6,7 +6,6 @@ namespace logstore::writer {
 namespace {
 
 constexpr std::size_t nameSize = 64;
-constexpr std::uint64_t activityMarker = 0x8000000000000000;
 
 } // namespace
 

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "platform/logstore/writer/storefiles.h"
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 #include <fstream>
 
@@ -38,6 +41,13 @@ Result<void> writeFile(const fs::path& path, const Bytes& bytes)
 }
 
 } // namespace
+
+std::string logFileName(std::size_t number, const char* extension)
+{
+    std::array<char, 40> name{};
+    std::snprintf(name.data(), name.size(), "%016zx.%s", number, extension);
+    return name.data();
+}
 
 std::string StoreFiles::logPath(const std::string& path) const
 {

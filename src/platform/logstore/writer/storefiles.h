@@ -13,6 +13,9 @@
 
 namespace logstore::writer {
 
+/// The name of a trace or time file: the number in 16 hexadecimal digits, and the extension.
+std::string logFileName(std::size_t number, const char* extension);
+
 enum class StoreLayout : std::uint8_t {
     Archive, ///< one folder that holds all
     Live     ///< `diagnostics` and `uuidtext` side by side

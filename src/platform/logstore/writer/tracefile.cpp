@@ -4,6 +4,7 @@
 #include "platform/logstore/writer/catalog.h"
 
 #include <algorithm>
+#include <array>
 #include <set>
 
 namespace logstore::writer {
@@ -14,8 +15,8 @@ std::uint32_t tagOf(const Chunk& chunk)
 {
     if (const auto* raw = std::get_if<RawChunk>(&chunk))
         return raw->tag;
-    constexpr ChunkTag tags[] = {FirehoseChunk, OversizeChunk, StateDumpChunk, SimpleDumpChunk};
-    return tags[chunk.index()];
+    constexpr std::array tags{FirehoseChunk, OversizeChunk, StateDumpChunk, SimpleDumpChunk};
+    return tags.at(chunk.index());
 }
 
 const Bytes& body(const RawChunk& chunk)
@@ -43,11 +44,11 @@ public:
 
     SubChunk result(std::size_t size) const
     {
-        SubChunk subChunk{m_earliest, m_latest, static_cast<std::uint32_t>(size), {}};
-        subChunk.processes.assign(m_indexes.begin(), m_indexes.end());
-        if (m_earliest > m_latest) // nothing but raw chunks: their times are not known
-            subChunk.earliest = 0, subChunk.latest = UINT64_MAX;
-        return subChunk;
+        const bool timesKnown = m_earliest <= m_latest; // those of raw chunks are not
+        return SubChunk{timesKnown ? m_earliest : 0,
+                        timesKnown ? m_latest : UINT64_MAX,
+                        static_cast<std::uint32_t>(size),
+                        {m_indexes.begin(), m_indexes.end()}};
     }
 
 private:

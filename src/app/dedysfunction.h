@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/filemanager.h"
+#include "platform/platform.h"
+
+#include <functional>
+#include <optional>
+
+/// Where the local log store is, and who may read it.
+struct LocalStoreAccess
+{
+    FilePath folder; ///< holds the store's "diagnostics"
+    std::optional<QString> administratorsGroup;
+};
+
+/// The start-up checks: whether this user, on this machine, can read a log.
+class deDysfunction
+{
+public:
+    /// `quit` takes the wish to end the application; what fails after it is still shown.
+    deDysfunction(const Platform& platform,
+                  FileManager& files,
+                  LocalStoreAccess access,
+                  std::function<void()> quit);
+
+    /// Runs every test, whatever the earlier ones gave, and shows what has failed. True when done.
+    bool check();
+
+    bool isAdministrator();
+    bool hasPersistFiles();
+    bool hasTimesyncFiles();
+    bool storeHasEntries();
+
+    void showAlert(const QString& message);
+
+private:
+    bool hasFiles(const char* folder);
+
+    Platform m_platform;
+    FileManager& m_files;
+    LocalStoreAccess m_access;
+    std::function<void()> m_quit;
+};

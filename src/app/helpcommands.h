@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "mainwindow/contentstate.h"
+
+#include <QAction>
+
+class QMenu;
+
+/// The Help menu's own command.
+class HelpCommands
+{
+public:
+    explicit HelpCommands(OpenWindow openWindow);
+
+    void addTo(QMenu& menu);
+    QAction* help() { return &m_help; }
+
+private:
+    OpenWindow m_openWindow;
+    QAction m_help;
+};

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+#include "app/localstore.h"
+#include "app/tesselapp.h"
+#include "platform/administrators.h"
+#include "platform/clock.h"
+#include "platform/desktop/qtalerts.h"
+#include "platform/desktop/qtpanels.h"
+#include "platform/desktop/statefile.h"
+#include "platform/processrunner.h"
+#include "platform/systemlogstores.h"
+#include "platform/userdefaults.h"
+
+#include <QApplication>
+#include <QIcon>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Without a display name of its own: the toolkit would add it to the title of every window.
+void setIdentity()
+{
+    const QString identifier = u"org.tessel.Tessel"_s;
+    QCoreApplication::setOrganizationName(u"Tessel"_s);
+    QCoreApplication::setOrganizationDomain(u"tessel.org"_s);
+    QCoreApplication::setApplicationName(u"Tessel"_s);
+    QCoreApplication::setApplicationVersion(QStringLiteral(TESSEL_VERSION));
+    QGuiApplication::setDesktopFileName(identifier);
+    QGuiApplication::setWindowIcon(
+        QIcon::fromTheme(identifier, QIcon(u":/icons/org.tessel.Tessel.svg"_s)));
+}
+
+/// The real things behind the platform's interfaces.
+struct System
+{
+    StateFile state{StateFile::defaultPath()};
+    UserDefaults defaults{preferencesFile()};
+    QtPanels panels{state};
+    QtAlerts alerts;
+    SystemLogStores logStores{localStoreFolders()};
+    SystemProcessRunner processes;
+    SystemClock clock;
+    SystemFileManager files;
+
+    Surroundings surroundings()
+    {
+        return {{panels, alerts, defaults, logStores, processes, clock},
+                files,
+                state,
+                {filePath(QUrl::fromLocalFile(logStores.localFolder())), administratorsGroup()}};
+    }
+};
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    const QApplication application(argc, argv);
+    setIdentity();
+    System system;
+    if (const auto prepared = prepareLocalStore(system.logStores, system.clock); !prepared)
+        system.alerts.critical(QObject::tr("An error occurred:"),
+                               QString::fromStdString(prepared.error().description));
+    TesselApp tessel(system.surroundings());
+    if (tessel.isAskedToQuit())
+        return EXIT_SUCCESS;
+    tessel.openDocuments(QApplication::arguments().mid(1));
+    return QApplication::exec();
+}

@@ -1,0 +1,189 @@
+// SPDX-License-Identifier: MIT
+#include "app/tesselapp.h"
+
+#include "app/helpview.h"
+#include "app/logpredicates.h"
+#include "app/toolbarcustomisation.h"
+#include "app/windowplace.h"
+#include "mainwindow/contentview.h"
+#include "mainwindow/minipredview.h"
+#include "mainwindow/textview.h"
+#include "platform/alerts.h"
+#include "platform/desktop/appearance.h"
+#include "platform/desktop/archivedialog.h"
+#include "settings/preferences.h"
+#include "settings/settingsview.h"
+#include "tools/archiveview.h"
+#include "tools/diagnosticsview.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QToolBar>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+bool isEntryList(const QString& path)
+{
+    return path.endsWith(".tessel"_L1, Qt::CaseInsensitive);
+}
+
+/// Makes the window's toolbars the user's to arrange, and gives the actions for its menu.
+QList<QAction*> customiseToolBars(QMainWindow& window, StateFile& state)
+{
+    QList<QAction*> actions;
+    for (QToolBar* bar : window.findChildren<QToolBar*>()) {
+        if (bar->contextMenuPolicy() == Qt::PreventContextMenu)
+            continue;
+        bar->toggleViewAction()->setText(TesselApp::tr("&Toolbar"));
+        actions.append(
+            {bar->toggleViewAction(), (new ToolBarCustomisation(bar, state))->customise()});
+    }
+    return actions;
+}
+
+} // namespace
+
+TesselApp::TesselApp(const Surroundings& surroundings)
+    : m_surroundings(surroundings)
+    , m_singleWindows(singleWindows())
+    , m_menus({[this] { newWindow(); }, [this] { openSettings(); },
+               [this](const QString& identifier) { openWindow(identifier); },
+               [this] { return mainWindows(); }},
+              menuItems(m_singleWindows))
+{
+    const Platform& platform = m_surroundings.platform;
+    connect(&platform.defaults, &UserDefaults::failed, this,
+            [&alerts = platform.alerts](const QString& description) {
+                alerts.critical(tr("An error occurred:"), description);
+            });
+    setAppearance();
+    runStartUpChecks();
+}
+
+TesselApp::~TesselApp()
+{
+    for (const QPointer<ContentView>& window : std::as_const(m_mainWindows))
+        delete window;
+    for (const QPointer<QWidget>& window : std::as_const(m_openOnce))
+        delete window;
+    // Panels that were open have gone with their windows; they complete while all that they may
+    // call on is there.
+    QCoreApplication::sendPostedEvents(qApp, QEvent::MetaCall);
+}
+
+void TesselApp::setAppearance()
+{
+    if (preferences::value(m_surroundings.platform.defaults, preferences::lightMode))
+        appearance::followSystem();
+    else
+        appearance::forceDark();
+}
+
+void TesselApp::runStartUpChecks()
+{
+    deDysfunction(m_surroundings.platform, m_surroundings.files, m_surroundings.localStore, [this] {
+        m_askedToQuit = true;
+    }).check();
+}
+
+QList<TesselApp::SingleWindow> TesselApp::singleWindows()
+{
+    const Platform& platform = m_surroundings.platform;
+    FileManager& files = m_surroundings.files;
+    return {
+        {u"help"_s, tr("Help Window"), [] { return new HelpView(helpDocument()); }},
+        {u"diagtool"_s, tr("Diagnostics Tool"),
+         [&platform, &files] { return new DiagnosticsView(platform, files); }},
+        {u"logarchtool"_s, tr("Logarchive Tool"),
+         [&platform, &files] { return new ArchiveView(platform, files); }},
+        {u"miniPredView"_s, tr("Predicate Editor"),
+         [&platform] {
+             return new MiniPredView(platform.defaults, predicateCheck(platform.clock));
+         }},
+        {u"textView"_s, tr("Gloss"), [&platform] { return new TextView(platform.defaults); }},
+    };
+}
+
+QList<WindowMenuItem> TesselApp::menuItems(const QList<SingleWindow>& windows)
+{
+    QList<WindowMenuItem> items;
+    for (const SingleWindow& window : windows)
+        items.append({window.identifier, window.title});
+    return items;
+}
+
+void TesselApp::openDocuments(const QStringList& paths)
+{
+    for (const QString& given : paths) {
+        const QString path = QDir::cleanPath(QDir().absoluteFilePath(given));
+        if (isEntryList(path))
+            newWindow().state().openEntryList(path);
+        else if (ArchiveDialog::isArchive(path))
+            newWindow().state().useArchive(QUrl::fromLocalFile(path));
+    }
+    if (mainWindows().isEmpty())
+        newWindow();
+}
+
+ContentView& TesselApp::newWindow()
+{
+    const Platform& platform = m_surroundings.platform;
+    auto* const window = new ContentView(
+        platform, [this](const QString& identifier) { openWindow(identifier); },
+        logPredicates(platform.clock));
+    m_mainWindows.removeAll(nullptr);
+    m_mainWindows.append(window);
+    present(*window, u"main"_s);
+    return *window;
+}
+
+void TesselApp::openWindow(const QString& identifier)
+{
+    const auto found = std::find_if(
+        m_singleWindows.begin(), m_singleWindows.end(),
+        [&identifier](const SingleWindow& window) { return window.identifier == identifier; });
+    Q_ASSERT(found != m_singleWindows.end());
+    openOnce(identifier, found->make);
+}
+
+void TesselApp::openSettings()
+{
+    const Platform& platform = m_surroundings.platform;
+    openOnce(u"settings"_s, [&platform] {
+        return new SettingsView(platform.defaults, predicateCheck(platform.clock));
+    });
+}
+
+void TesselApp::openOnce(const QString& identifier, const std::function<QWidget*()>& make)
+{
+    if (QWidget* const open = m_openOnce.value(identifier); open && open->isVisible())
+        return bringForward(*open);
+    QWidget* const window = make();
+    m_openOnce.insert(identifier, window);
+    present(*window, identifier);
+}
+
+void TesselApp::present(QWidget& window, const QString& kind)
+{
+    window.setAttribute(Qt::WA_DeleteOnClose);
+    if (auto* const withMenus = qobject_cast<QMainWindow*>(&window))
+        m_menus.addTo(*withMenus, customiseToolBars(*withMenus, m_surroundings.state));
+    else
+        m_menus.addKeysTo(window);
+    new WindowPlace(&window, m_surroundings.state, kind);
+    bringForward(window);
+}
+
+QList<QWidget*> TesselApp::mainWindows() const
+{
+    QList<QWidget*> open;
+    for (const QPointer<ContentView>& window : m_mainWindows) {
+        if (window && window->isVisible())
+            open.append(window);
+    }
+    return open;
+}

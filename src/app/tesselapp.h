@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "app/dedysfunction.h"
+#include "app/menus.h"
+#include "platform/platform.h"
+
+#include <QHash>
+#include <QObject>
+#include <QPointer>
+
+#include <functional>
+
+class ContentView;
+class FileManager;
+class StateFile;
+
+/// What the application runs on.
+struct Surroundings
+{
+    Platform platform;
+    FileManager& files;
+    StateFile& state;
+    LocalStoreAccess localStore;
+};
+
+/// The application: its start, and its windows. There may be any number of main windows; every
+/// other window exists at most once, under its identifier.
+class TesselApp final : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Sets the appearance and runs the start-up checks. No window is open afterwards.
+    explicit TesselApp(const Surroundings& surroundings);
+    ~TesselApp() override;
+
+    /// Whether a start-up check has asked to quit.
+    bool isAskedToQuit() const { return m_askedToQuit; }
+
+    /// Opens each entry list and each log archive among the paths in a main window of its own; when
+    /// there is none, an empty main window.
+    void openDocuments(const QStringList& paths);
+
+    ContentView& newWindow();
+    /// Opens the window with this identifier, or brings it to the front.
+    void openWindow(const QString& identifier);
+    void openSettings();
+
+    QList<QWidget*> mainWindows() const;
+
+private:
+    struct SingleWindow
+    {
+        QString identifier;
+        QString title;
+        std::function<QWidget*()> make;
+    };
+
+    QList<SingleWindow> singleWindows();
+    static QList<WindowMenuItem> menuItems(const QList<SingleWindow>& windows);
+    void setAppearance();
+    void runStartUpChecks();
+    void openOnce(const QString& identifier, const std::function<QWidget*()>& make);
+    void present(QWidget& window, const QString& kind);
+
+    Surroundings m_surroundings;
+    QList<SingleWindow> m_singleWindows;
+    Menus m_menus;
+    QHash<QString, QPointer<QWidget>> m_openOnce;
+    QList<QPointer<ContentView>> m_mainWindows;
+    bool m_askedToQuit = false;
+};

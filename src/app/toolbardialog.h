@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "app/toolbararrangement.h"
+
+#include <QDialog>
+#include <QHash>
+
+class QAction;
+class QComboBox;
+class QListWidget;
+class QPushButton;
+
+/// The dialog in which a toolbar is arranged. Every change shows at once.
+class ToolBarDialog final : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// `items` are all that can stand in the toolbar, by identifier; `original` is the arrangement
+    /// that the user can go back to.
+    ToolBarDialog(const QHash<QString, QAction*>& items,
+                  const ToolBarArrangement& arrangement,
+                  ToolBarArrangement original,
+                  QWidget* parent);
+
+Q_SIGNALS:
+    void arranged(const ToolBarArrangement& arrangement);
+
+private:
+    QPushButton* addButton(const QString& name, const QString& text, void (ToolBarDialog::*run)());
+    void layOut();
+    void show(const ToolBarArrangement& arrangement);
+    ToolBarArrangement shownArrangement() const;
+    void tell();
+    void moveUp() { moveCurrent(-1); }
+    void moveDown() { moveCurrent(1); }
+    void moveCurrent(int rows);
+    void restoreOriginal();
+    void followCurrent();
+
+    QHash<QString, QAction*> m_items;
+    ToolBarArrangement m_original;
+    QListWidget* m_list;
+    QComboBox* m_style;
+    QPushButton* m_up;
+    QPushButton* m_down;
+};
