@@ -3,16 +3,15 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <QHash>
+#include <QImage>
 #include <QPageSize>
 #include <QPainter>
 #include <QPdfWriter>
-#include <QRegularExpression>
 #include <QTextBlock>
-#include <QTextCursor>
 #include <QTextDocument>
 #include <QUrl>
 
-#include <cmath>
 #include <cstdlib>
 
 // Makes the manual: a source in HTML in, a PDF of pages in the shape of a window out. Each heading
@@ -22,7 +21,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QSizeF pageSize(220, 165); // in millimetres
+constexpr QSizeF pageSize(240, 180); // in millimetres
 constexpr QMarginsF margins(16, 12, 16, 12);
 constexpr int resolution = 600;
 constexpr double footerHeight = 9; // in millimetres
@@ -33,30 +32,54 @@ double dots(double millimetres)
     return millimetres * resolution / millimetresPerInch;
 }
 
-int pageOf(const QTextBlock& block, double pageHeight)
+/// A text of which no picture may be missing.
+class Book final : public QTextDocument
 {
-    const QTextDocument& document = *block.document();
-    const double top = document.documentLayout()->blockBoundingRect(block).top();
-    return 1 + static_cast<int>(std::floor(top / pageHeight));
+public:
+    explicit Book(QString folder) : m_folder(std::move(folder)) {}
+
+protected:
+    QVariant loadResource(int, const QUrl& name) override
+    {
+        QImage picture(m_folder + u'/' + name.path());
+        if (picture.isNull())
+            qFatal("The picture %s is missing.", qUtf8Printable(name.path()));
+        return picture;
+    }
+
+private:
+    QString m_folder;
+};
+
+void layOut(Book& document, const QString& html, QPdfWriter& writer)
+{
+    document.documentLayout()->setPaintDevice(&writer);
+    document.setDefaultFont(QFont(u"DejaVu Sans"_s, 10));
+    document.setDocumentMargin(0);
+    document.setHtml(html);
+    document.setPageSize(QSizeF(writer.width(), writer.height() - dots(footerHeight)));
 }
 
-QString pageNumber(const QTextDocument& document, const QString& heading)
+/// The pages that the headings of the first level are on.
+QHash<QString, int> chapterPages(const QTextDocument& document)
 {
+    QHash<QString, int> pages;
     for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
-        if (block.blockFormat().headingLevel() == 1 && block.text() == heading)
-            return QString::number(pageOf(block, document.pageSize().height()));
+        if (block.blockFormat().headingLevel() != 1)
+            continue;
+        const double top = document.documentLayout()->blockBoundingRect(block).top();
+        pages.insert(block.text(), 1 + static_cast<int>(top / document.pageSize().height()));
     }
-    qFatal("The manual has no heading \"%s\".", qUtf8Printable(heading));
+    return pages;
 }
 
-void fillInPageNumbers(QTextDocument& document)
+QString withPageNumbers(QString html, const QHash<QString, int>& pages)
 {
-    const QRegularExpression reference(u"\\[\\[(.*?)\\]\\]"_s);
-    for (QTextCursor found = document.find(reference); !found.isNull();
-         found = document.find(reference)) {
-        const QString text = found.selectedText();
-        found.insertText(pageNumber(document, text.mid(2, text.size() - 4)));
-    }
+    for (auto page = pages.begin(); page != pages.end(); ++page)
+        html.replace(u"[["_s + page.key() + u"]]"_s, QString::number(page.value()));
+    if (const qsizetype left = html.indexOf("[["_L1); left >= 0)
+        qFatal("The manual has no such heading: %s", qUtf8Printable(html.mid(left, 40)));
+    return html;
 }
 
 void drawFooter(QPainter& painter, int page, const QSizeF& size)
@@ -106,14 +129,12 @@ int main(int argc, char* argv[])
     writer.setPageSize(QPageSize(pageSize, QPageSize::Millimeter));
     writer.setPageMargins(margins, QPageLayout::Millimeter);
 
-    QTextDocument document;
-    document.setBaseUrl(QUrl::fromLocalFile(QFileInfo(source).absolutePath() + u'/'));
-    document.documentLayout()->setPaintDevice(&writer);
-    document.setDefaultFont(QFont(u"DejaVu Sans"_s, 10));
-    document.setDocumentMargin(0);
-    document.setHtml(QString::fromUtf8(source.readAll()));
-    document.setPageSize(QSizeF(writer.width(), writer.height() - dots(footerHeight)));
-    fillInPageNumbers(document);
+    const QString html = QString::fromUtf8(source.readAll());
+    const QString folder = QFileInfo(source).absolutePath();
+    Book draft(folder);
+    layOut(draft, html, writer);
+    Book document(folder);
+    layOut(document, withPageNumbers(html, chapterPages(draft)), writer);
     print(document, writer);
     return EXIT_SUCCESS;
 }

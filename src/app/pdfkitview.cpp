@@ -42,7 +42,10 @@ PDFKitView::PDFKitView(const QUrl& url, QWidget* parent) : QPdfView(parent), m_d
 {
     setPageMode(PageMode::SinglePage);
     setZoomMode(ZoomMode::FitInView);
-    m_document.load(fileName(url));
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    if (const QString name = fileName(url); !name.isEmpty())
+        m_document.load(name);
     setDocument(&m_document);
     connect(pageNavigator(), &QPdfPageNavigator::currentPageChanged, this,
             &PDFKitView::pageChanged);

@@ -76,3 +76,9 @@ ToolBarArrangement ToolBarArrangement::fromBytes(const QByteArray& bytes,
     }
     return arrangement;
 }
+
+QString itemName(const QAction& item)
+{
+    QString name = item.text();
+    return name.remove(u'&').remove(u'…');
+}

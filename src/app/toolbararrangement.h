@@ -5,6 +5,7 @@
 #include <QList>
 #include <QString>
 
+class QAction;
 class QToolBar;
 
 /// How the user wants a toolbar.
@@ -32,3 +33,6 @@ struct ToolBarArrangement
     static ToolBarArrangement fromBytes(const QByteArray& bytes,
                                         const ToolBarArrangement& original);
 };
+
+/// What an item is called where it stands outside the toolbar.
+QString itemName(const QAction& item);

@@ -66,7 +66,7 @@ void ToolBarCustomisation::addItemSwitches(QMenu& menu)
 {
     for (qsizetype i = 0; i < m_arrangement.items.size(); ++i) {
         const auto& [identifier, shown] = m_arrangement.items.at(i);
-        QAction* const item = menu.addAction(m_actions.value(identifier)->iconText());
+        QAction* const item = menu.addAction(itemName(*m_actions.value(identifier)));
         item->setCheckable(true);
         item->setChecked(shown);
         connect(item, &QAction::toggled, this, [this, i](bool checked) {

@@ -93,7 +93,7 @@ void ToolBarDialog::show(const ToolBarArrangement& arrangement)
     m_list->clear();
     for (const auto& [identifier, shown] : arrangement.items) {
         const QAction* const action = m_items.value(identifier);
-        auto* const item = new QListWidgetItem(action->icon(), action->iconText(), m_list);
+        auto* const item = new QListWidgetItem(action->icon(), itemName(*action), m_list);
         item->setData(identifierRole, identifier);
         item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsDragEnabled
                        | Qt::ItemIsUserCheckable);

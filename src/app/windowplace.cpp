@@ -14,13 +14,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Whether another window hides this one's title bar by being at the same place.
+/// Whether another window hides this one by being at the same place. The frame of a window is not
+/// known before it is shown, so this goes by what is within it.
 bool isCovered(const QWidget& window)
 {
     const QWidgetList all = QApplication::topLevelWidgets();
     return std::any_of(all.begin(), all.end(), [&window](const QWidget* other) {
-        return other != &window && other->isVisible() && other->isWindow()
-               && other->pos() == window.pos();
+        return other != &window && other->isVisible()
+               && other->geometry().topLeft() == window.geometry().topLeft();
     });
 }
 
@@ -48,7 +49,7 @@ void WindowPlace::stepAside()
     constexpr QPoint step(28, 28);
     const QRect screen = m_window->screen()->availableGeometry();
     while (isCovered(*m_window) && screen.contains(m_window->geometry().translated(step)))
-        m_window->move(m_window->pos() + step);
+        m_window->setGeometry(m_window->geometry().translated(step));
 }
 
 bool WindowPlace::eventFilter(QObject* watched, QEvent* event)

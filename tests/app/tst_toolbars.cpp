@@ -239,7 +239,8 @@ void tst_ToolBars::pickerSurvivesBeingHidden()
     QVERIFY(!window.findChild<QComboBox*>(u"searchType"_s));
     item->trigger();
     auto* const picker = window.findChild<QComboBox*>(u"searchType"_s);
-    QVERIFY(picker && picker->isVisible());
+    QVERIFY(picker);
+    QTRY_VERIFY(picker->isVisible());
     picker->setCurrentIndex(2);
     QCOMPARE(window.state().searchTypeIndex.value(), 2);
 }

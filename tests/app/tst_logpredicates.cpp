@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: MIT
+#include "app/logpredicates.h"
+#include "platform/oslogstore.h"
+#include "settings/predicatelibrary.h"
+#include "support/fakeplatform.h"
+#include "support/smallstore.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr std::int64_t second = 1'000'000'000;
+
+} // namespace
+
+class tst_LogPredicates : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void predicatesChooseEntries_data();
+    void predicatesChooseEntries();
+    void errorsShowThePlace();
+    void checkTellsWhatIsWrong();
+    void libraryIsValid();
+
+private:
+    std::unique_ptr<FakePlatform> m_platform;
+};
+
+void tst_LogPredicates::init()
+{
+    QTest::failOnWarning(QRegularExpression(u"."_s));
+    m_platform = std::make_unique<FakePlatform>();
+}
+
+void tst_LogPredicates::predicatesChooseEntries_data()
+{
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("found");
+    const auto row = [](const char* name, const char* format, const QStringList& arguments,
+                        const char* found) {
+        QTest::newRow(name) << QString::fromUtf8(format) << arguments << QString::fromUtf8(found);
+    };
+    row("plain", "eventMessage == \"one\"", {}, "one");
+    row("an argument", "eventMessage CONTAINS[c] %@", {u"TW"_s}, "two");
+    row("an argument with quotes", "eventMessage CONTAINS[c] %@", {u"\"É\""_s}, "say \"é\"");
+    // The fake clock's zone is an hour ahead of UTC.
+    row("a date in the user's zone", "date > \"2024-03-07 14:05:08\"", {}, "two say \"é\"");
+    row("the present", "date > now()", {}, "say \"é\"");
+}
+
+void tst_LogPredicates::predicatesChooseEntries()
+{
+    QFETCH(QString, format);
+    QFETCH(QStringList, arguments);
+    const std::int64_t now = m_platform->clock.now().toSecsSinceEpoch() * second;
+    SmallStore store(now - 100 * second);
+    store.log(now - 2 * second, "one");
+    store.log(now, "two");
+    store.log(now + second, "say \"é\"");
+    const QString folder = m_platform->folder.filePath(u"store"_s);
+    QVERIFY(store.write(folder));
+
+    const auto filter = logPredicates(m_platform->clock)({format, arguments});
+    QVERIFY2(filter, filter ? "" : filter.error().description.c_str());
+    const auto opened = OSLogStore::open(folder);
+    QVERIFY(opened);
+    auto entries = opened->getEntries(opened->position(-200), *filter);
+    QStringList found;
+    while (const logstore::Entry* entry = entries.next())
+        found.append(QString::fromStdString(std::string(entry->composedMessage())));
+    QTEST(found.join(u' '), "found");
+}
+
+void tst_LogPredicates::errorsShowThePlace()
+{
+    const auto filter = logPredicates(m_platform->clock)({u"proces == \"x\""_s, {}});
+    QVERIFY(!filter);
+    const QString text = QString::fromStdString(filter.error().description);
+    QVERIFY2(text.contains(u"Did you mean process?"_s), qPrintable(text));
+    QVERIFY2(text.contains(u"proces == \"x\""_s), qPrintable(text));
+}
+
+void tst_LogPredicates::checkTellsWhatIsWrong()
+{
+    const PredicateCheck check = predicateCheck(m_platform->clock);
+    QVERIFY(!check(u"process == \"x\""_s));
+    const auto wrong = check(u"process == "_s);
+    QVERIFY(wrong);
+    QVERIFY2(!wrong->contains(u'\n'), qPrintable(*wrong));
+    QVERIFY(check(u"process == %@"_s));
+}
+
+void tst_LogPredicates::libraryIsValid()
+{
+    const PredicateCheck check = predicateCheck(m_platform->clock);
+    for (const QString& text : defaultPredicateTexts()) {
+        if (!text.isEmpty())
+            QVERIFY2(!check(text), qPrintable(text));
+    }
+}
+
+QTEST_GUILESS_MAIN(tst_LogPredicates)
+#include "tst_logpredicates.moc"

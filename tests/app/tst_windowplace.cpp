@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: MIT
+#include "app/appfixture.h"
+#include "app/windowplace.h"
+#include "support/warnings.h"
+
+#include <QScreen>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+class tst_WindowPlace : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { QApplication::setQuitOnLastWindowClosed(false); }
+    void init();
+    void placeAndSizeAreKept();
+    void kindsAreKeptApart();
+    void placeOffTheScreenIsNotTaken();
+    void damagedPlaceIsIgnored();
+    void windowsDoNotHideOneAnother();
+    void applicationKeepsEachKind_data();
+    void applicationKeepsEachKind();
+    void preferencesHoldNoPlaces();
+
+private:
+    std::unique_ptr<QWidget> shown(const QString& kind)
+    {
+        auto window = std::make_unique<QWidget>();
+        new WindowPlace(window.get(), m_fixture->state, kind);
+        window->show();
+        return window;
+    }
+
+    std::unique_ptr<AppFixture> m_fixture;
+};
+
+void tst_WindowPlace::init()
+{
+    failOnWarnings();
+    m_fixture = std::make_unique<AppFixture>();
+}
+
+void tst_WindowPlace::placeAndSizeAreKept()
+{
+    const QRect place(120, 90, 431, 287);
+    const auto first = shown(u"kind"_s);
+    first->setGeometry(place);
+    first->close();
+    QCOMPARE(shown(u"kind"_s)->geometry(), place);
+}
+
+void tst_WindowPlace::kindsAreKeptApart()
+{
+    const auto first = shown(u"one"_s);
+    first->resize(431, 287);
+    first->close();
+    QVERIFY(shown(u"another"_s)->size() != QSize(431, 287));
+}
+
+void tst_WindowPlace::placeOffTheScreenIsNotTaken()
+{
+    const auto first = shown(u"kind"_s);
+    first->setGeometry(9000, 7000, 300, 200);
+    first->close();
+    const auto second = shown(u"kind"_s);
+    QVERIFY(second->screen()->availableGeometry().intersects(second->geometry()));
+}
+
+void tst_WindowPlace::damagedPlaceIsIgnored()
+{
+    m_fixture->state.setArrangement(u"window.kind"_s, "no geometry");
+    QVERIFY(shown(u"kind"_s)->isVisible());
+}
+
+void tst_WindowPlace::windowsDoNotHideOneAnother()
+{
+    const auto first = shown(u"kind"_s);
+    first->setGeometry(50, 60, 300, 200);
+    first->close();
+    std::vector<std::unique_ptr<QWidget>> windows;
+    for (int i = 0; i < 5; ++i) {
+        windows.push_back(shown(u"kind"_s));
+        QCOMPARE(windows.back()->size(), QSize(300, 200));
+        for (int other = 0; other < i; ++other)
+            QVERIFY(windows.at(other)->pos() != windows.back()->pos());
+    }
+}
+
+void tst_WindowPlace::applicationKeepsEachKind_data()
+{
+    QTest::addColumn<QString>("identifier");
+    for (const char* identifier :
+         {"main", "settings", "help", "diagtool", "logarchtool", "textView"})
+        QTest::newRow(identifier) << QString::fromLatin1(identifier);
+}
+
+void tst_WindowPlace::applicationKeepsEachKind()
+{
+    QFETCH(QString, identifier);
+    const auto open = [&](TesselApp& app) {
+        if (identifier == u"main")
+            app.newWindow();
+        else if (identifier == u"settings")
+            app.openSettings();
+        else
+            app.openWindow(identifier);
+        return AppFixture::windows().constFirst();
+    };
+    QWidget* const first = open(m_fixture->start());
+    const QSize size = first->minimumSizeHint().expandedTo(first->minimumSize()) + QSize(37, 53);
+    first->resize(size);
+    first->close();
+    AppFixture::runDeletions();
+    QCOMPARE(open(m_fixture->start())->size(), size);
+}
+
+void tst_WindowPlace::preferencesHoldNoPlaces()
+{
+    m_fixture->start().newWindow().close();
+    const QSettings preferences(m_fixture->path(u"preferences.ini"_s), QSettings::IniFormat);
+    QCOMPARE(preferences.allKeys(), QStringList());
+    QVERIFY(!m_fixture->state.arrangement(u"window.main"_s).isEmpty());
+}
+
+QTEST_MAIN(tst_WindowPlace)
+#include "tst_windowplace.moc"
