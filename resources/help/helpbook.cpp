@@ -8,6 +8,7 @@
 #include <QPageSize>
 #include <QPainter>
 #include <QPdfWriter>
+#include <QRegularExpression>
 #include <QTextBlock>
 #include <QTextDocument>
 #include <QUrl>
@@ -67,18 +68,23 @@ QHash<QString, int> chapterPages(const QTextDocument& document)
     for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
         if (block.blockFormat().headingLevel() != 1)
             continue;
-        const double top = document.documentLayout()->blockBoundingRect(block).top();
-        pages.insert(block.text(), 1 + static_cast<int>(top / document.pageSize().height()));
+        const double middle = document.documentLayout()->blockBoundingRect(block).center().y();
+        pages.insert(block.text(), 1 + static_cast<int>(middle / document.pageSize().height()));
     }
     return pages;
 }
 
+/// The numbers in the place of their references, or signs as wide where they are not known yet.
 QString withPageNumbers(QString html, const QHash<QString, int>& pages)
 {
-    for (auto page = pages.begin(); page != pages.end(); ++page)
-        html.replace(u"[["_s + page.key() + u"]]"_s, QString::number(page.value()));
-    if (const qsizetype left = html.indexOf("[["_L1); left >= 0)
-        qFatal("The manual has no such heading: %s", qUtf8Printable(html.mid(left, 40)));
+    const QRegularExpression reference(u"\\[\\[(.*?)\\]\\]"_s);
+    for (auto found = reference.match(html); found.hasMatch(); found = reference.match(html)) {
+        const QString heading = found.captured(1);
+        if (!pages.isEmpty() && !pages.contains(heading))
+            qFatal("The manual has no heading \"%s\".", qUtf8Printable(heading));
+        html.replace(found.capturedStart(), found.capturedLength(),
+                     pages.isEmpty() ? u"00"_s : QString::number(pages.value(heading)));
+    }
     return html;
 }
 
@@ -132,7 +138,7 @@ int main(int argc, char* argv[])
     const QString html = QString::fromUtf8(source.readAll());
     const QString folder = QFileInfo(source).absolutePath();
     Book draft(folder);
-    layOut(draft, html, writer);
+    layOut(draft, withPageNumbers(html, {}), writer);
     Book document(folder);
     layOut(document, withPageNumbers(html, chapterPages(draft)), writer);
     print(document, writer);

@@ -99,6 +99,8 @@ void ToolBarDialog::show(const ToolBarArrangement& arrangement)
                        | Qt::ItemIsUserCheckable);
         item->setCheckState(shown ? Qt::Checked : Qt::Unchecked);
     }
+    m_list->setMinimumHeight(m_list->sizeHintForRow(0) * m_list->count()
+                             + 2 * m_list->frameWidth());
     m_list->setCurrentRow(0);
     m_style->setCurrentIndex(m_style->findData(arrangement.style));
     followCurrent();

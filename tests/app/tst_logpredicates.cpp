@@ -5,6 +5,7 @@
 #include "support/fakeplatform.h"
 #include "support/smallstore.h"
 
+#include <QRegularExpression>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -26,6 +27,7 @@ private Q_SLOTS:
     void errorsShowThePlace();
     void checkTellsWhatIsWrong();
     void libraryIsValid();
+    void manualsExamplesAreValid();
 
 private:
     std::unique_ptr<FakePlatform> m_platform;
@@ -103,6 +105,27 @@ void tst_LogPredicates::libraryIsValid()
         if (!text.isEmpty())
             QVERIFY2(!check(text), qPrintable(text));
     }
+}
+
+void tst_LogPredicates::manualsExamplesAreValid()
+{
+    QFile manual(QFINDTESTDATA("../../resources/help/TesselHelp.html"));
+    QVERIFY(manual.open(QFile::ReadOnly));
+    const QString text = QString::fromUtf8(manual.readAll());
+    const qsizetype table = text.indexOf(u"<h1>Predicates at work</h1>"_s);
+    const QString rows = text.mid(table, text.indexOf(u"</table>"_s, table) - table);
+    const QRegularExpression row(u"<tr><td><code>(.*?)</code>"_s,
+                                 QRegularExpression::DotMatchesEverythingOption);
+    const PredicateCheck check = predicateCheck(m_platform->clock);
+    int found = 0;
+    for (const QRegularExpressionMatch& match : row.globalMatch(rows)) {
+        QString predicate = match.captured(1);
+        predicate.replace(u"&lt;"_s, u"<"_s).replace(u"&gt;"_s, u">"_s);
+        const auto wrong = check(predicate);
+        QVERIFY2(!wrong, qPrintable(predicate + u": "_s + wrong.value_or(QString())));
+        ++found;
+    }
+    QVERIFY(found > 8);
 }
 
 QTEST_GUILESS_MAIN(tst_LogPredicates)
