@@ -7,6 +7,7 @@
 namespace {
 
 constexpr int steps = 1000;
+constexpr int panelWidth = 340; ///< so that growing numbers do not move its edges
 
 } // namespace
 
@@ -45,6 +46,7 @@ void FetchPanel::show()
     m_dialog->setWindowTitle(tr("Reading the log"));
     m_dialog->setWindowModality(Qt::ApplicationModal);
     m_dialog->setCursor(Qt::ArrowCursor);
+    m_dialog->setMinimumWidth(panelWidth);
     m_dialog->setRange(0, steps);
     m_dialog->setMinimumDuration(0);
     m_dialog->setAutoReset(false);

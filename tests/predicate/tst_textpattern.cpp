@@ -6,7 +6,9 @@
 
 #include <QTest>
 
+#include <unicode/normalizer2.h>
 #include <unicode/uchar.h>
+#include <unicode/unistr.h>
 
 using namespace Qt::StringLiterals;
 using namespace predicate;
@@ -28,6 +30,7 @@ private Q_SLOTS:
     void init() { failOnWarnings(); }
     void shortCutsAgreeWithFolding();
     void everyPlaceInLongTexts();
+    void foldingInPiecesIsFoldingOfTheWhole();
     void onlyTwoCharactersFoldToAscii();
     void findsWhatASearchWithoutTricksFinds();
     void illFormedTexts();
@@ -72,6 +75,36 @@ void TextPatternTest::everyPlaceInLongTexts()
             damaged[before + length - 1] = '#';
             QVERIFY(!pattern.matches(damaged, folds));
         }
+    }
+}
+
+void TextPatternTest::foldingInPiecesIsFoldingOfTheWhole()
+{
+    const auto whole = [](const std::string& text) {
+        UErrorCode status = U_ZERO_ERROR;
+        const icu::Normalizer2* decomposer = icu::Normalizer2::getNFDInstance(status);
+        const icu::UnicodeString decomposed =
+            decomposer->normalize(icu::UnicodeString::fromUTF8(text), status);
+        icu::UnicodeString out;
+        for (std::int32_t i = 0; i < decomposed.length(); i = decomposed.moveIndex32(i, 1)) {
+            const UChar32 character = decomposed.char32At(i);
+            if (u_charType(character) != U_NON_SPACING_MARK)
+                out += u_foldCase(character, U_FOLD_CASE_DEFAULT);
+        }
+        std::string utf8;
+        return out.toUTF8String(utf8);
+    };
+    PredicateGenerator generator(8);
+    // Marks out of order, marks that are not of category Mn, syllables, what folds and decomposes.
+    const std::vector<std::string> uncommon = {
+        "\u0323", "\u0301", "e\u0301\u0323", "\u1E9B\u0323", "한",
+        "\u093F", "\u20DD", "\u0344",        "\U0001D15E",   "İ",
+        "Å"};
+    for (int i = 0; i < 20'000; ++i) {
+        std::string text;
+        for (int pieces = 0; pieces < 4; ++pieces)
+            text += generator.sometimes() ? generator.text() : generator.oneOf(uncommon);
+        QCOMPARE(folded(text, Folding(true, true)), whole(text));
     }
 }
 

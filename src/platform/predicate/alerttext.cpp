@@ -46,7 +46,7 @@ Line lineAt(std::u16string_view text, std::size_t position)
     for (std::size_t i = start; i < end;) {
         const std::size_t first = i;
         UChar32 character = 0;
-        U16_NEXT_OR_FFFD(text.data(), i, end, character);
+        U16_NEXT_OR_FFFD(text, i, end, character);
         line.caret = first <= position ? line.cells.size() : line.caret;
         // A tab's width depends on where it stands; a blank shows the same.
         const bool control = u_iscntrl(character) != 0;

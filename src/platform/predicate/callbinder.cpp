@@ -183,7 +183,7 @@ TermPtr Binder::cast(const Node& node)
     if (typeNode.kind != NodeKind::Constant || name == nullptr)
         return failedTerm(
             typeNode.position,
-            "CAST needs the name of a type in quotes: \"NSDate\", \"NSNumber\" or \"NSString\".");
+            R"(CAST needs the name of a type in quotes: "NSDate", "NSNumber" or "NSString".)");
     if (*name == "NSDate") {
         const bool text = operandNode.kind == NodeKind::Constant
                           && std::holds_alternative<std::string>(operandNode.value.value);

@@ -57,12 +57,12 @@ Truth between(const Value& left, const Value& bounds, Folding folding, Match& ma
         return Truth::Unknown;
     if (bounds.kind() != Value::Kind::List || bounds.asList().size() != 2 || left.isNil())
         return Truth::False;
-    const Value& first = bounds.asList()[0];
-    const Value& second = bounds.asList()[1];
-    if (first.isNil() || second.isNil())
+    const Value& lowest = bounds.asList()[0];
+    const Value& highest = bounds.asList()[1];
+    if (lowest.isNil() || highest.isNil())
         return Truth::False;
-    const Truth above = inOrder(Operator::LessOrEqual, first, left, folding, match);
-    const Truth below = inOrder(Operator::LessOrEqual, left, second, folding, match);
+    const Truth above = inOrder(Operator::GreaterOrEqual, left, lowest, folding, match);
+    const Truth below = inOrder(Operator::LessOrEqual, left, highest, folding, match);
     if (above == Truth::False || below == Truth::False)
         return Truth::False;
     return above == Truth::Unknown ? above : below;

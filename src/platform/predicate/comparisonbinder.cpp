@@ -183,7 +183,7 @@ void Binder::readDates(const Node& node, Sides& sides)
                             || (node.comparison == Operator::Contains && !left.isList());
     if (textInText)
         return;
-    const bool textsLeft = (left.compared() & type::text) != 0 && left.compared() != type::date;
+    const bool textsLeft = (left.compared() & type::text) != 0;
     const bool textsRight = (right.compared() & type::text) != 0;
     const Reading dates{type::nil, true, false};
     if (left.compared() == type::date && textsRight)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/predicate/binder.h"
 
+#include <algorithm>
 #include <array>
 
 namespace predicate {
@@ -26,11 +27,8 @@ struct Operand
 
 bool haveOrder(const Operand& left, const Operand& right)
 {
-    for (const Types family : ordered) {
-        if (left.fits(family) && right.fits(family))
-            return true;
-    }
-    return false;
+    return std::any_of(ordered.begin(), ordered.end(),
+                       [&](Types family) { return left.fits(family) && right.fits(family); });
 }
 
 bool isTextOperator(Operator comparison)

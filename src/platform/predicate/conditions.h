@@ -19,6 +19,8 @@ public:
     virtual ~Condition() = default;
     Condition(const Condition&) = delete;
     Condition& operator=(const Condition&) = delete;
+    Condition(Condition&&) = delete;
+    Condition& operator=(Condition&&) = delete;
 
     virtual Truth evaluate(Match& match) const = 0;
     int cost() const { return m_cost; }

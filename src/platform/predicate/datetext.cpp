@@ -3,7 +3,7 @@
 
 #include "platform/predicate/unicode.h"
 
-#include <algorithm>
+#include <array>
 #include <limits>
 
 namespace predicate {
@@ -81,8 +81,8 @@ bool isLeapYear(std::int64_t year)
 
 std::int64_t daysInMonth(std::int64_t year, std::int64_t month)
 {
-    constexpr std::int64_t days[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    return month == 2 && isLeapYear(year) ? 29 : days[month - 1];
+    constexpr std::array<std::int64_t, 12> days = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    return month == 2 && isLeapYear(year) ? 29 : days[static_cast<std::size_t>(month - 1)];
 }
 
 /// Days from 1970-01-01 in the Gregorian calendar.

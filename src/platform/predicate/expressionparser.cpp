@@ -63,20 +63,21 @@ char Parser::arithmeticSign() const
 Node Parser::chain(Part part, std::string_view signs, Allow condition)
 {
     Node first = (this->*part)(condition);
-    if (isCondition(first) || failed())
+    const auto isJoined = [&] {
+        return arithmeticSign() != '\0' && signs.find(arithmeticSign()) != std::string_view::npos;
+    };
+    if (isCondition(first) || failed() || !isJoined())
         return first;
     Node node;
     node.kind = NodeKind::Chain;
     node.position = first.position;
-    for (char sign = arithmeticSign(); sign != '\0' && signs.find(sign) != std::string_view::npos;
-         sign = arithmeticSign()) {
-        if (node.children.empty())
-            node.children.push_back(std::move(first));
+    node.children.push_back(std::move(first));
+    while (isJoined()) {
+        node.name += arithmeticSign();
         ++m_index;
-        node.name += sign;
         node.children.push_back((this->*part)(Allow::OneSort));
     }
-    return node.children.empty() ? first : finish(node);
+    return finish(node);
 }
 
 Node Parser::expression(Allow condition)

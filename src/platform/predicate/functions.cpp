@@ -126,15 +126,17 @@ constexpr std::array<FunctionInfo, 21> functions = {{
 
 const FunctionInfo* functionNamed(std::string_view name)
 {
-    const auto found =
-        std::find_if(functions.begin(), functions.end(),
-                     [name](const FunctionInfo& function) { return function.name == name; });
-    return found == functions.end() ? nullptr : &*found;
+    for (const FunctionInfo& function : functions) {
+        if (function.name == name)
+            return &function;
+    }
+    return nullptr;
 }
 
 std::string_view suggestedFunction(std::string_view name)
 {
     std::vector<std::string_view> names;
+    names.reserve(functions.size());
     for (const FunctionInfo& function : functions)
         names.push_back(function.name);
     return nearest(name, names);

@@ -6,6 +6,7 @@
 #include "platform/predicate/unicode.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <optional>
 #include <unicode/uchar.h>
@@ -26,12 +27,13 @@ std::string named(char32_t character)
     appendUtf8(text, character);
     if (visible)
         return quoted(std::string_view(text));
-    char hex[16];
-    std::snprintf(hex, sizeof hex, "U+%04X", static_cast<unsigned>(code));
-    char name[128] = {};
+    std::array<char, 16> number{};
+    std::snprintf(number.data(), number.size(), "U+%04X", static_cast<unsigned>(code));
+    std::array<char, 128> name{};
     UErrorCode status = U_ZERO_ERROR;
-    u_charName(code, U_EXTENDED_CHAR_NAME, name, sizeof name, &status);
-    return U_SUCCESS(status) && name[0] != '<' ? std::string(hex) + " " + name : std::string(hex);
+    u_charName(code, U_EXTENDED_CHAR_NAME, name.data(), name.size(), &status);
+    const bool hasName = U_SUCCESS(status) && name.front() != '<';
+    return hasName ? std::string(number.data()) + " " + name.data() : std::string(number.data());
 }
 
 /// The quotation mark to type instead of one that does not delimit texts, or 0.
@@ -47,6 +49,20 @@ char plainQuote(char32_t character)
     case U'`': return '\'';
     default: return '\0';
     }
+}
+
+/// Letters, digits and underscores at the start of the text.
+std::size_t runLength(std::u16string_view text)
+{
+    std::size_t length = 0;
+    while (length < text.size() && isWordPart(text[length]))
+        ++length;
+    return length;
+}
+
+std::size_t wordLength(std::u16string_view text)
+{
+    return !text.empty() && isWordStart(text.front()) ? runLength(text) : 0;
 }
 
 class Lexer
@@ -75,14 +91,6 @@ private:
     std::vector<Token> m_tokens;
     std::optional<PredicateError> m_error;
 };
-
-std::size_t wordLength(std::u16string_view text)
-{
-    if (text.empty() || !isWordStart(text.front()))
-        return 0;
-    return static_cast<std::size_t>(std::find_if_not(text.begin(), text.end(), isWordPart)
-                                    - text.begin());
-}
 
 tl::expected<std::vector<Token>, PredicateError> Lexer::run()
 {
@@ -134,18 +142,14 @@ void Lexer::next()
 
 void Lexer::number(std::size_t length)
 {
-    const std::size_t end = m_position + length;
-    if (end < m_text.size() && isWordPart(m_text[end])) {
-        const auto run = std::find_if_not(m_text.begin() + static_cast<std::ptrdiff_t>(end),
-                                          m_text.end(), isWordPart);
-        const auto runEnd = static_cast<std::size_t>(run - m_text.begin());
-        fail(m_position,
-             quoted(m_text.substr(m_position, runEnd - m_position)) + " is not a number.");
-    } else if (!numberValue(rest().substr(0, length))) {
-        fail(m_position, quoted(rest().substr(0, length)) + " is too large a number.");
-    } else {
+    const std::u16string_view number = rest().substr(0, length);
+    const std::size_t behind = runLength(rest().substr(length));
+    if (behind > 0)
+        fail(m_position, quoted(rest().substr(0, length + behind)) + " is not a number.");
+    else if (!numberValue(number))
+        fail(m_position, quoted(number) + " is too large a number.");
+    else
         add(TokenKind::Number, length);
-    }
 }
 
 void Lexer::text()
@@ -221,7 +225,7 @@ void Lexer::strange()
 {
     std::size_t end = m_position;
     UChar32 character = 0;
-    U16_NEXT_OR_FFFD(m_text.data(), end, m_text.size(), character);
+    U16_NEXT_OR_FFFD(m_text, end, m_text.size(), character);
     if (rest().substr(0, 2) == u":=")
         return fail(m_position, "Assignments are not supported in log predicates.");
     std::string sentence = named(static_cast<char32_t>(character));

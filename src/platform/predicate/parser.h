@@ -41,7 +41,7 @@ private:
     Node operand(Sign joint, Allow expression);
     Node negation(Allow expression);
     Node comparison(Allow expression);
-    void finishComparison(Node& comparison);
+    void finishComparison(Node& node);
     Quantifier quantifier();
     Options options();
 
@@ -70,8 +70,8 @@ private:
 
     // Format arguments (formatarguments.cpp).
     Node formatArgument();
-    Node argumentNode(const Constant& argument, const Token& token, int depth);
-    Node keyPath(const std::string& path, const Token& token);
+    Node argumentNode(const Constant& argument, const Token& format, int depth);
+    Node keyPath(const std::string& path, const Token& format);
 
     // Tokens.
     const Token& token() const { return m_tokens[m_index]; }

@@ -17,6 +17,8 @@ public:
     virtual ~Term() = default;
     Term(const Term&) = delete;
     Term& operator=(const Term&) = delete;
+    Term(Term&&) = delete;
+    Term& operator=(Term&&) = delete;
 
     virtual Value value(Match& match) const = 0;
     /// The value, when it is the same for every entry.

@@ -2,7 +2,6 @@
 #include "platform/predicate/terms.h"
 
 #include "platform/predicate/arithmetic.h"
-#include "platform/predicate/conditions.h"
 #include "platform/predicate/fieldtable.h"
 
 #include <algorithm>
@@ -133,18 +132,13 @@ Value ElementTerm::value(Match& match) const
     return inside ? elements[static_cast<std::size_t>(number.asInteger())] : Value();
 }
 
-TernaryTerm::TernaryTerm(std::unique_ptr<const Condition> condition,
-                         TermPtr whenTrue,
-                         TermPtr whenFalse,
-                         Type type)
+TernaryTerm::TernaryTerm(ConditionPtr condition, TermPtr whenTrue, TermPtr whenFalse, Type type)
     : Term(type, condition->cost() + std::max(whenTrue->cost(), whenFalse->cost()))
     , m_condition(std::move(condition))
     , m_whenTrue(std::move(whenTrue))
     , m_whenFalse(std::move(whenFalse))
 {
 }
-
-TernaryTerm::~TernaryTerm() = default;
 
 Value TernaryTerm::value(Match& match) const
 {

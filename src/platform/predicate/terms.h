@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/predicate/conditions.h"
 #include "platform/predicate/term.h"
 
 #include <deque>
@@ -9,8 +10,6 @@
 #include <string>
 
 namespace predicate {
-
-class Condition;
 
 /// A value that owns its text and its elements.
 class ConstantTerm : public Term
@@ -103,15 +102,11 @@ private:
 class TernaryTerm : public Term
 {
 public:
-    TernaryTerm(std::unique_ptr<const Condition> condition,
-                TermPtr whenTrue,
-                TermPtr whenFalse,
-                Type type);
-    ~TernaryTerm() override;
+    TernaryTerm(ConditionPtr condition, TermPtr whenTrue, TermPtr whenFalse, Type type);
     Value value(Match& match) const override;
 
 private:
-    std::unique_ptr<const Condition> m_condition;
+    ConditionPtr m_condition;
     TermPtr m_whenTrue;
     TermPtr m_whenFalse;
 };

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <unicode/uchar.h>
 #include <unicode/unorm2.h>
+#include <unicode/utf16.h>
 
 namespace predicate {
 
@@ -16,27 +17,49 @@ char32_t foldedCase(char32_t character)
     return static_cast<char32_t>(u_foldCase(static_cast<UChar32>(character), U_FOLD_CASE_DEFAULT));
 }
 
-/// NFD without what is of category Mn.
-std::string withoutMarks(std::string_view text)
+/// NFD without what is of category Mn, of a text without ASCII.
+void appendWithoutMarks(std::string_view text, std::string& out)
 {
     UErrorCode status = U_ZERO_ERROR;
     const UNormalizer2* decomposer = unorm2_getNFDInstance(&status);
     const std::u16string composed = utf16(text);
-    std::u16string decomposed(composed.size() * 4 + 4,
-                              u'\0'); // the longest canonical decomposition is four units
+    std::u16string decomposed(composed.size() * 4, u'\0'); // the longest canonical decomposition
     const std::int32_t length =
         unorm2_normalize(decomposer, composed.data(), static_cast<std::int32_t>(composed.size()),
                          decomposed.data(), static_cast<std::int32_t>(decomposed.size()), &status);
-    if (U_FAILURE(status))
-        return std::string(text);
-    decomposed.resize(static_cast<std::size_t>(length));
-    const std::string marked = utf8(decomposed);
+    if (U_FAILURE(status)) {
+        out += text;
+        return;
+    }
+    for (std::int32_t i = 0; i < length;) {
+        UChar32 character = 0;
+        U16_NEXT_OR_FFFD(decomposed, i, length, character);
+        if (u_charType(character) != U_NON_SPACING_MARK)
+            appendUtf8(out, static_cast<char32_t>(character));
+    }
+}
+
+bool isAsciiByte(char byte)
+{
+    return static_cast<unsigned char>(byte) < 0x80;
+}
+
+/// ASCII neither decomposes nor takes part in the order of marks, so each run of other characters
+/// stands for itself.
+std::string withoutMarks(std::string_view text)
+{
     std::string out;
-    out.reserve(marked.size());
-    for (std::size_t i = 0; i < marked.size();) {
-        const char32_t character = nextCharacter(marked, i);
-        if (u_charType(static_cast<UChar32>(character)) != U_NON_SPACING_MARK)
-            appendUtf8(out, character);
+    out.reserve(text.size());
+    for (std::size_t at = 0; at < text.size();) {
+        const bool ascii = isAsciiByte(text[at]);
+        std::size_t end = at + 1;
+        while (end < text.size() && isAsciiByte(text[end]) == ascii)
+            ++end;
+        if (ascii)
+            out += text.substr(at, end - at);
+        else
+            appendWithoutMarks(text.substr(at, end - at), out);
+        at = end;
     }
     return out;
 }
@@ -46,9 +69,8 @@ void foldCaseInto(std::string_view text, std::string& out)
     out.clear();
     out.reserve(text.size());
     for (std::size_t i = 0; i < text.size();) {
-        const char byte = text[i];
-        if (static_cast<unsigned char>(byte) < 0x80) {
-            out += asciiLower(byte);
+        if (isAsciiByte(text[i])) {
+            out += asciiLower(text[i]);
             ++i;
         } else {
             appendUtf8(out, foldedCase(nextCharacter(text, i)));

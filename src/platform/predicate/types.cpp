@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/predicate/types.h"
 
+#include <array>
+
 namespace predicate {
 
 std::string described(Types types)
@@ -10,7 +12,7 @@ std::string described(Types types)
         Types types;
         const char* name;
     };
-    static constexpr Name names[] = {
+    static constexpr std::array<Name, 10> names = {{
         {type::logType, "a message type"},
         {type::level, "a level"},
         {type::eventType, "an event type"},
@@ -21,7 +23,7 @@ std::string described(Types types)
         {type::date, "a date"},
         {type::list, "a list"},
         {type::entry, "the entry"},
-    };
+    }};
     if (types == type::nil)
         return "nil";
     for (const Name& name : names) {

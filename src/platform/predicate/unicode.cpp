@@ -111,7 +111,7 @@ std::string utf8(std::u16string_view utf16)
     out.reserve(utf16.size());
     for (std::size_t i = 0; i < utf16.size();) {
         UChar32 character = 0;
-        U16_NEXT_OR_FFFD(utf16.data(), i, utf16.size(), character);
+        U16_NEXT_OR_FFFD(utf16, i, utf16.size(), character);
         appendUtf8(out, static_cast<char32_t>(character));
     }
     return out;
