@@ -8,6 +8,7 @@ class Alerts
 {
 public:
     virtual ~Alerts() = default;
-    /// A critical alert with one button, "OK"; returns when the user has dismissed it.
+    /// A critical alert with one button, "OK"; returns when the user has dismissed it. What follows
+    /// an empty line in the informative text is shown in a font of equal widths.
     virtual void critical(const QString& message, const QString& informativeText) = 0;
 };

@@ -2,10 +2,16 @@
 #include "platform/desktop/qtalerts.h"
 #include "support/warnings.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QApplication>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QTest>
+#include <QTextBlock>
+#include <QTextDocument>
+#include <QTextLayout>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
@@ -16,6 +22,7 @@ class TestQtAlerts : public QObject
 
 private Q_SLOTS:
     void criticalWaitsForItsButton();
+    void excerptStaysAsItIs();
 };
 
 void TestQtAlerts::criticalWaitsForItsButton()
@@ -34,6 +41,37 @@ void TestQtAlerts::criticalWaitsForItsButton()
         QTest::mouseClick(box->buttons().first(), Qt::LeftButton);
     });
     QtAlerts().critical(u"An error occurred:"_s, u"<b>markup</b> is text"_s);
+    QVERIFY(wasShown);
+}
+
+void TestQtAlerts::excerptStaysAsItIs()
+{
+    failOnWarnings();
+    const QString sentence = u"“<” can't be used here."_s;
+    const QString excerpt =
+        u"subsystem == \"a rather long one\" AND NOT process CONTAINS \"another\" AND  x <\n"
+        "                                                                        ^"_s;
+    bool wasShown = false;
+    QTimer::singleShot(0, this, [&] {
+        auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        QVERIFY(box != nullptr);
+        wasShown = true;
+        const auto answer = qScopeGuard([box] { box->accept(); });
+        auto* const label = box->findChild<QLabel*>(u"qt_msgbox_informativelabel"_s);
+        QTextDocument shown;
+        shown.setDefaultFont(label->font());
+        shown.setDocumentMargin(0);
+        shown.setHtml(label->text());
+        QCOMPARE(shown.toPlainText(), sentence + u'\n' + excerpt);
+        // The mark stands below its place.
+        const QTextBlock mark = shown.lastBlock();
+        const auto column = static_cast<int>(mark.text().indexOf(u'^'));
+        shown.documentLayout()->documentSize();
+        QCOMPARE(mark.layout()->lineAt(0).cursorToX(column),
+                 mark.previous().layout()->lineAt(0).cursorToX(column));
+        QVERIFY2(label->width() >= shown.idealWidth(), "the excerpt is cut");
+    });
+    QtAlerts().critical(u"An error occurred:"_s, sentence + u"\n\n"_s + excerpt);
     QVERIFY(wasShown);
 }
 
