@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/tesselapp.h"
 
+#include "app/contextmenukey.h"
 #include "app/helpview.h"
 #include "app/logpredicates.h"
 #include "app/toolbarcustomisation.h"
@@ -55,6 +56,7 @@ TesselApp::TesselApp(const Surroundings& surroundings)
                [this] { return mainWindows(); }},
               menuItems(m_singleWindows))
 {
+    new ContextMenuKey(this);
     const Platform& platform = m_surroundings.platform;
     connect(&platform.defaults, &UserDefaults::failed, this,
             [&alerts = platform.alerts](const QString& description) {

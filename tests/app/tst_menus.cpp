@@ -2,6 +2,7 @@
 #include "app/appfixture.h"
 #include "support/warnings.h"
 
+#include <QAbstractItemView>
 #include <QMenu>
 #include <QMenuBar>
 #include <QSet>
@@ -79,6 +80,7 @@ private Q_SLOTS:
     void windowMenuBringsMainWindowsForward();
     void helpCommandOpensOneWindow();
     void keysWorkInWindowsWithoutMenus();
+    void shiftF10OpensTheContextMenu();
     void closeClosesTheActiveWindow();
     void quitClosesEveryWindow();
     void toolbarCommandsAreInMenus_data();
@@ -214,6 +216,22 @@ void tst_Menus::keysWorkInWindowsWithoutMenus()
     QTRY_VERIFY(gloss.isActiveWindow());
     QTest::keyClick(&gloss, Qt::Key_N, Qt::ControlModifier);
     QCOMPARE(m_app->mainWindows().size(), 1);
+}
+
+void tst_Menus::shiftF10OpensTheContextMenu()
+{
+    const QWidget& window = m_app->newWindow();
+    auto* const list = window.findChild<QAbstractItemView*>();
+    QStringList offered;
+    QTimer::singleShot(0, list, [&offered] {
+        auto* const open = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        QVERIFY(open);
+        offered = texts(*open);
+        open->close();
+    });
+    list->setFocus();
+    QTest::keyClick(list, Qt::Key_F10, Qt::ShiftModifier);
+    QTRY_VERIFY2(offered.contains(u"Add Note"_s), qPrintable(offered.join(u' ')));
 }
 
 void tst_Menus::closeClosesTheActiveWindow()
