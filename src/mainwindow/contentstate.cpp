@@ -3,7 +3,6 @@
 
 #include "mainwindow/entrysearch.h"
 #include "mainwindow/fetchperiod.h"
-#include "platform/alerts.h"
 #include "platform/clock.h"
 #include "platform/userdefaults.h"
 #include "settings/preferences.h"
@@ -110,11 +109,8 @@ Result<std::shared_ptr<const logstore::EntryFilter>> ContentState::fetchPredicat
 void ContentState::getLog()
 {
     const auto filter = fetchPredicate();
-    if (!filter) {
-        m_platform.alerts.critical(tr("An error occurred in your last action:"),
-                                   QString::fromStdString(filter.error().description));
-        return;
-    }
+    if (!filter)
+        return m_logger->errorAlert(filter.error());
     Q_EMIT fetchBegins();
     {
         const QScopedValueRollback fetching(m_activity, Activity::Fetching);

@@ -79,6 +79,9 @@ public:
     /// the panel is open.
     void saveRTF();
 
+    /// The alert of a command that failed; returns when it is dismissed.
+    void errorAlert(const Failure& why);
+
 Q_SIGNALS:
     void logListChanged();
     void theDateChanged();
@@ -104,7 +107,6 @@ private:
     void setSource(const std::optional<QUrl>& archive);
     void setTitle(const QDateTime& date, const QString& seconds);
     QString titleTime() const;
-    void errorAlert(const Failure& why);
 
     Platform m_platform;
     FetchObserver m_fetchObserver;

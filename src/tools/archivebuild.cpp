@@ -86,13 +86,13 @@ QVariantMap ArchiveBuild::versionDictionary()
     return bytes ? propertyListFrom(*bytes).value_or(QVariantMap()) : QVariantMap();
 }
 
-void ArchiveBuild::reportStep(const QString& step)
+void ArchiveBuild::reportStep(const QString& step) const
 {
     if (m_debug)
         report(step + u'\n');
 }
 
-bool ArchiveBuild::reportFailure(const Result<void>& result)
+bool ArchiveBuild::reportFailure(const Result<void>& result) const
 {
     if (!result)
         report(QString::fromStdString(result.error().description));

@@ -33,8 +33,8 @@ private:
     void copy(const FilePath& from, const FilePath& to);
     void copyLooseFiles();
     QVariantMap versionDictionary();
-    void reportStep(const QString& step);
-    bool reportFailure(const Result<void>& result);
+    void reportStep(const QString& step) const;
+    bool reportFailure(const Result<void>& result) const;
 
     FileManager& m_files;
     FilePath m_source;

@@ -11,7 +11,7 @@ class LogCatalogue
 {
 public:
     /// Dates are written in the zone.
-    LogCatalogue(FileManager& files, QTimeZone zone) : m_files(files), m_zone(std::move(zone)) {}
+    LogCatalogue(FileManager& files, const QTimeZone& zone) : m_files(files), m_zone(zone) {}
 
     /// Adds the log data files directly inside the folder. Their lines begin with the label.
     void addFolder(const FilePath& folder, const QString& label);

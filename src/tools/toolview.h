@@ -17,6 +17,7 @@ class QToolBar;
 class ToolView : public QMainWindow
 {
     Q_OBJECT
+    Q_DISABLE_COPY_MOVE(ToolView)
 
 public:
     ~ToolView() override;

@@ -44,7 +44,7 @@ QString fileName(const QString& proposed)
     const QFileInfo parts(QString(proposed).replace(u'/', u'-'));
     const QString suffix = parts.suffix().isEmpty() ? QString() : u'.' + parts.suffix();
     QString base = parts.completeBaseName();
-    while (base.toUtf8().size() + suffix.toUtf8().size() > longest)
+    while (!base.isEmpty() && base.toUtf8().size() + suffix.toUtf8().size() > longest)
         base.chop(base.back().isLowSurrogate() ? 2 : 1);
     return base + suffix;
 }
