@@ -34,7 +34,7 @@ window '^Tessel 20' >/dev/null
 xdotool windowfocus --sync "$second" key F1
 window '^Help Window$' >/dev/null
 xdotool windowfocus --sync "$second" key ctrl+q
-wait "$running" || fail "The program ended with code $?"
+wait "$running" || fail "The program ended with code $?: $(cat "$home/complaints")"
 
 [ ! -s "$home/complaints" ] || fail "The program complained: $(cat "$home/complaints")"
 [ -s "$home/.local/state/Tessel/state.ini" ] || fail "Nothing was remembered of the windows"
