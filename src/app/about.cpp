@@ -13,13 +13,13 @@ void showAbout()
     auto* const box = new QMessageBox(QApplication::activeWindow());
     box->setObjectName(u"about"_s);
     box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setWindowTitle(QMessageBox::tr("About Tessel"));
+    box->setWindowTitle(QCoreApplication::translate("About", "About Tessel"));
     box->setIconPixmap(QApplication::windowIcon().pixmap(iconSize));
     box->setTextFormat(Qt::PlainText);
     box->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     box->setText(u"Tessel "_s + QApplication::applicationVersion());
-    box->setInformativeText(
-        QMessageBox::tr("Read, search and annotate the macOS unified log, on any machine.\n\n"
-                        "Free software under the MIT licence."));
+    box->setInformativeText(QCoreApplication::translate(
+        "About", "Read, search and annotate the macOS unified log, on any machine.\n\n"
+                 "Free software under the MIT licence."));
     box->open();
 }

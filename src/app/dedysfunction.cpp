@@ -7,6 +7,8 @@
 
 #include <QCoreApplication>
 
+#include <array>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -21,7 +23,7 @@ struct Test
     bool quitsOnFailure;
 };
 
-constexpr Test tests[] = {
+constexpr auto tests = std::to_array<Test>({
     {&deDysfunction::isAdministrator,
      QT_TRANSLATE_NOOP("deDysfunction",
                        "Tessel can't get logs unless you're an admin user.\n"
@@ -35,7 +37,7 @@ constexpr Test tests[] = {
      QT_TRANSLATE_NOOP("deDysfunction",
                        "Tessel may not be able to find any log entries on your Mac."),
      false},
-};
+});
 
 QString tr(const char* text)
 {

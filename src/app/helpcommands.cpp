@@ -7,7 +7,7 @@ using namespace Qt::StringLiterals;
 
 HelpCommands::HelpCommands(OpenWindow openWindow)
     : m_openWindow(std::move(openWindow))
-    , m_help(QMenu::tr("Tessel &Help"))
+    , m_help(tr("Tessel &Help"))
 {
     m_help.setObjectName(u"help"_s);
     m_help.setShortcut(Qt::Key_F1);

@@ -4,12 +4,15 @@
 #include "mainwindow/contentstate.h"
 
 #include <QAction>
+#include <QCoreApplication>
 
 class QMenu;
 
 /// The Help menu's own command.
 class HelpCommands
 {
+    Q_DECLARE_TR_FUNCTIONS(HelpCommands)
+
 public:
     explicit HelpCommands(OpenWindow openWindow);
 

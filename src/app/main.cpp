@@ -59,7 +59,7 @@ int main(int argc, char* argv[])
     setIdentity();
     System system;
     if (const auto prepared = prepareLocalStore(system.logStores, system.clock); !prepared)
-        system.alerts.critical(QObject::tr("An error occurred:"),
+        system.alerts.critical(TesselApp::tr("An error occurred:"),
                                QString::fromStdString(prepared.error().description));
     TesselApp tessel(system.surroundings());
     if (tessel.isAskedToQuit())

@@ -32,6 +32,15 @@ bool isEntryList(const QString& path)
     return path.endsWith(".tessel"_L1, Qt::CaseInsensitive);
 }
 
+/// Dark unless the user wants the system's own appearance.
+void setAppearance(const UserDefaults& defaults)
+{
+    if (preferences::value(defaults, preferences::lightMode))
+        appearance::followSystem();
+    else
+        appearance::forceDark();
+}
+
 /// Makes the window's toolbars the user's to arrange, and gives the actions for its menu.
 QList<QAction*> customiseToolBars(QMainWindow& window, StateFile& state)
 {
@@ -48,8 +57,8 @@ QList<QAction*> customiseToolBars(QMainWindow& window, StateFile& state)
 
 } // namespace
 
-TesselApp::TesselApp(const Surroundings& surroundings)
-    : m_surroundings(surroundings)
+TesselApp::TesselApp(Surroundings surroundings)
+    : m_surroundings(std::move(surroundings))
     , m_singleWindows(singleWindows())
     , m_menus({[this] { newWindow(); }, [this] { openSettings(); },
                [this](const QString& identifier) { openWindow(identifier); },
@@ -62,7 +71,7 @@ TesselApp::TesselApp(const Surroundings& surroundings)
             [&alerts = platform.alerts](const QString& description) {
                 alerts.critical(tr("An error occurred:"), description);
             });
-    setAppearance();
+    setAppearance(platform.defaults);
     runStartUpChecks();
 }
 
@@ -75,14 +84,6 @@ TesselApp::~TesselApp()
     // Panels that were open have gone with their windows; they complete while all that they may
     // call on is there.
     QCoreApplication::sendPostedEvents(qApp, QEvent::MetaCall);
-}
-
-void TesselApp::setAppearance()
-{
-    if (preferences::value(m_surroundings.platform.defaults, preferences::lightMode))
-        appearance::followSystem();
-    else
-        appearance::forceDark();
 }
 
 void TesselApp::runStartUpChecks()

@@ -32,7 +32,8 @@ class TesselApp final : public QObject
 
 public:
     /// Sets the appearance and runs the start-up checks. No window is open afterwards.
-    explicit TesselApp(const Surroundings& surroundings);
+    explicit TesselApp(Surroundings surroundings);
+    Q_DISABLE_COPY_MOVE(TesselApp)
     ~TesselApp() override;
 
     /// Whether a start-up check has asked to quit.
@@ -59,7 +60,6 @@ private:
 
     QList<SingleWindow> singleWindows();
     static QList<WindowMenuItem> menuItems(const QList<SingleWindow>& windows);
-    void setAppearance();
     void runStartUpChecks();
     void openOnce(const QString& identifier, const std::function<QWidget*()>& make);
     void present(QWidget& window, const QString& kind);

@@ -8,6 +8,7 @@
 #include <QToolBar>
 
 #include <algorithm>
+#include <array>
 
 using namespace Qt::StringLiterals;
 
@@ -19,11 +20,11 @@ struct StyleName
     QLatin1StringView name;
 };
 
-constexpr StyleName styleNames[] = {
+constexpr auto styleNames = std::to_array<StyleName>({
     {Qt::ToolButtonTextUnderIcon, QLatin1StringView("iconsAndText")},
     {Qt::ToolButtonIconOnly, QLatin1StringView("icons")},
     {Qt::ToolButtonTextOnly, QLatin1StringView("text")},
-};
+});
 
 bool knows(const ToolBarArrangement& arrangement, const QString& identifier)
 {
@@ -65,7 +66,7 @@ ToolBarArrangement ToolBarArrangement::fromBytes(const QByteArray& bytes,
         if (object.value("style"_L1) == name)
             arrangement.style = style;
     }
-    for (const QJsonValue& value : object.value("items"_L1).toArray()) {
+    for (const auto& value : object.value("items"_L1).toArray()) {
         const QString identifier = value["item"_L1].toString();
         if (knows(original, identifier) && !knows(arrangement, identifier))
             arrangement.items.append({identifier, value["shown"_L1].toBool(true)});
