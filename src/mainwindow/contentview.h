@@ -32,6 +32,7 @@ public:
                 PredicateBuilder buildPredicate,
                 QWidget* parent = nullptr);
     ~ContentView() override;
+    Q_DISABLE_COPY_MOVE(ContentView)
 
     ContentState& state() { return m_state; }
     const ContentActions& commands() const { return m_commands; }

@@ -14,6 +14,7 @@ class FlowLayout final : public QLayout
 public:
     FlowLayout(int horizontalSpacing, int verticalSpacing);
     ~FlowLayout() override;
+    Q_DISABLE_COPY_MOVE(FlowLayout)
 
     void addItem(QLayoutItem* item) override;
     int count() const override;

@@ -4,6 +4,8 @@
 #include <QCoreApplication>
 #include <QStringList>
 
+#include <array>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -19,7 +21,7 @@ struct FieldPiece
 };
 
 // Order is the row's order. The marker follows the first, the note the last.
-constexpr FieldPiece fieldPieces[] = {
+constexpr std::array fieldPieces = std::to_array<FieldPiece>({
     {&LogEntry::date, FieldColour::Normal, Shown::BothForms, true},
     {&LogEntry::activityIdentifier, FieldColour::Normal, Shown::FullForm},
     {&LogEntry::category, FieldColour::Green, Shown::FullForm},
@@ -34,7 +36,7 @@ constexpr FieldPiece fieldPieces[] = {
     {&LogEntry::subsystem, FieldColour::Yellow, Shown::BothForms},
     {&LogEntry::threadIdentifier, FieldColour::Green, Shown::FullForm},
     {&LogEntry::composedMessage, FieldColour::Normal, Shown::BothForms, true},
-};
+});
 
 QString kindWord(qint64 type)
 {

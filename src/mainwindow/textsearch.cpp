@@ -57,13 +57,14 @@ std::string longestRun(std::string_view query)
 {
     std::string_view longest;
     for (std::size_t from = 0; from < query.size();) {
-        const auto end = std::find_if_not(query.begin() + from, query.end(), isPrintable);
-        std::size_t size = static_cast<std::size_t>(end - query.begin()) - from;
-        if (size > 0 && end != query.end() && !isAscii(*end))
-            --size;
+        std::size_t end = from;
+        while (end < query.size() && isPrintable(query[end]))
+            ++end;
+        const bool isBeforeOther = end > from && end < query.size() && !isAscii(query[end]);
+        const std::size_t size = end - from - (isBeforeOther ? 1 : 0);
         if (size > longest.size())
             longest = query.substr(from, size);
-        from = static_cast<std::size_t>(end - query.begin()) + 1;
+        from = end + 1;
     }
     return std::string(longest);
 }

@@ -26,7 +26,7 @@ private:
 
     static Alphabet alphabetOf(const QString& query);
     Verdict scan(std::string_view utf8) const;
-    Verdict judge(std::string_view utf8, std::size_t position) const;
+    Verdict judge(std::string_view utf8, std::size_t place) const;
     bool hasTwin(std::string_view utf8) const;
     bool isInByCharacters(std::string_view utf8) const;
 

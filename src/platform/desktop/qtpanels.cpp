@@ -65,6 +65,7 @@ public:
                 complete({});
         });
     }
+    Q_DISABLE_COPY_MOVE(Completion)
     ~Completion() override
     {
         // Not from here: the completion must not run amid the destruction of a window.

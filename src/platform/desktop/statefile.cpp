@@ -32,7 +32,7 @@ QString StateFile::defaultPath()
 
 QString StateFile::lastFolder() const
 {
-    const QString folder = m_settings.value(lastFolderKey).toString();
+    QString folder = m_settings.value(lastFolderKey).toString();
     if (!folder.isEmpty() && QDir(folder).exists())
         return folder;
     return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
