@@ -40,8 +40,18 @@ WindowPlace::WindowPlace(QWidget* window, StateFile& state, const QString& kind)
 void WindowPlace::restore()
 {
     const QByteArray place = m_state.arrangement(m_identifier);
-    if (!place.isEmpty() && m_window->restoreGeometry(place))
-        stepAside();
+    if (place.isEmpty() || !m_window->restoreGeometry(place))
+        centreOverActiveWindow();
+    stepAside();
+}
+
+void WindowPlace::centreOverActiveWindow()
+{
+    if (const QWidget* const active = QApplication::activeWindow()) {
+        if (!m_window->testAttribute(Qt::WA_Resized))
+            m_window->adjustSize();
+        m_window->move(active->geometry().center() - m_window->rect().center());
+    }
 }
 
 void WindowPlace::stepAside()

@@ -6,8 +6,8 @@
 class StateFile;
 class QWidget;
 
-/// Puts a new window where the last one of its kind was, with its size, and remembers where it is
-/// when it closes. Belongs to the window.
+/// Puts a new window where the last one of its kind was, with its size, or else over the middle of
+/// the active window, and remembers where it is when it closes. Belongs to the window.
 class WindowPlace final : public QObject
 {
     Q_OBJECT
@@ -19,6 +19,7 @@ public:
 
 private:
     void restore();
+    void centreOverActiveWindow();
     void stepAside();
 
     QWidget* m_window;

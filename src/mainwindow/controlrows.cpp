@@ -4,11 +4,11 @@
 #include "mainwindow/contentstate.h"
 #include "mainwindow/fieldcolours.h"
 #include "mainwindow/flowlayout.h"
+#include "mainwindow/starteditor.h"
 
 #include <QBoxLayout>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDateTimeEdit>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -154,10 +154,8 @@ QLabel* ControlRows::archiveLabel()
 
 QWidget* ControlRows::startEditor()
 {
-    auto* const start = new QDateTimeEdit(m_state.theStartDate);
+    auto* const start = new StartEditor(m_state.theStartDate);
     name(start, u"start"_s, tr("Start"));
-    start->setDisplayFormat(u"yyyy-MM-dd HH:mm"_s);
-    start->setCalendarPopup(true);
     connect(start, &QDateTimeEdit::dateTimeChanged, &m_state,
             [this](const QDateTime& date) { m_state.theStartDate = date; });
     connect(&m_state, &ContentState::theStartDateChanged, start,

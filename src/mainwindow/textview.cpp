@@ -13,3 +13,11 @@ TextView::TextView(UserDefaults& defaults, QWidget* parent) : QPlainTextEdit(par
     bind(document(), defaults, preferences::selectText);
     moveCursor(QTextCursor::Start);
 }
+
+QSize TextView::sizeHint() const
+{
+    constexpr int columns = 80;
+    constexpr int lines = 20;
+    const QFontMetrics metrics = fontMetrics();
+    return {metrics.averageCharWidth() * columns, metrics.lineSpacing() * lines};
+}

@@ -12,4 +12,6 @@ class TextView : public QPlainTextEdit
 
 public:
     explicit TextView(UserDefaults& defaults, QWidget* parent = nullptr);
+
+    QSize sizeHint() const override;
 };

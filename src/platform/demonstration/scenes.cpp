@@ -170,7 +170,7 @@ void mailArrives(Stage& stage, std::int64_t time)
     stage.say(time + 4 * millisecond, mail, DefaultMessage, "%u new messages from %{private}@",
               {number32(1 + stage.chance(9)), redacted(ItemKind::Object)}, fetch);
     stage.say(time + 8 * millisecond, mail, DefaultMessage, "Subject: %{public}@",
-              {object(oneOf<5>(stage, {"Grüße aus Zürich", "会議の議事録", "Привет, мир",
+              {object(oneOf<5>(stage, {"Grüße aus Zürich", "Πρόγραμμα Τρίτης", "Привет, мир",
                                        "مرحبا بالعالم", "Party 🎉 on Friday 👩‍🚀"}))},
               fetch);
     const std::uint64_t index =
@@ -211,7 +211,7 @@ void agentSettings(Stage& stage, std::int64_t time)
 {
     stage.say(time, settings, DefaultMessage, "Setting %{public}s changed to %{public}@",
               {text(oneOf<3>(stage, {"interval", "appearance", "language"})),
-               object(oneOf<3>(stage, {"60", "dark", "日本語"}))});
+               object(oneOf<3>(stage, {"60", "dark", "Ελληνικά"}))});
     stage.trace(time + 2 * millisecond, agent, "settings written: %d bytes, generation %llu",
                 {number<std::int32_t>(int(stage.chance(2048))), number(stage.chance(1000))});
 }

@@ -141,8 +141,10 @@ void QtPanels::show(QFileDialog* dialog, PanelCompletion completion)
 {
     dialog->setObjectName(u"panel"_s);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
-    QObject::connect(dialog, &QFileDialog::accepted, dialog,
-                     [this, dialog] { m_state.setLastFolder(dialog->directory().absolutePath()); });
+    // A path may be typed, so what was chosen need not lie in the folder that the panel shows.
+    QObject::connect(dialog, &QFileDialog::fileSelected, dialog, [this](const QString& chosen) {
+        m_state.setLastFolder(QFileInfo(chosen).absolutePath());
+    });
     new Completion(dialog, std::move(completion));
     dialog->open();
 }
