@@ -2,6 +2,7 @@
 #include "app/tesselapp.h"
 
 #include "app/contextmenukey.h"
+#include "app/dedysfunction.h"
 #include "app/helpview.h"
 #include "app/logpredicates.h"
 #include "app/toolbarcustomisation.h"
@@ -66,13 +67,7 @@ TesselApp::TesselApp(Surroundings surroundings)
               menuItems(m_singleWindows))
 {
     new ContextMenuKey(this);
-    const Platform& platform = m_surroundings.platform;
-    connect(&platform.defaults, &UserDefaults::failed, this,
-            [&alerts = platform.alerts](const QString& description) {
-                alerts.critical(tr("An error occurred:"), description);
-            });
-    setAppearance(platform.defaults);
-    runStartUpChecks();
+    startUp();
 }
 
 TesselApp::~TesselApp()
@@ -86,11 +81,39 @@ TesselApp::~TesselApp()
     QCoreApplication::sendPostedEvents(qApp, QEvent::MetaCall);
 }
 
+void TesselApp::startUp()
+{
+    UserDefaults& defaults = m_surroundings.platform.defaults;
+    // What the preferences have to tell waits for the checks: no alert is to come over another.
+    QStringList waiting;
+    const auto early = connect(&defaults, &UserDefaults::failed, this,
+                               [&waiting](const QString& told) { waiting.append(told); });
+    setAppearance(defaults);
+    runStartUpChecks();
+    QCoreApplication::sendPostedEvents(&defaults, QEvent::MetaCall);
+    disconnect(early);
+    connect(&defaults, &UserDefaults::failed, this, &TesselApp::showAlert);
+    for (const QString& told : std::as_const(waiting))
+        showAlert(told);
+}
+
 void TesselApp::runStartUpChecks()
 {
-    deDysfunction(m_surroundings.platform, m_surroundings.files, m_surroundings.localStore, [this] {
+    const auto folder = m_surroundings.prepareLocalStore();
+    if (!folder)
+        showAlert(QString::fromStdString(folder.error().description));
+    const LocalStoreAccess access{
+        filePath(QUrl::fromLocalFile(folder.value_or(u"/var/db"_s))),
+        m_surroundings.administratorsGroup,
+    };
+    deDysfunction(m_surroundings.platform, m_surroundings.files, access, [this] {
         m_askedToQuit = true;
     }).check();
+}
+
+void TesselApp::showAlert(const QString& description)
+{
+    m_surroundings.platform.alerts.critical(tr("An error occurred:"), description);
 }
 
 QList<TesselApp::SingleWindow> TesselApp::singleWindows()
@@ -135,6 +158,7 @@ void TesselApp::openDocuments(const QStringList& paths)
 ContentView& TesselApp::newWindow()
 {
     const Platform& platform = m_surroundings.platform;
+    static_cast<void>(m_surroundings.prepareLocalStore()); // what fails, Get Log meets again
     auto* const window = new ContentView(
         platform, [this](const QString& identifier) { openWindow(identifier); },
         logPredicates(platform.clock));

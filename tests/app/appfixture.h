@@ -37,9 +37,14 @@ public:
 
     QString path(const QString& name) const { return platform.folder.filePath(name); }
 
-    Surroundings surroundings()
+    Surroundings surroundings() { return surroundings(platform.platform); }
+    Surroundings surroundings(const Platform& with)
     {
-        return {platform.platform, files, state, {path(QStringLiteral("db")).toStdString(), {}}};
+        return {with,
+                files,
+                state,
+                [this]() -> Result<QString> { return path(QStringLiteral("db")); },
+                {}};
     }
 
     TesselApp& start()

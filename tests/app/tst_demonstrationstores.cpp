@@ -1,76 +1,83 @@
 // SPDX-License-Identifier: MIT
 #include "app/dedysfunction.h"
-#include "app/localstore.h"
+#include "app/demonstrationstores.h"
 #include "platform/systemlogstores.h"
 #include "support/fakeplatform.h"
 
 #include <QDir>
-#include <QStandardPaths>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 
-class tst_LocalStore : public QObject
+class tst_DemonstrationStores : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
     void init();
-    void macsOwnPlacesComeFirst();
-    void macsStoreIsLeftAlone();
-    void demonstrationPassesTheChecks();
+    void passTheStartUpChecks();
     void newWindowsFirstSecondsHaveEntries_data();
     void newWindowsFirstSecondsHaveEntries();
+    void followTheClock_data();
+    void followTheClock();
+    void openReaderGoesOn();
+    void processesDoNotMeet();
+    void leftoversAreRemoved();
+    void macsStoreIsLeftAlone();
     void unwritableFolderIsReported();
 
 private:
+    QString parent() const { return m_platform->folder.filePath(u"Demonstration"_s); }
+    QStringList folders() const
+    {
+        return QDir(parent()).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    }
+    DemonstrationStores make() const { return {parent(), m_platform->clock}; }
+    void wait(qint64 seconds)
+    {
+        m_platform->clock.currentTime = m_platform->clock.currentTime.addSecs(seconds);
+    }
+    /// How many entries the five seconds from `time` on have.
+    static int entriesAt(const QString& folder, const QDateTime& time);
+
     std::unique_ptr<FakePlatform> m_platform;
 };
 
-void tst_LocalStore::initTestCase()
-{
-    QStandardPaths::setTestModeEnabled(true);
-}
-
-void tst_LocalStore::init()
+void tst_DemonstrationStores::init()
 {
     QTest::failOnWarning(QRegularExpression(u"."_s));
-    QDir(demonstrationFolder()).removeRecursively();
     m_platform = std::make_unique<FakePlatform>();
 }
 
-void tst_LocalStore::macsOwnPlacesComeFirst()
+int tst_DemonstrationStores::entriesAt(const QString& folder, const QDateTime& time)
 {
-    QCOMPARE(localStoreFolders(),
-             QStringList({u"/var/db"_s, u"/private/var/db"_s, demonstrationFolder()}));
+    const auto store = OSLogStore::open(folder);
+    if (!store)
+        return 0;
+    const OSLogStore::Position from = store->position(time);
+    auto entries = store->getEntries(from);
+    int found = 0;
+    for (const logstore::Entry* entry = entries.next(); entry; entry = entries.next())
+        found += entry->time() < from.after(5).time;
+    return found;
 }
 
-void tst_LocalStore::macsStoreIsLeftAlone()
+void tst_DemonstrationStores::passTheStartUpChecks()
 {
-    const QString mac = m_platform->folder.filePath(u"db"_s);
-    QVERIFY(QDir().mkpath(mac + u"/diagnostics"_s));
-    const SystemLogStores stores({mac, demonstrationFolder()});
-    QVERIFY(prepareLocalStore(stores, m_platform->clock));
-    QVERIFY(!QFileInfo::exists(demonstrationFolder()));
-    QVERIFY(QDir(mac + u"/diagnostics"_s).isEmpty());
-}
-
-void tst_LocalStore::demonstrationPassesTheChecks()
-{
-    SystemLogStores stores({u"/nowhere"_s, demonstrationFolder()});
-    QVERIFY(prepareLocalStore(stores, m_platform->clock));
+    DemonstrationStores demonstration(make());
+    SystemLogStores stores({u"/nowhere"_s}, [&] { return demonstration.folder(); });
     SystemFileManager files;
     const Platform& fake = m_platform->platform;
     const Platform platform{fake.panels, fake.alerts,    fake.defaults,
                             stores,      fake.processes, fake.clock};
-    deDysfunction check(platform, files, {stores.localFolder().toStdString(), std::nullopt},
+    deDysfunction check(platform, files,
+                        {stores.localFolder().value_or(QString()).toStdString(), std::nullopt},
                         [] { QFAIL("quit"); });
     QVERIFY(check.check());
     QVERIFY(m_platform->alerts.shown.isEmpty());
 }
 
-void tst_LocalStore::newWindowsFirstSecondsHaveEntries_data()
+void tst_DemonstrationStores::newWindowsFirstSecondsHaveEntries_data()
 {
     QTest::addColumn<QTime>("now");
     QTest::newRow("as a minute begins") << QTime(14, 5, 0, 1);
@@ -79,40 +86,117 @@ void tst_LocalStore::newWindowsFirstSecondsHaveEntries_data()
     QTest::newRow("as a day begins") << QTime(0, 0);
 }
 
-void tst_LocalStore::newWindowsFirstSecondsHaveEntries()
+void tst_DemonstrationStores::newWindowsFirstSecondsHaveEntries()
 {
     QFETCH(QTime, now);
-    m_platform->clock.currentTime.setTime(now);
-    SystemLogStores stores({demonstrationFolder()});
-    QVERIFY(prepareLocalStore(stores, m_platform->clock));
-    QDateTime minute = m_platform->clock.currentTime;
-    minute.setTime(QTime(now.hour(), now.minute()));
-
-    const auto store = stores.local();
-    QVERIFY(store);
-    const OSLogStore::Position from = store->position(minute);
-    auto entries = store->getEntries(from);
-    int found = 0;
-    while (const logstore::Entry* entry = entries.next()) {
-        if (entry->time() < from.after(5).time)
-            ++found;
+    QDateTime& time = m_platform->clock.currentTime;
+    time.setTime(now);
+    DemonstrationStores demonstration(make());
+    for (const int secondsLater : {0, 70}) {
+        wait(secondsLater);
+        demonstration.expectPresentMinute();
+        QDateTime minute = time;
+        minute.setTime(QTime(time.time().hour(), time.time().minute()));
+        const int found = entriesAt(demonstration.folder().value_or(QString()), minute);
+        QVERIFY2(found > 20, qPrintable(QString::number(found)));
     }
-    QVERIFY2(found > 20, qPrintable(QString::number(found)));
 }
 
-void tst_LocalStore::unwritableFolderIsReported()
+void tst_DemonstrationStores::followTheClock_data()
 {
-    const QFileInfo folder(demonstrationFolder());
-    QVERIFY(QDir().mkpath(folder.path()));
-    QFile inTheWay(folder.filePath());
-    QVERIFY(inTheWay.open(QFile::WriteOnly));
-    const auto prepared =
-        prepareLocalStore(SystemLogStores({folder.filePath()}), m_platform->clock);
-    inTheWay.remove();
-    QVERIFY(!prepared);
-    QVERIFY(prepared.error().description.find(folder.filePath().toStdString())
-            != std::string::npos);
+    QTest::addColumn<int>("secondsLater");
+    QTest::addColumn<bool>("isAnother");
+    QTest::newRow("at once") << 0 << false;
+    QTest::newRow("some minutes later") << 250 << false;
+    QTest::newRow("an hour later") << 3600 << true;
+    QTest::newRow("after the clock was set back") << -7200 << true;
 }
 
-QTEST_GUILESS_MAIN(tst_LocalStore)
-#include "tst_localstore.moc"
+void tst_DemonstrationStores::followTheClock()
+{
+    QFETCH(int, secondsLater);
+    DemonstrationStores demonstration(make());
+    const QString first = demonstration.folder().value_or(QString());
+    wait(secondsLater);
+    const QString second = demonstration.folder().value_or(QString());
+    QTEST(second != first, "isAnother");
+    QVERIFY(second == first || entriesAt(second, m_platform->clock.now().addSecs(-3)) > 20);
+}
+
+void tst_DemonstrationStores::openReaderGoesOn()
+{
+    const auto countFrom = [](logstore::EntryStream& entries, int count) {
+        while (entries.next())
+            ++count;
+        return count;
+    };
+    DemonstrationStores demonstration(make());
+    const auto store = OSLogStore::open(demonstration.folder().value_or(QString()));
+    QVERIFY(store);
+    auto all = store->getEntries({logstore::Store::beginning});
+    const int expected = countFrom(all, 0);
+
+    auto entries = store->getEntries({logstore::Store::beginning});
+    QVERIFY(entries.next());
+    wait(3600);
+    QVERIFY(demonstration.folder());
+    QCOMPARE(countFrom(entries, 1), expected);
+    for (int times = 0; times < 3; ++times) {
+        wait(3600);
+        QVERIFY(demonstration.folder());
+    }
+    QCOMPARE(folders().size(), 2);
+}
+
+void tst_DemonstrationStores::processesDoNotMeet()
+{
+    DemonstrationStores first(make());
+    const QString folder = first.folder().value_or(QString());
+    {
+        DemonstrationStores second(make());
+        QVERIFY(second.folder().value_or(folder) != folder);
+        QCOMPARE(folders().size(), 2);
+    }
+    QCOMPARE(folders(), QStringList{QDir(folder).dirName()});
+    QVERIFY(entriesAt(folder, m_platform->clock.now().addSecs(-3)) > 20);
+}
+
+void tst_DemonstrationStores::leftoversAreRemoved()
+{
+    QVERIFY(QDir().mkpath(parent() + u"/old/diagnostics"_s));
+    QFile lock(parent() + u"/old.lock"_s);
+    QVERIFY(lock.open(QFile::WriteOnly));
+    // As a process leaves it that was killed.
+    lock.write("2147480000\nTessel\n" + QSysInfo::machineHostName().toUtf8() + '\n');
+    lock.close();
+    {
+        DemonstrationStores demonstration(make());
+        QVERIFY(demonstration.folder());
+        QVERIFY(!folders().contains(u"old"_s));
+    }
+    QVERIFY(QDir(parent()).isEmpty());
+}
+
+void tst_DemonstrationStores::macsStoreIsLeftAlone()
+{
+    const QString mac = m_platform->folder.filePath(u"db"_s);
+    QVERIFY(QDir().mkpath(mac + u"/diagnostics"_s));
+    DemonstrationStores demonstration(make());
+    const SystemLogStores stores({mac}, [&] { return demonstration.folder(); });
+    demonstration.expectPresentMinute();
+    QCOMPARE(stores.localFolder().value_or(QString()), mac);
+    QVERIFY(!QFileInfo::exists(parent()));
+    QVERIFY(QDir(mac + u"/diagnostics"_s).isEmpty());
+}
+
+void tst_DemonstrationStores::unwritableFolderIsReported()
+{
+    QVERIFY(QFile(parent()).open(QFile::WriteOnly)); // a file in its way
+    DemonstrationStores demonstration(make());
+    const auto folder = demonstration.folder();
+    QVERIFY(!folder);
+    QVERIFY(folder.error().description.find(parent().toStdString()) != std::string::npos);
+}
+
+QTEST_GUILESS_MAIN(tst_DemonstrationStores)
+#include "tst_demonstrationstores.moc"

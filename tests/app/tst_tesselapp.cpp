@@ -13,6 +13,29 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// Alerts under which the event loop runs, as it does under real ones.
+class OpenMindedAlerts final : public Alerts
+{
+public:
+    void critical(const QString&, const QString& informativeText) override
+    {
+        mostAtOnce = std::max(mostAtOnce, ++m_open);
+        shown.append(informativeText);
+        QCoreApplication::processEvents();
+        --m_open;
+    }
+
+    QStringList shown;
+    int mostAtOnce = 0;
+
+private:
+    int m_open = 0;
+};
+
+} // namespace
+
 class tst_TesselApp : public QObject
 {
     Q_OBJECT
@@ -39,7 +62,7 @@ private Q_SLOTS:
     void closedWindowFreesItsModel();
     void panelOutlivesItsWindow();
     void endsWithWindowsAndPanelsOpen();
-    void damagedPreferencesAreReported();
+    void troubleAtTheStartIsToldInOrder();
 
 private:
     ContentView& mainWindow(qsizetype index = 0)
@@ -273,11 +296,8 @@ void tst_TesselApp::endsWithWindowsAndPanelsOpen()
 {
     QtPanels panels(m_fixture->state);
     const Platform& fake = m_fixture->platform.platform;
-    const Surroundings surroundings{
-        {panels, fake.alerts, fake.defaults, fake.logStores, fake.processes, fake.clock},
-        m_fixture->files,
-        m_fixture->state,
-        m_fixture->surroundings().localStore};
+    const Surroundings surroundings = m_fixture->surroundings(
+        {panels, fake.alerts, fake.defaults, fake.logStores, fake.processes, fake.clock});
     QPointer<Logger> logger;
     {
         TesselApp app(surroundings);
@@ -296,13 +316,32 @@ void tst_TesselApp::endsWithWindowsAndPanelsOpen()
     QVERIFY(!QApplication::activeModalWidget());
 }
 
-void tst_TesselApp::damagedPreferencesAreReported()
+void tst_TesselApp::troubleAtTheStartIsToldInOrder()
 {
-    start();
-    Q_EMIT m_fixture->platform.defaults.failed(u"The settings cannot be written."_s);
-    QCOMPARE(m_fixture->platform.alerts.shown.size(), 1);
-    QCOMPARE(m_fixture->platform.alerts.shown.first().informativeText,
-             u"The settings cannot be written."_s);
+    QFile file(m_fixture->path(u"damaged.conf"_s));
+    QVERIFY(file.open(QFile::WriteOnly));
+    file.write("no settings at all\xff");
+    file.close();
+    UserDefaults damaged(file.fileName());
+    QPalette atPreparation;
+    OpenMindedAlerts alerts;
+    const Platform& fake = m_fixture->platform.platform;
+    Surroundings surroundings = m_fixture->surroundings(
+        {fake.panels, alerts, damaged, fake.logStores, fake.processes, fake.clock});
+    surroundings.prepareLocalStore = [&]() -> Result<QString> {
+        atPreparation = QApplication::palette();
+        return failure("The disk is full.");
+    };
+    QApplication::setPalette(QPalette(Qt::lightGray));
+    {
+        const TesselApp app(surroundings);
+        QVERIFY(atPreparation.color(QPalette::Base).lightnessF() < 0.2F);
+        QVERIFY(alerts.shown.first().contains(u"disk is full"_s));
+        QVERIFY(alerts.shown.last().contains(file.fileName()));
+    }
+    QCoreApplication::processEvents();
+    QCOMPARE(alerts.shown.filter(file.fileName()).size(), 1);
+    QCOMPARE(alerts.mostAtOnce, 1);
 }
 
 QTEST_MAIN(tst_TesselApp)
