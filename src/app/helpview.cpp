@@ -36,7 +36,6 @@ HelpView::HelpView(const QUrl& pdfUrl, QWidget* parent)
     , m_next(new QAction(symbolIcon(u"chevron.right"_s), tr("&Next Page"), this))
 {
     setObjectName(u"helpWindow"_s);
-    setWindowTitle(tr("Help Window"));
     m_pages->setObjectName(u"pages"_s);
     m_pages->setMinimumSize(smallestPage);
     m_pages->setAccessibleName(tr("Manual"));

@@ -5,6 +5,7 @@
 #include "app/dedysfunction.h"
 #include "app/helpview.h"
 #include "app/logpredicates.h"
+#include "app/recentmenu.h"
 #include "app/toolbarcustomisation.h"
 #include "app/windowplace.h"
 #include "mainwindow/contentview.h"
@@ -12,7 +13,7 @@
 #include "mainwindow/textview.h"
 #include "platform/alerts.h"
 #include "platform/desktop/appearance.h"
-#include "platform/desktop/archivedialog.h"
+#include "platform/desktop/statefile.h"
 #include "settings/preferences.h"
 #include "settings/settingsview.h"
 #include "tools/archiveview.h"
@@ -27,11 +28,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-bool isEntryList(const QString& path)
-{
-    return path.endsWith(".tessel"_L1, Qt::CaseInsensitive);
-}
 
 /// Dark unless the user wants the system's own appearance.
 void setAppearance(const UserDefaults& defaults)
@@ -49,7 +45,6 @@ QList<QAction*> customiseToolBars(QMainWindow& window, StateFile& state)
     for (QToolBar* bar : window.findChildren<QToolBar*>()) {
         if (bar->contextMenuPolicy() == Qt::PreventContextMenu)
             continue;
-        bar->toggleViewAction()->setText(TesselApp::tr("&Toolbar"));
         actions.append(
             {bar->toggleViewAction(), (new ToolBarCustomisation(bar, state))->customise()});
     }
@@ -146,10 +141,8 @@ void TesselApp::openDocuments(const QStringList& paths)
 {
     for (const QString& given : paths) {
         const QString path = QDir::cleanPath(QDir().absoluteFilePath(given));
-        if (isEntryList(path))
-            newWindow().state().openEntryList(path);
-        else if (ArchiveDialog::isArchive(path))
-            newWindow().state().useArchive(QUrl::fromLocalFile(path));
+        if (ContentState::isDocument(path))
+            newWindow().state().openDocument(path);
     }
     if (mainWindows().isEmpty())
         newWindow();
@@ -162,10 +155,23 @@ ContentView& TesselApp::newWindow()
     auto* const window = new ContentView(
         platform, [this](const QString& identifier) { openWindow(identifier); },
         logPredicates(platform.clock));
+    addRecentFiles(*window);
     m_mainWindows.removeAll(nullptr);
     m_mainWindows.append(window);
     present(*window, u"main"_s);
     return *window;
+}
+
+/// Offers the documents last used, and keeps count of those that open here.
+void TesselApp::addRecentFiles(ContentView& window)
+{
+    StateFile& recent = m_surroundings.state;
+    ContentState& state = window.state();
+    auto* const menu = new RecentMenu(
+        recent, [&state](const QString& path) { state.openDocument(path); }, &window);
+    window.menus().file->insertMenu(window.commands().saveJSON, menu);
+    connect(&state, &ContentState::documentOpened, menu,
+            [&recent](const QString& path) { recent.addRecentFile(path); });
 }
 
 void TesselApp::openWindow(const QString& identifier)
@@ -174,7 +180,11 @@ void TesselApp::openWindow(const QString& identifier)
         m_singleWindows.begin(), m_singleWindows.end(),
         [&identifier](const SingleWindow& window) { return window.identifier == identifier; });
     Q_ASSERT(found != m_singleWindows.end());
-    openOnce(identifier, found->make);
+    openOnce(identifier, [&window = *found] {
+        QWidget* const made = window.make();
+        made->setWindowTitle(window.title);
+        return made;
+    });
 }
 
 void TesselApp::openSettings()

@@ -66,6 +66,7 @@ private:
     void startUp();
     void runStartUpChecks();
     void showAlert(const QString& description);
+    void addRecentFiles(ContentView& window);
     void openOnce(const QString& identifier, const std::function<QWidget*()>& make);
     void present(QWidget& window, const QString& kind);
 

@@ -54,6 +54,19 @@ public:
     }
     void end() { m_app.reset(); }
 
+    /// The window of this identifier, freshly opened as the only one; "main" and "settings" are
+    /// those without one of their own.
+    QWidget& opened(const QString& identifier)
+    {
+        if (identifier == u"main")
+            m_app->newWindow();
+        else if (identifier == u"settings")
+            m_app->openSettings();
+        else
+            m_app->openWindow(identifier);
+        return *windows().constFirst();
+    }
+
     /// The windows that can be seen, without menus and the like.
     static QList<QWidget*> windows()
     {

@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// Alerts under which the event loop runs, as it does under real ones.
-class OpenMindedAlerts final : public Alerts
+class PatientAlerts final : public Alerts
 {
 public:
     void critical(const QString&, const QString& informativeText) override
@@ -52,12 +52,12 @@ private Q_SLOTS:
     void startsWithOneMainWindow();
     void newWindowsTakeThePresentPreferences();
     void documentsOpenInTheirWindows();
+    void missingDocumentIsReported_data();
     void missingDocumentIsReported();
     void otherArgumentsAreIgnored_data();
     void otherArgumentsAreIgnored();
     void singleWindowsExistOnce_data();
     void singleWindowsExistOnce();
-    void mainWindowOpensSingleWindows();
     void settingsBeginWithGeneral();
     void closedWindowFreesItsModel();
     void panelOutlivesItsWindow();
@@ -178,12 +178,25 @@ void tst_TesselApp::documentsOpenInTheirWindows()
              QUrl::fromLocalFile(archive));
 }
 
+void tst_TesselApp::missingDocumentIsReported_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("list") << u"nowhere.tessel"_s;
+    QTest::newRow("archive") << u"nowhere.logarchive"_s;
+    QTest::newRow("archive that is a file") << u"file.logarchive"_s;
+}
+
 void tst_TesselApp::missingDocumentIsReported()
 {
-    start({m_fixture->path(u"nowhere.tessel"_s)});
+    QFETCH(QString, name);
+    QVERIFY(QFile(m_fixture->path(u"file.logarchive"_s)).open(QFile::WriteOnly));
+    start({m_fixture->path(name)});
     QCOMPARE(m_fixture->platform.alerts.shown.size(), 1);
-    QVERIFY(m_fixture->platform.alerts.shown.first().informativeText.contains(u"nowhere.tessel"_s));
+    QVERIFY(
+        m_fixture->platform.alerts.shown.first().informativeText.contains(m_fixture->path(name)));
     QCOMPARE(m_app->mainWindows().size(), 1);
+    QVERIFY(!mainWindow().state().logger().usingArchive());
+    QVERIFY(m_fixture->state.recentFiles().isEmpty());
 }
 
 void tst_TesselApp::otherArgumentsAreIgnored_data()
@@ -193,7 +206,6 @@ void tst_TesselApp::otherArgumentsAreIgnored_data()
     QTest::newRow("an empty one") << QString();
     QTest::newRow("another file") << u"/etc/hosts"_s;
     QTest::newRow("another folder") << u"/tmp"_s;
-    QTest::newRow("an archive that is not there") << u"/nowhere/some.logarchive"_s;
 }
 
 void tst_TesselApp::otherArgumentsAreIgnored()
@@ -239,15 +251,6 @@ void tst_TesselApp::singleWindowsExistOnce()
     QVERIFY(!window);
     m_app->openWindow(identifier);
     QVERIFY(AppFixture::window(title));
-}
-
-void tst_TesselApp::mainWindowOpensSingleWindows()
-{
-    start();
-    mainWindow().state().setPredicate();
-    mainWindow().state().setPredicate();
-    QVERIFY(AppFixture::window(u"Predicate Editor"_s));
-    QCOMPARE(AppFixture::windows().size(), 2);
 }
 
 void tst_TesselApp::settingsBeginWithGeneral()
@@ -324,7 +327,7 @@ void tst_TesselApp::troubleAtTheStartIsToldInOrder()
     file.close();
     UserDefaults damaged(file.fileName());
     QPalette atPreparation;
-    OpenMindedAlerts alerts;
+    PatientAlerts alerts;
     const Platform& fake = m_fixture->platform.platform;
     Surroundings surroundings = m_fixture->surroundings(
         {fake.panels, alerts, damaged, fake.logStores, fake.processes, fake.clock});
