@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "app/dedysfunction.h"
 #include "app/demonstrationstores.h"
+#include "app/logpredicates.h"
 #include "platform/systemlogstores.h"
+#include "settings/predicatelibrary.h"
 #include "support/fakeplatform.h"
 
 #include <QDir>
 #include <QTest>
+
+#include <deque>
 
 using namespace Qt::StringLiterals;
 
@@ -16,6 +20,8 @@ class tst_DemonstrationStores : public QObject
 private Q_SLOTS:
     void init();
     void passTheStartUpChecks();
+    void everyDefaultPredicateFindsSomething_data();
+    void everyDefaultPredicateFindsSomething();
     void newWindowsFirstSecondsHaveEntries_data();
     void newWindowsFirstSecondsHaveEntries();
     void followTheClock_data();
@@ -75,6 +81,44 @@ void tst_DemonstrationStores::passTheStartUpChecks()
                         [] { QFAIL("quit"); });
     QVERIFY(check.check());
     QVERIFY(m_platform->alerts.shown.isEmpty());
+}
+
+void tst_DemonstrationStores::everyDefaultPredicateFindsSomething_data()
+{
+    QTest::addColumn<QString>("predicate");
+    const QStringList texts = defaultPredicateTexts();
+    for (qsizetype i = 0; i < texts.size(); ++i) {
+        if (!texts.at(i).isEmpty())
+            QTest::newRow(qPrintable(defaultPredicateNames().value(i))) << texts.at(i);
+    }
+}
+
+/// In any five minutes of the hour, and in any five seconds of the last minutes.
+void tst_DemonstrationStores::everyDefaultPredicateFindsSomething()
+{
+    constexpr std::int64_t second = 1'000'000'000;
+    QFETCH(QString, predicate);
+    const auto filter = logPredicates(m_platform->clock)({predicate, {}});
+    QVERIFY(filter);
+    DemonstrationStores demonstration(make());
+    const auto store = OSLogStore::open(demonstration.folder().value_or(QString()));
+    QVERIFY(store);
+    const std::int64_t end = store->position(0).time;
+    std::deque<std::int64_t> ages; // of the entries found, the newest first
+    auto entries = store->getEntries({logstore::Store::beginning}, *filter);
+    while (const logstore::Entry* entry = entries.next())
+        ages.push_front(end - entry->time());
+    const auto longestPause = [&ages](std::int64_t within) {
+        std::int64_t longest = 0;
+        std::int64_t since = 0;
+        for (const std::int64_t age : ages) {
+            longest = std::max(longest, std::min(age, within) - since);
+            since = std::min(age, within);
+        }
+        return std::max(longest, within - since);
+    };
+    QVERIFY(longestPause(3600 * second) <= 300 * second);
+    QVERIFY(longestPause(290 * second) <= 5 * second);
 }
 
 void tst_DemonstrationStores::newWindowsFirstSecondsHaveEntries_data()
