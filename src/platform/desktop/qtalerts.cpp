@@ -5,6 +5,8 @@
 #include <QLabel>
 #include <QMessageBox>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -15,8 +17,13 @@ void showPlain(QMessageBox& box, const QString& message, const QString& informat
     box.setTextFormat(Qt::PlainText);
     box.setText(message);
     box.setInformativeText(informativeText);
-    // The format above does not reach this label.
-    box.findChild<QLabel*>(u"qt_msgbox_informativelabel"_s)->setTextFormat(Qt::PlainText);
+    // What is set above does not reach this label, nor is it wider than the short message.
+    auto* const label = box.findChild<QLabel*>(u"qt_msgbox_informativelabel"_s);
+    label->setTextFormat(Qt::PlainText);
+    constexpr int columns = 56;
+    const QFontMetrics metrics = label->fontMetrics();
+    label->setMinimumWidth(
+        std::min(metrics.averageCharWidth() * columns, metrics.size(0, informativeText).width()));
 }
 
 /// Lines after an empty one are an excerpt with a mark below it: they stand in a font of equal
