@@ -116,6 +116,8 @@ public:
     void shrinkText();
     void resetText();
     void runSearch(const QString& query);
+    /// Shows all entries again, with an empty search field.
+    void endSearch();
     /// The lines that Copy puts on the clipboard; empty when nothing is selected.
     QString copyText() const;
 
@@ -123,7 +125,6 @@ private:
     void readPreferences();
     bool openEntryList(const QString& path);
     bool useArchive(const QString& path);
-    void endSearch();
     void followLogList();
     Result<std::shared_ptr<const logstore::EntryFilter>> fetchPredicate() const;
 
