@@ -110,7 +110,7 @@ Result<void> DemonstrationStores::write()
                                 end.toMSecsSinceEpoch() * nanosecondsPerMillisecond);
     if (!written)
         return written;
-    m_end = end;
+    m_end = m_expected = end;
     if (m_folders.size() > 1)
         m_folders.erase(m_folders.begin());
     m_folders.push_back(std::move(*folder));
