@@ -71,9 +71,9 @@ private:
 
     // Paths, calls and casts (callbinder.cpp).
     TermPtr path(const Node& node);
-    TermPtr suffix(const Node& path, TermPtr base, const Node& suffix);
     TermPtr member(const Node& path, TermPtr base, const Node& member);
-    TermPtr element(const Node& path, TermPtr base, const Node& index);
+    ElementTerm::Place place(const Node& index);
+    TermPtr element(const Node& path, TermPtr base, std::size_t& next);
     TermPtr call(const Node& node);
     TermPtr listCall(const Node& node, const FunctionInfo& function);
     TermPtr cast(const Node& node);
