@@ -67,6 +67,14 @@ void BindErrors::mistakes_data()
         u"“warning” is not a message type. It can be default, info, debug, error or fault."_s);
     row("unknown signpost scope in a list", u"signpostScope IN {process, 'proc'}"_s, 27,
         u"“proc” is not a signpost scope. It can be thread, process or system."_s);
+    row("message type in a text", u"messageType IN 'error'"_s, 12,
+        u"IN needs a list on its right, or texts on both sides; messageType is a message type."_s);
+    row("text that holds a message type", u"'x' CONTAINS messageType"_s, 4,
+        u"CONTAINS needs a text on its right; messageType is a message type."_s);
+    row("unknown message type beside a list of fields", u"{messageType} == {warning}"_s, 18,
+        u"“warning” is not a message type. It can be default, info, debug, error or fault."_s);
+    row("name beside fields of several types", u"{messageType, level} == {error, error}"_s, 25,
+        u"There is no field “error”."_s);
     row("bad expression", u"process MATCHES '('"_s, 16,
         u"This regular expression is not valid: a parenthesis is not closed or not opened (U_REGEX_MISMATCHED_PAREN), at character 1."_s);
     row("bad date", u"date > 'yesterday'"_s, 7,
@@ -99,6 +107,9 @@ void BindErrors::mistakes_data()
         u"The place in a list is a whole number; 'a' is a text."_s);
     row("entry as a value", u"SELF == 1"_s, 5, u"SELF can only be compared with nil."_s);
     row("entry in order", u"SELF > nil"_s, 5, u"SELF can only be compared with nil."_s);
+    row("member of a field of SELF", u"SELF.process.name == 'x'"_s, 0,
+        u"“process” has no member “name”."_s);
+    row("entry counted", u"count:(SELF, 1) == 2"_s, 0, u"SELF can only be compared with nil."_s);
     row("entry in a list", u"1 IN {SELF}"_s, 6, u"SELF can only be compared with nil."_s);
     row("content types", u"process UTI-EQUALS 'a'"_s, 8,
         u"UTI-EQUALS is not supported in log predicates."_s);

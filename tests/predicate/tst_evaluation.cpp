@@ -68,6 +68,12 @@ void Evaluation::outcomes_data()
           u"bootUUID == '2f0d6a44-7c1e-4a57-9d0a-5b3f0c8e1a11' AND bootUUID BEGINSWITH '2f0d'"_s);
     holds("UUID in a list of any case",
           u"bootUUID IN {'x', '2f0d6a44-7C1E-4a57-9d0a-5b3f0c8e1a11'}"_s);
+    holds(
+        "only UUIDs ignore case",
+        u"NOT process IN {'BACKUPD', bootUUID} AND NOT {'BACKUPD', bootUUID} CONTAINS process AND NOT ANY {'BACKUPD', bootUUID} == process"_s);
+    holds(
+        "a UUID among texts ignores case",
+        u"'2f0d6a44-7c1e-4a57-9d0a-5b3f0c8e1a11' IN {process, bootUUID} AND 'backupd' IN {process, bootUUID}"_s);
     holds("identifier 0 is not nil", u"activityIdentifier != nil AND activityIdentifier == 0"_s);
     fails("nil in a list", u"category IN {nil}"_s);
     fails("list with nil contains nil", u"{nil} CONTAINS category"_s);

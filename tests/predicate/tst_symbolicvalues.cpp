@@ -43,6 +43,12 @@ void SymbolicValues::outcomes_data()
     holds("type by its own names", u"type == logEvent AND type == 1024 AND type != lossEvent"_s);
     holds("type by names of message types",
           u"type == error AND type IN {error, fault} AND type >= 'info' AND error == type"_s);
+    holds(
+        "fields in a list",
+        u"ANY {messageType} == error AND ANY {messageType, logType} == 'error' AND {messageType} == {error} AND ANY {messageType} IN {error, fault} AND NOT NONE {messageType} IN {error} AND error IN {messageType}"_s);
+    holds(
+        "type in a list by names of message types",
+        u"ANY {type, messageType} == error AND {type} == {'error'} AND NOT ANY {type} == fault"_s);
     holds("numbers do not switch type", u"type != 16 AND type > 16"_s);
     holds("eventType never means the message type", u"eventType == logEvent"_s);
     holds(

@@ -26,9 +26,10 @@ private:
     /// How words and texts are read beside what they are compared with.
     struct Reading
     {
-        Types symbols = type::nil; ///< names of this symbolic type have values
-        bool dates = false;        ///< texts are dates
-        bool besideText = false;   ///< an unknown name is probably a text without its quotes
+        Types symbols = type::nil;  ///< names of this symbolic type have values
+        bool typeIsLogType = false; ///< the name `type` means the message type
+        bool dates = false;         ///< texts are dates
+        bool besideText = false;    ///< an unknown name is probably a text without its quotes
     };
 
     // Conditions (binder.cpp).
@@ -43,12 +44,12 @@ private:
     };
     ConditionPtr comparison(const Node& node);
     Sides bindSides(const Node& node);
-    std::optional<Field> symbolicField(const Node& side, const Node& other) const;
-    TermPtr side(const Node& node, std::optional<Field> symbolic, Reading reading);
     void readDates(const Node& node, Sides& sides);
-    ConditionPtr quantified(const Node& node, const Sides& sides, Folding folding);
-    ConditionPtr
-    compiled(const Node& node, const TermPtr& left, const TermPtr& right, Folding folding);
+
+    // What they become (comparisoncompiler.cpp).
+    ConditionPtr quantified(const Node& node, const Sides& sides);
+    ConditionPtr compiled(const Node& node, const TermPtr& left, const TermPtr& right);
+    ConditionPtr mixedMembership(const Node& node, const TermPtr& left, const TermPtr& right);
     ConditionPtr
     compiledMatches(const Node& node, const TermPtr& left, const TermPtr& right, Folding folding);
 

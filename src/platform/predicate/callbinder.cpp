@@ -210,10 +210,10 @@ TermPtr Binder::cast(const Node& node)
             typeNode.position,
             R"(CAST needs the name of a type in quotes: "NSDate", "NSNumber" or "NSString".)");
     if (*name == "NSDate") {
-        const bool text = operandNode.kind == NodeKind::Constant
-                          && std::holds_alternative<std::string>(operandNode.value.value);
-        if (text)
-            return term(operandNode, {type::nil, true, false});
+        Reading dates;
+        dates.dates = true;
+        if (isText(operandNode))
+            return term(operandNode, dates);
         const auto toDate = [offset = m_settings.utcOffset](std::span<const Value> values, Match&) {
             return castToDate(values.front(), offset);
         };

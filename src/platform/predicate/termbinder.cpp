@@ -111,7 +111,8 @@ TermPtr Binder::name(const Node& node, Reading reading)
         if (!fieldNamed(node.name))
             return failedTerm(node.position, notSymbolic(reading.symbols, node.name));
     }
-    return field(node.name, node.position, reading);
+    const bool logType = reading.typeIsLogType && node.name == "type";
+    return field(logType ? "logType" : node.name, node.position, reading);
 }
 
 TermPtr Binder::field(const std::string& name, std::size_t position, Reading reading)
@@ -132,16 +133,12 @@ TermPtr Binder::field(const std::string& name, std::size_t position, Reading rea
 TermPtr Binder::list(const Node& node, Reading reading)
 {
     Terms elements;
-    Type type{type::list, type::nil, node.children.size()};
     for (const Node& child : node.children) {
         elements.push_back(term(child, reading));
-        const Types types = elements.back()->type().types;
-        if ((types & type::entry) != 0)
+        if ((elements.back()->type().types & type::entry) != 0)
             return failedTerm(child.position, "SELF can only be compared with nil.");
-        type.elements |= types;
     }
-    const bool constant = areConstant(elements);
-    return foldedConstant(std::make_shared<ListTerm>(std::move(elements), type), constant);
+    return listTerm(std::move(elements));
 }
 
 TermPtr Binder::chain(const Node& node)

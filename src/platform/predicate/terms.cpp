@@ -169,6 +169,15 @@ Value TernaryTerm::value(Match& match) const
     }
 }
 
+TermPtr listTerm(Terms elements)
+{
+    Type type{type::list, type::nil, elements.size()};
+    for (const TermPtr& element : elements)
+        type.elements |= element->type().types;
+    const bool constant = areConstant(elements);
+    return foldedConstant(std::make_shared<ListTerm>(std::move(elements), type), constant);
+}
+
 TermPtr foldedConstant(TermPtr term, bool constant)
 {
     if (!constant)

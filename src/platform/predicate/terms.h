@@ -119,6 +119,9 @@ private:
     TermPtr m_whenFalse;
 };
 
+/// The list of the elements.
+TermPtr listTerm(Terms elements);
+
 /// The term, or its value when it is the same for every entry.
 TermPtr foldedConstant(TermPtr term, bool constant);
 
