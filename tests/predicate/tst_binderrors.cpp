@@ -61,6 +61,8 @@ void BindErrors::mistakes_data()
         u"BETWEEN needs two bounds like what stands on its left; processID is a number."_s);
     row("quantified field", u"ANY process == 'x'"_s, 4,
         u"ANY needs a list on its left; process is a text."_s);
+    row("quantified field by the other word", u"some process == 'x'"_s, 5,
+        u"SOME needs a list on its left; process is a text."_s);
     row("one element does not fit", u"ALL {1, 'a'} CONTAINS 'a'"_s, 13,
         u"CONTAINS needs a text; not every element of {1, 'a'} is one."_s);
     row("unknown message type", u"messageType == warning"_s, 15,

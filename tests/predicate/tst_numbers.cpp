@@ -97,7 +97,11 @@ void Numbers::constants_data()
         u"0XfF == 255 AND 0O17 == 15 AND 0B101 == 5 AND 007 == 7 AND .5 == 0.5 AND 1e3 == 1000 AND 25E-1 == 2.5"_s);
     holds("not through a real",
           u"9007199254740993 != 9007199254740992 AND 9007199254740993 != 9007199254740992.0"_s);
-    holds("least real", u"1e-400 == 0"_s);
+    const QString zeros(400, u'0');
+    holds("too small to be told from 0", u"1e-400 == 0 AND 1e-99999999999999999999 == 0"_s);
+    holds("first digit far behind the point", u"0."_s + zeros + u"1 == 0"_s);
+    holds("digits and exponent cancel out", u"1"_s + zeros + u"e-400 == 1"_s);
+    holds("zeros and exponent cancel out", u"0."_s + zeros + u"1e401 == 1"_s);
 }
 
 void Numbers::constants()

@@ -53,7 +53,17 @@ void ParseErrors::mistakes_data()
     row("operator missing at the end", u"process"_s, 7,
         u"An operator such as == is missing after “process”."_s);
     row("NOT as part of the operator", u"process NOT IN {\"a\"}"_s, 8,
-        u"Put NOT before the comparison: NOT process IN …."_s);
+        u"Put NOT before the comparison: NOT process IN {…}."_s);
+    row("NOT before another operator", u"process NOT CONTAINS 'a'"_s, 8,
+        u"Put NOT before the comparison: NOT process CONTAINS …"_s);
+    row("the mistake before a strange character", u"process foo 'a' ?"_s, 8,
+        u"“foo” is not an operator."_s);
+    row("the mistake before a text without end", u"a == 1 AND c d b == 'x"_s, 13,
+        u"“d” is not an operator."_s);
+    row("the strange character before the mistake", u"a == ? b"_s, 5, u"“?” can't be used here."_s);
+    row("the last of three quotation marks", u"process == 'it's'"_s, 16,
+        u"This text has no closing '."_s);
+    row("nothing but a strange character", u" ?"_s, 1, u"“?” can't be used here."_s);
     row("parenthesis not closed", u"(a == 1"_s, 7, u"A closing parenthesis is missing."_s);
     row("parenthesis not opened", u"a == 1)"_s, 6,
         u"This closing parenthesis has no opening one."_s);
@@ -77,6 +87,10 @@ void ParseErrors::mistakes_data()
     row("prefix without digits", u"a == 0x"_s, 5, u"“0x” is not a number."_s);
     row("digit of another base", u"a == 0b12"_s, 5, u"“0b12” is not a number."_s);
     row("number beyond all reals", u"a == 1e999"_s, 5, u"“1e999” is too large a number."_s);
+    row("exponent beyond all integers", u"a == 0.01e99999999999999999999"_s, 5,
+        u"“0.01e99999999999999999999” is too large a number."_s);
+    row("many digits", u"a == 1%1e-10"_s.arg(QString(400, u'0')), 5,
+        u"“1%1…” is too large a number."_s.arg(QString(39, u'0')));
     row("point without digits", u"a == 1."_s, 7, u"A name is missing after “.”."_s);
     row("unknown option", u"a ==[ci] 'x'"_s, 5, u"“ci”: the options are c, d, n and l."_s);
     row("no option", u"a ==[] 'x'"_s, 5,
@@ -97,6 +111,8 @@ void ParseErrors::mistakes_data()
         u"Insufficient arguments: “%@” has no value to stand for."_s);
     row("percent sign twice", u"a == %%"_s, 5,
         u"“%%” can't be used here; the format arguments are %@, %K, %s, %d and %f."_s);
+    row("percent sign before a pair of surrogates", u"a == %📍"_s, 5,
+        u"“%📍” can't be used here; the format arguments are %@, %K, %s, %d and %f."_s);
     row("percent sign at the end", u"a == %l"_s, 5,
         u"“%l” can't be used here; the format arguments are %@, %K, %s, %d and %f."_s);
 }

@@ -120,8 +120,7 @@ TermPtr Binder::field(const std::string& name, std::size_t position, Reading rea
     if (const auto found = fieldNamed(name))
         return std::make_shared<FieldTerm>(*found);
     const std::string_view meant = suggestedField(name);
-    const bool onlyCase = std::equal(name.begin(), name.end(), meant.begin(), meant.end(),
-                                     [](char a, char b) { return asciiLower(a) == asciiLower(b); });
+    const bool onlyCase = equalIgnoringCase(std::string_view(name), meant);
     std::string sentence = "There is no field " + quoted(name) + ".";
     if (reading.besideText && !onlyCase)
         sentence += " A text needs quotes: \"" + name + "\".";
