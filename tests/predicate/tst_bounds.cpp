@@ -42,6 +42,8 @@ private Q_SLOTS:
     void length();
     void catastrophicPatterns_data();
     void catastrophicPatterns();
+    void patternsThatKeepRunningOutOfTimeGetLess_data();
+    void patternsThatKeepRunningOutOfTimeGetLess();
 };
 
 void Bounds::depth_data()
@@ -177,6 +179,35 @@ void Bounds::catastrophicPatterns()
     QVERIFY2(clock.elapsed() < 20'000, "the match took far longer than its limit allows");
     // A match that gave up leaves the pattern usable.
     QVERIFY(matcher.matches(withMessage("a" + pattern.right(1).toStdString())));
+}
+
+void Bounds::patternsThatKeepRunningOutOfTimeGetLess_data()
+{
+    QTest::addColumn<QByteArray>("predicate");
+    QTest::newRow("constant pattern") << "eventMessage MATCHES '(a+)+b|a+c'"_ba;
+    QTest::newRow("pattern of a field") << "eventMessage MATCHES formatString"_ba;
+}
+
+void Bounds::patternsThatKeepRunningOutOfTimeGetLess()
+{
+    QFETCH(const QByteArray, predicate);
+    const auto built = build(predicate.toStdString());
+    QVERIFY(built);
+    Matcher matcher(*built);
+    const auto matches = [&](const std::string& message, const char* pattern) {
+        MadeUpEntry entry = withMessage(message);
+        entry.set(Field::FormatString, Value::text(pattern));
+        return matcher.matches(entry);
+    };
+    // Every 'a' doubles the ways that are tried before the other branch is.
+    const std::string costly = repeated("a", 16) + "c";
+    const std::string hopeless = repeated("a", 60);
+    for (int i = 0; i < 20; ++i) {
+        QVERIFY(matches(costly, "(a+)+b|a+c"));
+        QVERIFY(!matches(hopeless, i % 2 == 0 ? "(a+)+b|a+c" : "(a+)+d|a+c"));
+    }
+    QVERIFY(!matches(costly, "(a+)+b|a+c"));
+    QVERIFY(matches("aab", "(a+)+b|a+c"));
 }
 
 QTEST_APPLESS_MAIN(Bounds)

@@ -21,6 +21,8 @@ public:
     Binder(const Tree& tree, const BuildSettings& settings) : m_tree(tree), m_settings(settings) {}
 
     tl::expected<ConditionPtr, PredicateError> run();
+    /// Those that the conditions look at.
+    const Fields& fields() const { return m_fields; }
 
 private:
     /// How words and texts are read beside what they are compared with.
@@ -90,6 +92,7 @@ private:
 
     const Tree& m_tree;
     const BuildSettings& m_settings;
+    Fields m_fields;
     std::optional<PredicateError> m_error;
 };
 

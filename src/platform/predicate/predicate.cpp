@@ -42,8 +42,9 @@ tl::expected<Tree, PredicateError> parse(std::string_view formatText, const Argu
 
 tl::expected<Predicate, PredicateError> bind(const Tree& tree, const BuildSettings& settings)
 {
-    return Binder(tree, settings).run().map([](ConditionPtr condition) {
-        return Predicate(std::shared_ptr<const Condition>(std::move(condition)));
+    Binder binder(tree, settings);
+    return binder.run().map([&](ConditionPtr condition) {
+        return Predicate(std::shared_ptr<const Condition>(std::move(condition)), binder.fields());
     });
 }
 

@@ -11,22 +11,6 @@ namespace predicate {
 
 namespace {
 
-Value valueOf(const Constant& constant)
-{
-    struct Visitor
-    {
-        Value operator()(Nil) const { return {}; }
-        Value operator()(bool value) const { return Value::integer(value ? 1 : 0); }
-        Value operator()(std::int64_t value) const { return Value::integer(value); }
-        Value operator()(std::uint64_t value) const { return Value::unsignedInteger(value); }
-        Value operator()(double value) const { return Value::real(value); }
-        Value operator()(const std::string& value) const { return Value::text(value); }
-        Value operator()(Date value) const { return Value::date(value.nanoseconds); }
-        Value operator()(const Constant::List&) const { return {}; } // lists are nodes
-    };
-    return std::visit(Visitor{}, constant.value);
-}
-
 std::string notSymbolic(Types symbols, std::string_view name)
 {
     return quoted(name) + " is not " + described(symbols) + ". It can be " + symbolicNames(symbols)
@@ -117,8 +101,10 @@ TermPtr Binder::name(const Node& node, Reading reading)
 
 TermPtr Binder::field(const std::string& name, std::size_t position, Reading reading)
 {
-    if (const auto found = fieldNamed(name))
+    if (const auto found = fieldNamed(name)) {
+        m_fields.set(static_cast<std::size_t>(*found));
         return std::make_shared<FieldTerm>(*found);
+    }
     const std::string_view meant = suggestedField(name);
     const bool onlyCase = equalIgnoringCase(std::string_view(name), meant);
     std::string sentence = "There is no field " + quoted(name) + ".";
