@@ -126,6 +126,10 @@ void Bounds::length_data()
     QTest::newRow("quantified list") << "ANY {'m'"_ba
                                      << ", 'x'"_ba
                                      << "} == eventMessage"_ba;
+    QTest::newRow("long list beside a long text")
+        << "NONE {process"_ba
+        << ", process"_ba
+        << "} CONTAINS '"_ba + QByteArray(100'000, 'x') + "'";
     QTest::newRow("arguments") << "max:(1"_ba
                                << ", 0"_ba
                                << ") == 1"_ba;

@@ -12,7 +12,6 @@ namespace predicate {
 namespace {
 
 constexpr std::u16string_view breaks = u"\n\r";
-constexpr std::u16string_view blanks = u"\t\n\v\f\r ";
 constexpr std::size_t widest = 72; // columns of a line that fit an alert
 
 /// A character of the line and the columns it takes in a font of equal widths.

@@ -91,7 +91,10 @@ textCondition(Operator comparison, const TermPtr& left, const TermPtr& right, Fo
 ConditionPtr Binder::quantified(const Node& node, const Sides& sides)
 {
     const auto elements = writtenElements(*sides.left);
-    if (!elements)
+    // A comparison of its own for each element is faster, but each may copy what it compares with.
+    constexpr std::size_t mostCopied = 1'000'000;
+    const std::size_t rightLength = node.children[1].end - node.children[1].position;
+    if (!elements || elements->size() > mostCopied / std::max(rightLength, std::size_t{1}))
         return std::make_unique<QuantifiedCondition>(node.quantifier, node.comparison, sides.left,
                                                      sides.right,
                                                      foldingOf(node, *sides.left, *sides.right));

@@ -16,8 +16,6 @@ namespace predicate {
 
 namespace {
 
-constexpr std::u16string_view blanks = u"\t\n\v\f\r ";
-
 /// “U+00A0 NO-BREAK SPACE” for what cannot be seen, else the character in quotation marks.
 std::string named(char32_t character)
 {

@@ -40,7 +40,7 @@ std::string shortened(std::u16string_view piece)
 {
     std::u16string oneLine;
     for (const char16_t unit : piece) {
-        const bool blank = unit == u' ' || (unit >= u'\t' && unit <= u'\r');
+        const bool blank = blanks.find(unit) != std::u16string_view::npos;
         if (oneLine.size() == longestPiece) {
             const bool insidePair = unit >= 0xDC00 && unit <= 0xDFFF;
             if (insidePair)

@@ -26,6 +26,9 @@ int compareUtf16Order(std::string_view left, std::string_view right);
 
 bool isAscii(std::string_view text);
 
+/// What may stand between tokens.
+constexpr std::u16string_view blanks = u"\t\n\v\f\r ";
+
 constexpr bool isAsciiDigit(char32_t c)
 {
     return c >= U'0' && c <= U'9';
@@ -47,6 +50,7 @@ constexpr Character asciiLower(Character c)
 {
     return c >= Character('A') && c <= Character('Z') ? static_cast<Character>(c + ('a' - 'A')) : c;
 }
+
 /// The text with its ASCII letters in lower case.
 template <typename Text>
 auto lowered(Text text)
