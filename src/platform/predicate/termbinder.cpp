@@ -5,8 +5,6 @@
 #include "platform/predicate/symbolicvalues.h"
 #include "platform/predicate/unicode.h"
 
-#include <algorithm>
-
 namespace predicate {
 
 namespace {
