@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "app/localstore.h"
+#include "app/demonstrationstores.h"
 #include "app/tesselapp.h"
 #include "platform/administrators.h"
 #include "platform/clock.h"
 #include "platform/desktop/qtalerts.h"
 #include "platform/desktop/qtpanels.h"
 #include "platform/desktop/statefile.h"
+#include "platform/filemanager.h"
 #include "platform/processrunner.h"
 #include "platform/systemlogstores.h"
 #include "platform/userdefaults.h"
@@ -37,17 +38,26 @@ struct System
     UserDefaults defaults{preferencesFile()};
     QtPanels panels{state};
     QtAlerts alerts;
-    SystemLogStores logStores{localStoreFolders()};
-    SystemProcessRunner processes;
     SystemClock clock;
+    DemonstrationStores demonstration{DemonstrationStores::defaultParent(), clock};
+    SystemLogStores logStores{{u"/var/db"_s, u"/private/var/db"_s},
+                              [this] { return demonstration.folder(); }};
+    SystemProcessRunner processes;
     SystemFileManager files;
+
+    Result<QString> prepareLocalStore()
+    {
+        demonstration.expectPresentMinute();
+        return logStores.localFolder();
+    }
 
     Surroundings surroundings()
     {
         return {{panels, alerts, defaults, logStores, processes, clock},
                 files,
                 state,
-                {filePath(QUrl::fromLocalFile(logStores.localFolder())), administratorsGroup()}};
+                [this] { return prepareLocalStore(); },
+                administratorsGroup()};
     }
 };
 
@@ -58,9 +68,6 @@ int main(int argc, char* argv[])
     const QApplication application(argc, argv);
     setIdentity();
     System system;
-    if (const auto prepared = prepareLocalStore(system.logStores, system.clock); !prepared)
-        system.alerts.critical(TesselApp::tr("An error occurred:"),
-                               QString::fromStdString(prepared.error().description));
     TesselApp tessel(system.surroundings());
     if (tessel.isAskedToQuit())
         return EXIT_SUCCESS;
