@@ -26,7 +26,8 @@ mkdir "$home/some.logarchive"
 running=$!
 main=$(window '^Tessel')
 xdotool windowfocus --sync "$main" key ctrl+n
-timeout 60 sh -c 'until [ "$(xdotool search --onlyvisible --name "^Tessel" | wc -l)" -eq 2 ]; do :; done' ||
+timeout 60 sh -c '
+    until [ "$(xdotool search --onlyvisible --name "^Tessel" | wc -l)" -eq 2 ]; do sleep 0.1; done' ||
     fail "New Window opened no second window"
 second=$(xdotool search --onlyvisible --name '^Tessel' | grep -v "^$main$")
 xdotool windowfocus --sync "$second" key ctrl+g

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "support/logfolder.h"
 #include "tools/logcatalogue.h"
-#include "tools/logfolder.h"
 
 #include <QTest>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tools/logfolder.h"
+#include "support/logfolder.h"
 #include "tools/logstatistics.h"
 #include "tools/statisticstext.h"
 
