@@ -24,6 +24,8 @@ function(tessel_folder name)
     set_target_properties(tessel_${name} PROPERTIES AUTOMOC ${arg_QT})
 endfunction()
 
+find_program(LOCALEDEF localedef)
+
 # The home of a user who has nothing yet: no test reads or writes the developer's own.
 set(TESSEL_TEST_HOME ${CMAKE_BINARY_DIR}/test-home)
 file(MAKE_DIRECTORY ${TESSEL_TEST_HOME}/runtime)
@@ -50,6 +52,29 @@ function(tessel_test name)
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES
         ENVIRONMENT "${TESSEL_TEST_ENVIRONMENT}" TIMEOUT 300)
+endfunction()
+
+# tessel_elsewhere(NAME [COMMAND...])
+# Runs a test once more, as NAME_elsewhere: where the clock is half an hour apart from others, and
+# the language writes numbers with a comma. The program NAME, unless there is a command.
+function(tessel_elsewhere name)
+    set(command ${ARGN})
+    if(NOT command)
+        set(command ${name})
+    endif()
+    set(locales ${CMAKE_BINARY_DIR}/locales)
+    if(LOCALEDEF AND NOT EXISTS ${locales}/de_DE.UTF-8)
+        file(MAKE_DIRECTORY ${locales})
+        execute_process(COMMAND ${LOCALEDEF} -i de_DE -f UTF-8 ${locales}/de_DE.UTF-8 ERROR_QUIET)
+    endif()
+    if(EXISTS ${locales}/de_DE.UTF-8)
+        add_test(NAME ${name}_elsewhere COMMAND ${command})
+    else()
+        add_test(NAME ${name}_elsewhere COMMAND ${CMAKE_COMMAND} -E echo "The locale is missing")
+        set_tests_properties(${name}_elsewhere PROPERTIES SKIP_REGULAR_EXPRESSION "is missing")
+    endif()
+    set_tests_properties(${name}_elsewhere PROPERTIES TIMEOUT 300 ENVIRONMENT
+        "${TESSEL_TEST_ENVIRONMENT};TZ=Asia/Kolkata;LC_ALL=de_DE.UTF-8;LOCPATH=${locales}")
 endfunction()
 
 # tessel_bench(NAME [LINKS target...] [SOURCES file...]): one program of bench/, never installed.
