@@ -54,4 +54,9 @@ if(appstreamcli)
     execute_process(COMMAND ${appstreamcli} validate-tree --no-net ${folder}/root
         COMMAND_ERROR_IS_FATAL ANY)
 endif()
+find_program(lintian lintian)
+if(lintian)
+    execute_process(COMMAND ${lintian} --fail-on error,warning ${packages}
+        COMMAND_ERROR_IS_FATAL ANY)
+endif()
 file(REMOVE_RECURSE ${folder})
