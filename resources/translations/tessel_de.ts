@@ -354,14 +354,6 @@ Freie Software unter der MIT-Lizenz.</translation>
         <translation>Note</translation>
     </message>
     <message>
-        <source>Predicate</source>
-        <translation>Predicate</translation>
-    </message>
-    <message>
-        <source>Note: </source>
-        <translation>Note: </translation>
-    </message>
-    <message>
         <source>‼️ Logarchive</source>
         <translation>‼️ Logarchive</translation>
     </message>
@@ -376,6 +368,34 @@ Freie Software unter der MIT-Lizenz.</translation>
     <message>
         <source>Number of entries</source>
         <translation>Anzahl der Einträge</translation>
+    </message>
+    <message>
+        <source>Show Si&amp;gnposts</source>
+        <translation>Show Si&amp;gnposts</translation>
+    </message>
+    <message>
+        <source>Full Fie&amp;lds</source>
+        <translation>Full Fie&amp;lds</translation>
+    </message>
+    <message>
+        <source>&amp;Start</source>
+        <translation>&amp;Start</translation>
+    </message>
+    <message>
+        <source>&amp;Period (seconds)</source>
+        <translation>&amp;Period (seconds)</translation>
+    </message>
+    <message>
+        <source>&amp;Max entries</source>
+        <translation>&amp;Max entries</translation>
+    </message>
+    <message>
+        <source>P&amp;redicate</source>
+        <translation>P&amp;redicate</translation>
+    </message>
+    <message>
+        <source>&amp;Note: </source>
+        <translation>&amp;Note: </translation>
     </message>
 </context>
 <context>
@@ -455,36 +475,36 @@ Freie Software unter der MIT-Lizenz.</translation>
 <context>
     <name>GenTab</name>
     <message>
-        <source>Text</source>
-        <translation>Text</translation>
-    </message>
-    <message>
-        <source>Period (seconds)</source>
-        <translation>Period (seconds)</translation>
-    </message>
-    <message>
-        <source>Max entries</source>
-        <translation>Max entries</translation>
-    </message>
-    <message>
-        <source>Full Fields</source>
-        <translation>Full Fields</translation>
-    </message>
-    <message>
-        <source>Show Signposts</source>
-        <translation>Show Signposts</translation>
-    </message>
-    <message>
-        <source>Reset Predicates</source>
-        <translation>Reset Predicates</translation>
-    </message>
-    <message>
         <source>Replace the predicate library with the default one</source>
         <translation>Die Sammlung der Prädikate durch die mitgelieferte ersetzen</translation>
     </message>
     <message>
-        <source>Light Mode</source>
-        <translation>Light Mode</translation>
+        <source>&amp;Text</source>
+        <translation>&amp;Text</translation>
+    </message>
+    <message>
+        <source>&amp;Period (seconds)</source>
+        <translation>&amp;Period (seconds)</translation>
+    </message>
+    <message>
+        <source>&amp;Max entries</source>
+        <translation>&amp;Max entries</translation>
+    </message>
+    <message>
+        <source>&amp;Full Fields</source>
+        <translation>&amp;Full Fields</translation>
+    </message>
+    <message>
+        <source>&amp;Show Signposts</source>
+        <translation>&amp;Show Signposts</translation>
+    </message>
+    <message>
+        <source>&amp;Reset Predicates</source>
+        <translation>&amp;Reset Predicates</translation>
+    </message>
+    <message>
+        <source>&amp;Light Mode</source>
+        <translation>&amp;Light Mode</translation>
     </message>
 </context>
 <context>
@@ -632,12 +652,16 @@ Freie Software unter der MIT-Lizenz.</translation>
         <translation>Predicate</translation>
     </message>
     <message>
-        <source>Append</source>
-        <translation>Append</translation>
-    </message>
-    <message>
         <source>Add this predicate to the library under its name</source>
         <translation>Dieses Prädikat unter seinem Namen in die Sammlung aufnehmen</translation>
+    </message>
+    <message>
+        <source>&amp;Append</source>
+        <translation>&amp;Append</translation>
+    </message>
+    <message>
+        <source>&amp;New name</source>
+        <translation>&amp;New name</translation>
     </message>
 </context>
 <context>
