@@ -197,6 +197,7 @@ void TestEntryRichText::startsWithItsTablesAndClosesItsGroup()
 {
     const QByteArray document = rtf(sampleEntries());
     QVERIFY(document.startsWith("{\\rtf1\\ansi"));
+    QVERIFY(document.contains("{\\*\\generator Tessel;}"));
     QVERIFY(document.contains("{\\fonttbl{\\f0"));
     QVERIFY(document.contains("{\\colortbl;\\red"));
     QByteArray structure = document;
