@@ -542,6 +542,17 @@ Freie Software unter der MIT-Lizenz.</translation>
     </message>
 </context>
 <context>
+    <name>LogPredicates</name>
+    <message>
+        <source>Character %1: %2</source>
+        <translation>Zeichen %1: %2</translation>
+    </message>
+    <message>
+        <source>Line %1, character %2: %3</source>
+        <translation>Zeile %1, Zeichen %2: %3</translation>
+    </message>
+</context>
+<context>
     <name>Logger</name>
     <message>
         <source>Open Logarchive</source>
