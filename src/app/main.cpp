@@ -13,6 +13,10 @@
 
 #include <QApplication>
 #include <QIcon>
+#include <QLibraryInfo>
+#include <QTranslator>
+
+#include <clocale>
 
 using namespace Qt::StringLiterals;
 
@@ -29,6 +33,13 @@ void setIdentity()
     QGuiApplication::setDesktopFileName(identifier);
     QGuiApplication::setWindowIcon(
         QIcon::fromTheme(identifier, QIcon(u":/icons/org.tessel.Tessel.svg"_s)));
+}
+
+/// Has texts in the user's language from a folder of translations, where it holds that language.
+void translate(QTranslator& translator, const QString& name, const QString& folder)
+{
+    if (translator.load(QLocale(), name, u"_"_s, folder))
+        QCoreApplication::installTranslator(&translator);
 }
 
 /// The real things behind the platform's interfaces.
@@ -66,7 +77,14 @@ struct System
 int main(int argc, char* argv[])
 {
     const QApplication application(argc, argv);
+    // The toolkit has made the user's decimal comma that of the functions which write messages and
+    // read property lists.
+    std::setlocale(LC_NUMERIC, "C");
     setIdentity();
+    QTranslator toolkitTexts;
+    QTranslator texts;
+    translate(toolkitTexts, u"qtbase"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath));
+    translate(texts, u"tessel"_s, u":/translations"_s);
     System system;
     TesselApp tessel(system.surroundings());
     if (tessel.isAskedToQuit())

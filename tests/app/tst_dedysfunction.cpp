@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/dedysfunction.h"
 #include "support/fakeplatform.h"
+#include "support/logfolder.h"
 #include "support/smallstore.h"
-#include "tools/logfolder.h"
 
 #include <QTest>
 
