@@ -232,6 +232,42 @@ Freie Software unter der MIT-Lizenz.</translation>
         <source>Show &amp;Signposts</source>
         <translation>Show &amp;Signposts</translation>
     </message>
+    <message>
+        <source>Larger Text</source>
+        <translation>Größerer Text</translation>
+    </message>
+    <message>
+        <source>&amp;Larger Text</source>
+        <translation>&amp;Größerer Text</translation>
+    </message>
+    <message>
+        <source>Enlarge the text of the entries</source>
+        <translation>Den Text der Einträge vergrößern</translation>
+    </message>
+    <message>
+        <source>Smaller Text</source>
+        <translation>Kleinerer Text</translation>
+    </message>
+    <message>
+        <source>S&amp;maller Text</source>
+        <translation>&amp;Kleinerer Text</translation>
+    </message>
+    <message>
+        <source>Shrink the text of the entries</source>
+        <translation>Den Text der Einträge verkleinern</translation>
+    </message>
+    <message>
+        <source>Normal Text</source>
+        <translation>Normaler Text</translation>
+    </message>
+    <message>
+        <source>&amp;Normal Text</source>
+        <translation>&amp;Normaler Text</translation>
+    </message>
+    <message>
+        <source>Show the text of the entries in its normal size</source>
+        <translation>Den Text der Einträge in gewöhnlicher Größe zeigen</translation>
+    </message>
 </context>
 <context>
     <name>ContentState</name>
@@ -262,6 +298,10 @@ Freie Software unter der MIT-Lizenz.</translation>
     <message>
         <source>No results found for &quot;%1&quot; in %2</source>
         <translation>No results found for &quot;%1&quot; in %2</translation>
+    </message>
+    <message>
+        <source>The log archive “%1” cannot be used: there is no such folder.</source>
+        <translation>Das Logarchiv „%1“ kann nicht benutzt werden: Diesen Ordner gibt es nicht.</translation>
     </message>
 </context>
 <context>
@@ -297,10 +337,6 @@ Freie Software unter der MIT-Lizenz.</translation>
     <message>
         <source>&amp;Search Field</source>
         <translation>Such&amp;feld</translation>
-    </message>
-    <message>
-        <source>&amp;Toolbar</source>
-        <translation>Symbol&amp;leiste</translation>
     </message>
 </context>
 <context>
@@ -525,10 +561,6 @@ Freie Software unter der MIT-Lizenz.</translation>
         <translation>&amp;Nächste Seite</translation>
     </message>
     <message>
-        <source>Help Window</source>
-        <translation>Help Window</translation>
-    </message>
-    <message>
         <source>Manual</source>
         <translation>Handbuch</translation>
     </message>
@@ -702,6 +734,17 @@ Freie Software unter der MIT-Lizenz.</translation>
     </message>
 </context>
 <context>
+    <name>RecentMenu</name>
+    <message>
+        <source>&amp;Open Recent</source>
+        <translation>&amp;Zuletzt benutzt</translation>
+    </message>
+    <message>
+        <source>Clear &amp;Menu</source>
+        <translation>Menü &amp;leeren</translation>
+    </message>
+</context>
+<context>
     <name>SearchField</name>
     <message>
         <source>Search text</source>
@@ -734,10 +777,6 @@ Freie Software unter der MIT-Lizenz.</translation>
         <translation>An error occurred:</translation>
     </message>
     <message>
-        <source>&amp;Toolbar</source>
-        <translation>Symbol&amp;leiste</translation>
-    </message>
-    <message>
         <source>Help Window</source>
         <translation>Help Window</translation>
     </message>
@@ -753,6 +792,13 @@ Freie Software unter der MIT-Lizenz.</translation>
         <source>Predicate Editor</source>
         <translation>Predicate Editor</translation>
     </message>
+    <message>
+        <source>Gloss</source>
+        <translation>Gloss</translation>
+    </message>
+</context>
+<context>
+    <name>TextView</name>
     <message>
         <source>Gloss</source>
         <translation>Gloss</translation>
@@ -775,6 +821,10 @@ Freie Software unter der MIT-Lizenz.</translation>
     <message>
         <source>&amp;Text Only</source>
         <translation>Nur &amp;Text</translation>
+    </message>
+    <message>
+        <source>&amp;Toolbar</source>
+        <translation>Symbol&amp;leiste</translation>
     </message>
 </context>
 <context>
@@ -834,20 +884,16 @@ Freie Software unter der MIT-Lizenz.</translation>
 <context>
     <name>UserDefaults</name>
     <message>
-        <source>it is damaged. Repair or remove it to have settings kept again</source>
-        <translation>sie ist beschädigt. Reparieren oder entfernen Sie sie, damit Einstellungen wieder behalten werden</translation>
+        <source>The settings file “%1” is damaged. It stays as it is: repair or remove it to have settings kept again. Until then, changes of settings last until Tessel quits.</source>
+        <translation>Die Einstellungsdatei „%1“ ist beschädigt. Sie bleibt, wie sie ist: Reparieren oder entfernen Sie sie, damit Einstellungen wieder behalten werden. Bis dahin gelten Änderungen, bis Tessel beendet wird.</translation>
     </message>
     <message>
-        <source>it cannot be read</source>
-        <translation>sie kann nicht gelesen werden</translation>
+        <source>The settings file “%1” cannot be read. All settings begin as in a new installation, and changes last until Tessel quits.</source>
+        <translation>Die Einstellungsdatei „%1“ kann nicht gelesen werden. Alle Einstellungen beginnen wie neu installiert, und Änderungen gelten, bis Tessel beendet wird.</translation>
     </message>
     <message>
-        <source>it cannot be written</source>
-        <translation>sie kann nicht geschrieben werden</translation>
-    </message>
-    <message>
-        <source>The settings file “%1” is not in use: %2. Changes of settings last until Tessel quits.</source>
-        <translation>Die Einstellungsdatei „%1“ wird nicht benutzt: %2. Geänderte Einstellungen gelten, bis Tessel beendet wird.</translation>
+        <source>The settings file “%1” cannot be written. Changes of settings last until Tessel quits.</source>
+        <translation>Die Einstellungsdatei „%1“ kann nicht geschrieben werden. Geänderte Einstellungen gelten, bis Tessel beendet wird.</translation>
     </message>
 </context>
 <context>
