@@ -9,8 +9,8 @@
 #include <memory>
 
 class EntryPane;
-class FetchPanel;
 class QMenu;
+class WorkPanel;
 
 /// The menus of a main window that hold its own commands. What is common to all windows is put in
 /// beside them from outside.
@@ -55,5 +55,5 @@ private:
     EntryPane* m_pane;
     ContentActions m_commands;
     ContentMenus m_menus;
-    std::unique_ptr<FetchPanel> m_fetchPanel; ///< while a fetch runs
+    std::unique_ptr<WorkPanel> m_fetchPanel; ///< while a fetch runs
 };

@@ -66,7 +66,8 @@ bool isSimple(QStringView text)
     return std::ranges::all_of(text, [](QChar c) { return c < u'\u0300' && c != u'\r'; });
 }
 
-/// Characters here are what a reader takes for one: a letter with its accents, an emoji.
+/// A character, here and in the next, is what a reader takes for one: a letter with its accents, an
+/// emoji.
 QStringView withoutFirst(QStringView text, qsizetype characters)
 {
     if (text.size() <= characters)
@@ -131,7 +132,7 @@ std::optional<Heading> headingFrom(const std::vector<QStringView>& lines)
     if (!name || !date || !total)
         return std::nullopt;
     const QStringView dateWithoutZone = withoutLast(*date, 5);
-    if (dateWithoutZone.isEmpty() && date->size() < 5)
+    if (date->size() < 5)
         return std::nullopt;
     return Heading{*name, dateWithoutZone, *total};
 }
@@ -171,15 +172,10 @@ void LogStatistics::analyseFile(FileManager& files, const FilePath& file)
 {
     if (file.extension() != ".txt")
         return;
-    const auto contents = files.contentsOfFile(file);
-    if (!contents) {
-        m_errors += QString::fromStdString(contents.error().description);
-    } else if (!contents->isValidUtf8()) {
-        m_errors +=
-            u"The file “%1” could not be read: It is not text in UTF-8."_s.arg(shownPath(file));
-    } else {
-        analyseText(*contents);
-    }
+    if (const auto text = files.textOfFile(file))
+        analyseText(*text);
+    else
+        m_errors += QString::fromStdString(text.error().description);
 }
 
 void LogStatistics::analyseText(QByteArrayView text)
