@@ -11,7 +11,7 @@
 #include "mainwindow/textview.h"
 #include "platform/alerts.h"
 #include "platform/desktop/appearance.h"
-#include "platform/desktop/archivedialog.h"
+#include "platform/desktop/archiveitems.h"
 #include "settings/preferences.h"
 #include "settings/settingsview.h"
 #include "tools/archiveview.h"
@@ -125,7 +125,7 @@ void TesselApp::openDocuments(const QStringList& paths)
         const QString path = QDir::cleanPath(QDir().absoluteFilePath(given));
         if (isEntryList(path))
             newWindow().state().openEntryList(path);
-        else if (ArchiveDialog::isArchive(path))
+        else if (ArchiveItems::isArchive(path))
             newWindow().state().useArchive(QUrl::fromLocalFile(path));
     }
     if (mainWindows().isEmpty())

@@ -5,7 +5,7 @@
 #include "mainwindow/entrylistview.h"
 #include "mainwindow/entrypane.h"
 #include "mainwindow/searchfield.h"
-#include "platform/desktop/archivedialog.h"
+#include "platform/desktop/archiveitems.h"
 #include "platform/desktop/symbols.h"
 #include "platform/desktop/workpanel.h"
 
@@ -45,7 +45,7 @@ QString droppedPath(const QMimeData& data)
     if (urls.size() != 1 || !urls.first().isLocalFile())
         return {};
     const QString path = urls.first().toLocalFile();
-    return isEntryList(path) || ArchiveDialog::isArchive(path) ? path : QString();
+    return isEntryList(path) || ArchiveItems::isArchive(path) ? path : QString();
 }
 
 /// The picker of the field that searches look in.
