@@ -59,7 +59,8 @@ ToolView::~ToolView() = default;
 
 QAction* ToolView::addCommand(const Command& command)
 {
-    auto* const action = new QAction(symbolIcon(command.symbol), command.title, this);
+    auto* const action = new QAction(symbolIcon(command.symbol), command.menuText, this);
+    action->setIconText(command.title);
     action->setObjectName(command.identifier);
     action->setToolTip(command.help);
     action->setStatusTip(command.help);

@@ -30,6 +30,7 @@ protected:
     {
         QString identifier;
         QString title;
+        QString menuText;
         QString symbol;
         QString help;
         std::function<void()> run;

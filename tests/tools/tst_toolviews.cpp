@@ -123,8 +123,9 @@ void tst_ToolViews::toolbarsHoldTheCommands()
     QStringList found;
     for (const QAction* action : window->findChild<QToolBar*>(identifier)->actions()) {
         found.append(
-            QStringList{action->objectName(), action->text(), action->toolTip()}.join(u'|'));
+            QStringList{action->objectName(), action->iconText(), action->toolTip()}.join(u'|'));
         QVERIFY2(!action->icon().isNull(), qPrintable(action->objectName()));
+        QCOMPARE(action->text().remove(u'&'), action->iconText() + u'…'); // all ask something first
     }
     QTEST(found, "commands");
 }
