@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tools/logstatistics.h"
 
+#include <QStringBuilder>
 #include <QTextBoundaryFinder>
 
 #include <algorithm>
@@ -142,17 +143,12 @@ std::optional<Heading> headingFrom(const std::vector<QStringView>& lines)
 std::optional<QString> prefixFrom(const Heading& heading, LogStatistics::Form form)
 {
     const auto [name, date, total] = heading;
-    QString prefix;
-    if (form == LogStatistics::Form::Text) {
-        prefix.append(name).append(u' ').append(date).append(u' ').append(total).append(u":\n");
-        return prefix;
-    }
+    if (form == LogStatistics::Form::Text)
+        return name % u' ' % date % u' ' % total % u":\n";
     const auto time = secondPart(date, u" ");
     if (!time)
         return std::nullopt;
-    prefix.append(date.first(date.indexOf(u' '))).append(u',').append(*time);
-    prefix.append(u',').append(total).append(u',').append(name);
-    return prefix;
+    return date.first(date.indexOf(u' ')) % u',' % *time % u',' % total % u',' % name;
 }
 
 } // namespace
@@ -214,11 +210,9 @@ void LogStatistics::analyseRecord(const QString& record)
             continue;
         const auto [size, percent, process] = *row;
         if (m_form == Form::Text)
-            report.append(u'\t').append(size).append(u' ').append(percent).append(u' ');
+            report += u'\t' % size % u' ' % percent % u' ' % process % u'\n';
         else
-            report.append(*prefix).append(u',').append(size).append(u',').append(percent).append(
-                u',');
-        report.append(process).append(u'\n');
+            report += *prefix % u',' % size % u',' % percent % u',' % process % u'\n';
     }
     m_fileNames.append(heading->name.toString());
     m_reports.insert(m_fileNames.last(), QString(report.constData(), report.size()));
