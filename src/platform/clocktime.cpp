@@ -3,7 +3,9 @@
 
 #include <QDateTime>
 
+#include <array>
 #include <chrono>
+#include <cstdlib>
 #include <limits>
 
 namespace {
@@ -58,10 +60,10 @@ void ClockTimeWriter::lookUpOffset(std::int64_t second)
 QString zoneSuffix(int offsetFromUtc)
 {
     const int minutes = std::abs(offsetFromUtc) / 60;
-    return QStringLiteral("%1%2%3")
-        .arg(offsetFromUtc < 0 ? QLatin1Char('-') : QLatin1Char('+'))
-        .arg(minutes / 60, 2, 10, QLatin1Char('0'))
-        .arg(minutes % 60, 2, 10, QLatin1Char('0'));
+    std::array<char, 5> text{offsetFromUtc < 0 ? '-' : '+'};
+    writeTwoDigits(&text[1], minutes / 60);
+    writeTwoDigits(&text[3], minutes % 60);
+    return QString::fromLatin1(text.data(), text.size());
 }
 
 void writeDigits(char* at, std::size_t count, std::int64_t number)

@@ -78,8 +78,8 @@ void LogFolderTool::catalogueFolder(const FilePath& folder)
     for (const QString& name : {u"Persist"_s, u"Special"_s, u"Signpost"_s})
         catalogue.addFolder(folder / name.toStdString(), name);
     setTheFileArray(catalogue.takeSortedLines());
-    setTheOutputText(u"Catalogue listing of "_s + shownPath(folder) + u" :\n\n"_s
-                     + catalogue.errors() + m_theFileArray.join(QString()));
+    const QString heading = u"Catalogue listing of "_s + shownPath(folder) + u" :\n\n"_s;
+    setTheOutputText((QStringList{heading, catalogue.errors()} + m_theFileArray).join(QString()));
 }
 
 void LogFolderTool::analyseFolder(const FilePath& folder, bool csv)

@@ -14,6 +14,7 @@
 #include <QToolBar>
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -98,7 +99,8 @@ void ToolView::followText()
 {
     if (!m_work)
         return showOutput();
-    if (m_sinceShown.elapsed() < m_pause)
+    m_isBehind = m_sinceShown.elapsed() < m_pause;
+    if (m_isBehind)
         return;
     m_sinceShown.start();
     showOutput();
@@ -119,7 +121,8 @@ void ToolView::followWork(bool working)
         m_pause = shortestPause;
         m_sinceShown.start();
     } else {
-        showOutput();
+        if (std::exchange(m_isBehind, false))
+            showOutput();
         m_work.reset();
     }
 }

@@ -57,5 +57,6 @@ private:
     QPlainTextEdit* m_output;
     QElapsedTimer m_sinceShown;        ///< or since work began
     qint64 m_pause = 0;                ///< milliseconds in which work shows no more of its text
+    bool m_isBehind = false;           ///< whether there is text that was not shown for this
     std::unique_ptr<WorkPanel> m_work; ///< while the tool works
 };

@@ -43,7 +43,7 @@ void showText(QTextDocument* document, const QString& text)
     QTextCursor cursor(document);
     cursor.setPosition(static_cast<int>(shownFrom - shown.begin()));
     cursor.setPosition(static_cast<int>(shownTo.base() - shown.begin()), QTextCursor::KeepAnchor);
-    cursor.insertText(wanted.sliced(wantedFrom - wanted.begin(), wantedTo.base() - wantedFrom));
+    cursor.insertText(wanted.mid(wantedFrom - wanted.begin(), wantedTo.base() - wantedFrom));
 }
 
 void bindText(QTextDocument* document,
