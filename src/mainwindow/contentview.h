@@ -9,6 +9,7 @@
 #include <memory>
 
 class EntryPane;
+class QLineEdit;
 class QMenu;
 class WorkPanel;
 
@@ -50,6 +51,7 @@ private:
     void addMenus();
     void addToolBar();
     void watchFetches();
+    QLineEdit* focusField() const;
 
     ContentState m_state;
     EntryPane* m_pane;
