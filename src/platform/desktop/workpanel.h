@@ -22,8 +22,8 @@ public:
     ~WorkPanel();
     Q_DISABLE_COPY_MOVE(WorkPanel)
 
-    /// Shows how far the work has come: in words, and as a fraction where the whole is known; for
-    /// each panel it is or is not. May run events. Returns false when the user has cancelled.
+    /// Shows how far the work has come: in words, and as a fraction, always or never. May run
+    /// events. Returns false when the user has cancelled.
     bool update(const QString& text, std::optional<double> fraction = std::nullopt);
 
 private:
