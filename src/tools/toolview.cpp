@@ -21,7 +21,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QSize smallestContent(650, 200);
-constexpr int toolBarIconSize = 24;
 /// While the tool works, showing its text takes a tenth of the time at most, however long it grows.
 constexpr qint64 shortestPause = 100; // milliseconds
 constexpr qint64 pausePerShowing = 10;
@@ -42,7 +41,6 @@ ToolView::ToolView(const QString& title,
     m_toolBar->setObjectName(toolBarIdentifier);
     m_toolBar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     m_toolBar->setMovable(false);
-    m_toolBar->setIconSize({toolBarIconSize, toolBarIconSize});
 
     auto* const content = new QWidget;
     content->setMinimumSize(smallestContent);

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "platform/propertylist.h"
 #include "support/fakeplatform.h"
+#include "support/logfolder.h"
 #include "support/warnings.h"
 #include "tools/archiver.h"
 #include "tools/diagnoser.h"
-#include "tools/logfolder.h"
 #include "tools/statisticstext.h"
 
 #include <QTest>

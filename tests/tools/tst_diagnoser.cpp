@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "support/fakeplatform.h"
+#include "support/logfolder.h"
 #include "support/warnings.h"
 #include "tools/diagnoser.h"
-#include "tools/logfolder.h"
 #include "tools/significantdigits.h"
 #include "tools/statisticstext.h"
 

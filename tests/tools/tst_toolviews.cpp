@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "support/fakeplatform.h"
+#include "support/logfolder.h"
 #include "support/warnings.h"
 #include "tools/archiveview.h"
 #include "tools/diagnosticsview.h"
-#include "tools/logfolder.h"
 
 #include <QAction>
 #include <QCheckBox>
