@@ -4,9 +4,9 @@
 #include "mainwindow/controlrows.h"
 #include "mainwindow/entrylistview.h"
 #include "mainwindow/entrypane.h"
-#include "mainwindow/fetchpanel.h"
 #include "mainwindow/searchfield.h"
 #include "platform/desktop/symbols.h"
+#include "platform/desktop/workpanel.h"
 
 #include <QAbstractSpinBox>
 #include <QActionGroup>
@@ -16,6 +16,7 @@
 #include <QComboBox>
 #include <QDragEnterEvent>
 #include <QLabel>
+#include <QLocale>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QTimer>
@@ -168,11 +169,18 @@ void ContentView::addMenus()
 
 void ContentView::watchFetches()
 {
-    connect(&m_state, &ContentState::fetchBegins, this,
-            [this] { m_fetchPanel = std::make_unique<FetchPanel>(this); });
+    connect(&m_state, &ContentState::fetchBegins, this, [this] {
+        m_fetchPanel =
+            std::make_unique<WorkPanel>(this, tr("Reading the log"), WorkPanel::Cancel::Button);
+    });
     connect(&m_state, &ContentState::fetchEnds, this, [this] { m_fetchPanel.reset(); });
-    m_state.logger().setFetchObserver(
-        [this](const FetchProgress& progress) { return m_fetchPanel->update(progress); });
+    m_state.logger().setFetchObserver([this](const FetchProgress& progress) {
+        const QLocale locale;
+        const QString text =
+            tr("%1 entries found\n%2 entries read")
+                .arg(locale.toString(progress.fetched), locale.toString(progress.entriesRead));
+        return m_fetchPanel->update(text, progress.fraction);
+    });
 }
 
 /// The field that has the keyboard, by itself or as part of an editor.

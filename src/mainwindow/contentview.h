@@ -9,9 +9,9 @@
 #include <memory>
 
 class EntryPane;
-class FetchPanel;
 class QLineEdit;
 class QMenu;
+class WorkPanel;
 
 /// The menus of a main window that hold its own commands. What is common to all windows is put in
 /// beside them from outside.
@@ -57,5 +57,5 @@ private:
     EntryPane* m_pane;
     ContentActions m_commands;
     ContentMenus m_menus;
-    std::unique_ptr<FetchPanel> m_fetchPanel; ///< while a fetch runs
+    std::unique_ptr<WorkPanel> m_fetchPanel; ///< while a fetch runs
 };

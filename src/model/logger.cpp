@@ -8,6 +8,7 @@
 #include "model/typednumber.h"
 #include "platform/alerts.h"
 #include "platform/clock.h"
+#include "platform/clocktime.h"
 #include "platform/panels.h"
 
 #include <QScopedValueRollback>

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cerrno>
 #include <unistd.h>
 #include <utility>
 
-/// An open file of the system, closed at the end.
+/// An open file of the system, closed at the end. That leaves errno as it was.
 class FileDescriptor
 {
 public:
@@ -13,7 +14,12 @@ public:
     FileDescriptor(const FileDescriptor&) = delete;
     FileDescriptor& operator=(const FileDescriptor&) = delete;
     FileDescriptor& operator=(FileDescriptor&&) = delete;
-    ~FileDescriptor() { close(); }
+    ~FileDescriptor()
+    {
+        const int before = errno;
+        close();
+        errno = before;
+    }
 
     bool isOpen() const { return m_number >= 0; }
     int number() const { return m_number; }

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "platform/filemanager.h"
 
+#include "platform/bytecopy.h"
 #include "platform/filedescriptor.h"
 #include "platform/itemcopy.h"
+#include "platform/openfolder.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -27,9 +29,51 @@ std::error_code lastError()
     return {errno, std::generic_category()};
 }
 
+/// Within half of what a FileTime can hold, so that no two times lie too far apart for it.
 FileTime time(const struct statx_timestamp& stamp)
 {
-    return FileTime(std::chrono::seconds(stamp.tv_sec) + std::chrono::nanoseconds(stamp.tv_nsec));
+    using namespace std::chrono;
+    constexpr std::int64_t furthest = floor<seconds>(nanoseconds::max()).count() / 2;
+    const seconds counted(std::clamp<std::int64_t>(stamp.tv_sec, -furthest, furthest));
+    return FileTime(counted + nanoseconds(stamp.tv_nsec));
+}
+
+FileAttributes attributes(const struct statx& item)
+{
+    const FileTime modified = time(item.stx_mtime);
+    const FileTime created = (item.stx_mask & STATX_BTIME) != 0
+                                 ? time(item.stx_btime)
+                                 : std::min(modified, time(item.stx_ctime));
+    return {S_ISREG(item.stx_mode), item.stx_size, created, modified};
+}
+
+Result<FileAttributes> attributesIn(int folder, const std::string& name, const FilePath& path)
+{
+    constexpr unsigned wanted = STATX_TYPE | STATX_SIZE | STATX_MTIME | STATX_CTIME | STATX_BTIME;
+    struct statx item = {};
+    if (::statx(folder, name.c_str(), AT_SYMLINK_NOFOLLOW, wanted, &item) < 0)
+        return cannot("item", path / name, "examined", lastError());
+    return attributes(item);
+}
+
+/// Those that are wanted, in ascending order.
+Result<std::vector<std::string>>
+namesIn(DIR* open, const FilePath& folder, const NameFilter& isWanted)
+{
+    if (!open)
+        return cannot("folder", folder, "listed", lastError());
+    std::vector<std::string> found;
+    errno = 0;
+    while (const dirent* entry = ::readdir(open)) {
+        const std::string_view name = entry->d_name;
+        if (name != "." && name != ".." && isWanted(name))
+            found.emplace_back(name);
+        errno = 0;
+    }
+    if (errno != 0)
+        return cannot("folder", folder, "listed", lastError());
+    std::ranges::sort(found);
+    return found;
 }
 
 /// Reads to the end, whatever the size was when the file was opened.
@@ -67,30 +111,35 @@ QString shownPath(const FilePath& path)
     return QString::fromStdString(path.native());
 }
 
-Result<std::vector<std::string>> SystemFileManager::contentsOfFolder(const FilePath& folder)
+Result<QByteArray> FileManager::textOfFile(const FilePath& path)
 {
-    std::error_code error;
-    std::vector<std::string> names;
-    std::filesystem::directory_iterator entry(folder, error);
-    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error))
-        names.push_back(entry->path().filename().native());
-    if (error)
-        return cannot("folder", folder, "listed", error);
-    std::ranges::sort(names);
-    return names;
+    auto contents = contentsOfFile(path);
+    if (contents && !contents->isValidUtf8())
+        return failure("The file “" + path.string()
+                       + "” could not be read: It is not text in UTF-8.");
+    return contents;
 }
 
-Result<FileAttributes> SystemFileManager::attributesOfItem(const FilePath& path)
+Result<std::vector<std::string>> SystemFileManager::contentsOfFolder(const FilePath& folder)
 {
-    struct statx item = {};
-    if (::statx(AT_FDCWD, path.c_str(), AT_SYMLINK_NOFOLLOW, STATX_BASIC_STATS | STATX_BTIME, &item)
-        < 0)
-        return cannot("item", path, "examined", lastError());
-    const FileTime modified = time(item.stx_mtime);
-    const FileTime created = (item.stx_mask & STATX_BTIME) != 0
-                                 ? time(item.stx_btime)
-                                 : std::min(modified, time(item.stx_ctime));
-    return FileAttributes{S_ISREG(item.stx_mode), item.stx_size, created, modified};
+    const OpenFolder open(::opendir(folder.c_str()));
+    return namesIn(open.get(), folder, [](std::string_view) { return true; });
+}
+
+Result<std::vector<FolderItem>> SystemFileManager::itemsOfFolder(const FilePath& folder,
+                                                                 const NameFilter& isWanted)
+{
+    const OpenFolder open(::opendir(folder.c_str()));
+    auto names = namesIn(open.get(), folder, isWanted);
+    if (!names)
+        return tl::unexpected(std::move(names.error()));
+    std::vector<FolderItem> items;
+    items.reserve(names->size());
+    for (std::string& name : *names) {
+        auto attributes = attributesIn(::dirfd(open.get()), name, folder);
+        items.push_back({std::move(name), std::move(attributes)});
+    }
+    return items;
 }
 
 bool SystemFileManager::isFolder(const FilePath& path)
@@ -106,9 +155,10 @@ Result<void> SystemFileManager::createFolder(const FilePath& path)
     return {};
 }
 
-Result<void> SystemFileManager::copyItem(const FilePath& from, const FilePath& to)
+Result<void>
+SystemFileManager::copyItem(const FilePath& from, const FilePath& to, const CopyObserver& observer)
 {
-    return ::copyItem(from, to);
+    return ::copyItem(from, to, observer);
 }
 
 Result<QByteArray> SystemFileManager::contentsOfFile(const FilePath& path)
@@ -133,7 +183,9 @@ Result<QByteArray> SystemFileManager::contentsOfFile(const FilePath& path)
 
 Result<void> SystemFileManager::writeFile(const FilePath& path, const QByteArray& contents)
 {
-    FileDescriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
+    // Not blocking, so that a pipe that nobody reads does not stop the program.
+    FileDescriptor file(
+        ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NONBLOCK, 0666));
     if (!file.isOpen() || !writeBytes(file.number(), contents.constData(), contents.size())
         || !file.close())
         return cannot("file", path, "written", lastError());

@@ -9,7 +9,9 @@
 
 #include <chrono>
 #include <filesystem>
+#include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /// A path as the file system has it, in bytes: names need not be UTF-8, and a QString would lose
@@ -28,9 +30,28 @@ struct FileAttributes
 {
     bool isRegularFile = false;
     std::uint64_t size = 0;
+    // Times that cannot be counted in nanoseconds are cut to the nearest that can.
     FileTime created; ///< where the file system does not know, the earliest of its other times
     FileTime modified;
 };
+
+struct FolderItem
+{
+    std::string name;
+    Result<FileAttributes> attributes; ///< or why the item cannot be examined
+};
+
+using NameFilter = std::function<bool(std::string_view)>;
+
+/// How far copying has come.
+struct CopyProgress
+{
+    std::uint64_t items = 0; ///< files, links and folders that are whole
+    std::uint64_t bytes = 0;
+};
+
+/// Called after each item, and in a large file now and then. May run events.
+using CopyObserver = std::function<void(const CopyProgress&)>;
 
 /// The operations on files and folders that can fail, whole items at a time. Failures name the file
 /// and the reason.
@@ -41,15 +62,20 @@ public:
 
     /// The names in a folder, hidden ones included, in ascending order.
     virtual Result<std::vector<std::string>> contentsOfFolder(const FilePath& folder) = 0;
-    /// Links are not followed.
-    virtual Result<FileAttributes> attributesOfItem(const FilePath& path) = 0;
+    /// The items in a folder under the names that are wanted, in ascending order. Links are not
+    /// followed.
+    virtual Result<std::vector<FolderItem>> itemsOfFolder(const FilePath& folder,
+                                                          const NameFilter& isWanted) = 0;
     /// Whether there is a folder at the path; links are followed.
     virtual bool isFolder(const FilePath& path) = 0;
     virtual Result<void> createFolder(const FilePath& path) = 0;
     /// Copies a file, a link, or a folder with all it holds. Never overwrites, and leaves nothing
     /// at `to` when it fails.
-    virtual Result<void> copyItem(const FilePath& from, const FilePath& to) = 0;
+    virtual Result<void>
+    copyItem(const FilePath& from, const FilePath& to, const CopyObserver& observer) = 0;
     virtual Result<QByteArray> contentsOfFile(const FilePath& path) = 0;
+    /// The contents of a file of text; fails when they are not UTF-8.
+    Result<QByteArray> textOfFile(const FilePath& path);
     /// Writes the file in place, over what it held.
     virtual Result<void> writeFile(const FilePath& path, const QByteArray& contents) = 0;
 };
@@ -58,10 +84,12 @@ class SystemFileManager final : public FileManager
 {
 public:
     Result<std::vector<std::string>> contentsOfFolder(const FilePath& folder) override;
-    Result<FileAttributes> attributesOfItem(const FilePath& path) override;
+    Result<std::vector<FolderItem>> itemsOfFolder(const FilePath& folder,
+                                                  const NameFilter& isWanted) override;
     bool isFolder(const FilePath& path) override;
     Result<void> createFolder(const FilePath& path) override;
-    Result<void> copyItem(const FilePath& from, const FilePath& to) override;
+    Result<void>
+    copyItem(const FilePath& from, const FilePath& to, const CopyObserver& observer) override;
     Result<QByteArray> contentsOfFile(const FilePath& path) override;
     Result<void> writeFile(const FilePath& path, const QByteArray& contents) override;
 };

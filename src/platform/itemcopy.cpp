@@ -1,24 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include "platform/itemcopy.h"
 
+#include "platform/bytecopy.h"
 #include "platform/filedescriptor.h"
+#include "platform/keptattributes.h"
+#include "platform/openfolder.h"
 
 #include <array>
 #include <cerrno>
-#include <dirent.h>
 #include <fcntl.h>
-#include <linux/fs.h>
-#include <memory>
 #include <random>
-#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <system_error>
 
 namespace {
-
-constexpr mode_t permissionBits = 07777;
-
-using Folder = std::unique_ptr<DIR, decltype([](DIR* folder) { ::closedir(folder); })>;
 
 /// Where a copy goes: a name in an open folder.
 struct Target
@@ -32,6 +27,8 @@ struct Target
 class ItemCopy
 {
 public:
+    explicit ItemCopy(const CopyObserver& observer) : m_observer(observer) {}
+
     bool copy(int folder, const char* name, const Target& target, const FilePath& path);
 
     /// Why it failed, and on what.
@@ -44,68 +41,20 @@ private:
     bool copyLink(int folder, const char* name, const Target& target, const struct stat& item);
     bool copyEntries(const FileDescriptor& from, int to, const FilePath& path);
     bool isGone(int folder, const char* name);
+    /// The observer may run events, and those may change errno: only called after a success.
+    void count(const CopyProgress& progress);
 
+    const CopyObserver& m_observer;
+    CopyProgress m_progress;
     int m_depth = 0;
 };
 
-/// The kernel's own copy where it has one for these file systems: it shares the data where it can.
-/// Says whether it has copied the file; when not, nothing was written.
-enum class KernelCopy { Done, Failed, Unable };
-
-KernelCopy copyInKernel(int from, int to)
+void ItemCopy::count(const CopyProgress& progress)
 {
-    if (::ioctl(to, FICLONE, from) == 0)
-        return KernelCopy::Done;
-    constexpr std::size_t slice = std::size_t{1} << 30U;
-    bool hasCopied = false;
-    for (;;) {
-        const ssize_t count = ::copy_file_range(from, nullptr, to, nullptr, slice, 0);
-        if (count > 0) {
-            hasCopied = true;
-        } else if (count == 0) {
-            // Of some kernel-made files it copies nothing, whatever they hold.
-            return hasCopied ? KernelCopy::Done : KernelCopy::Unable;
-        } else if (errno != EINTR) {
-            const bool isRefused = errno == EXDEV || errno == EINVAL || errno == ENOSYS
-                                   || errno == EOPNOTSUPP || errno == EPERM;
-            return isRefused && !hasCopied ? KernelCopy::Unable : KernelCopy::Failed;
-        }
-    }
-}
-
-bool copyBytes(int from, int to)
-{
-    const KernelCopy result = copyInKernel(from, to);
-    if (result != KernelCopy::Unable)
-        return result == KernelCopy::Done;
-    constexpr std::size_t bufferSize = std::size_t{1} << 18U;
-    const auto buffer = std::make_unique<char[]>(bufferSize); // NOLINT(modernize-avoid-c-arrays)
-    for (;;) {
-        const ssize_t count = ::read(from, buffer.get(), bufferSize);
-        if (count == 0)
-            return true;
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count < 0 || !writeBytes(to, buffer.get(), count))
-            return false;
-    }
-}
-
-/// Some file systems have no owners, permissions or times to set. A copy is whole without them.
-bool isSetOrUnknown(int result)
-{
-    return result == 0 || errno == EPERM || errno == EOPNOTSUPP;
-}
-
-/// Only the super-user may give files away; a copy that has changed hands must not run as its
-/// owner.
-bool keepAttributes(int file, const struct stat& item)
-{
-    mode_t mode = item.st_mode & permissionBits;
-    if (::fchown(file, item.st_uid, item.st_gid) < 0)
-        mode &= static_cast<mode_t>(~(S_ISUID | S_ISGID));
-    const std::array<timespec, 2> times{item.st_atim, item.st_mtim};
-    return isSetOrUnknown(::fchmod(file, mode)) && isSetOrUnknown(::futimens(file, times.data()));
+    m_progress.items += progress.items;
+    m_progress.bytes += progress.bytes;
+    if (m_observer)
+        m_observer(m_progress);
 }
 
 /// Keeps the reason of a failure, unless it is that the item was deleted meanwhile.
@@ -133,8 +82,10 @@ bool ItemCopy::copy(int folder, const char* name, const Target& target, const Fi
         default: errno = EOPNOTSUPP; // a pipe, a socket or a device
         }
     }
-    if (isCopied)
+    if (isCopied) {
+        count({1, 0});
         return true;
+    }
     if (error)
         return false; // something below has failed, and that is the one to name
     if (isGone(folder, name))
@@ -152,8 +103,12 @@ bool ItemCopy::copyFile(int folder, const char* name, const Target& target)
         return false;
     FileDescriptor to(
         ::openat(target.folder, target.name, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
-    return to.isOpen() && copyBytes(from.number(), to.number()) && keepAttributes(to.number(), item)
-           && to.close();
+    return to.isOpen()
+           && copyBytes(from.number(), to.number(), item.st_size,
+                        [this](std::uint64_t bytes) {
+                            count({0, bytes});
+                        })
+           && keepAttributes(from.number(), to.number(), item) && to.close();
 }
 
 bool ItemCopy::copyFolder(int folder, const char* name, const Target& target, const FilePath& path)
@@ -165,12 +120,13 @@ bool ItemCopy::copyFolder(int folder, const char* name, const Target& target, co
         || ::mkdirat(target.folder, target.name, 0700) < 0)
         return false;
     const FileDescriptor to(::openat(target.folder, target.name, asFolder));
-    return to.isOpen() && copyEntries(from, to.number(), path) && keepAttributes(to.number(), item);
+    return to.isOpen() && copyEntries(from, to.number(), path)
+           && keepAttributes(from.number(), to.number(), item);
 }
 
 bool ItemCopy::copyEntries(const FileDescriptor& from, int to, const FilePath& path)
 {
-    const Folder folder(::fdopendir(::dup(from.number())));
+    const OpenFolder folder(::fdopendir(::dup(from.number())));
     if (!folder)
         return false;
     ++m_depth;
@@ -264,30 +220,16 @@ tl::unexpected<Failure> cannotCopy(const FilePath& from, const FilePath& to, con
 
 } // namespace
 
-bool writeBytes(int file, const char* bytes, qsizetype size)
-{
-    while (size > 0) {
-        const ssize_t count = ::write(file, bytes, static_cast<std::size_t>(size));
-        if (count < 0 && errno != EINTR)
-            return false;
-        if (count > 0) {
-            bytes += count;
-            size -= count;
-        }
-    }
-    return true;
-}
-
-Result<void> copyItem(const FilePath& from, const FilePath& to)
+Result<void> copyItem(const FilePath& from, const FilePath& to, const CopyObserver& observer)
 {
     struct stat item = {};
     if (::lstat(to.c_str(), &item) == 0)
-        return cannotCopy(from, to, "an item of that name exists already");
+        return cannotCopy(from, to, "An item of that name exists already");
     if (::lstat(from.c_str(), &item) == 0 && S_ISDIR(item.st_mode) && isInside(to, from))
-        return cannotCopy(from, to, "a folder cannot be copied into itself");
+        return cannotCopy(from, to, "A folder cannot be copied into itself");
 
     const FilePath temporary = besides(to);
-    ItemCopy copy;
+    ItemCopy copy(observer);
     if (!copy.copy(AT_FDCWD, from.c_str(), {AT_FDCWD, temporary.c_str()}, from)) {
         removeCopy(temporary);
         const bool isBelow = copy.failedAt != from;

@@ -3,10 +3,7 @@
 
 #include "platform/filemanager.h"
 
-/// Copies a file, a link, or a folder with all it holds, with permissions and times. The copy is
+/// Copies a file, a link, or a folder with all it holds, with its attributes. The copy is
 /// made under another name beside `to` and gets its own name when it is whole. Links are copied as
 /// links. What is deleted while its folder is copied is left out.
-Result<void> copyItem(const FilePath& from, const FilePath& to);
-
-/// Writes all bytes to an open file; false, with errno set, when that cannot be done.
-bool writeBytes(int file, const char* bytes, qsizetype size);
+Result<void> copyItem(const FilePath& from, const FilePath& to, const CopyObserver& observer);

@@ -20,7 +20,7 @@ struct OpenPanelRequest
 {
     ContentType contentType{};
     QString confirmText; ///< text of the confirm button; empty = the toolkit's own
-    QString startFolder; ///< absolute path; empty = the last folder used
+    QString startFolder; ///< absolute path; empty or absent = the last folder used
     bool showsHidden = false;
 };
 

@@ -61,6 +61,7 @@ QVariant dateFrom(plist_t node)
     return QDateTime::fromSecsSinceEpoch(dateOrigin + seconds, Qt::UTC);
 }
 
+/// Invalid for what only keyed archives hold.
 QVariant valueFrom(plist_t node);
 
 QVariantList arrayFrom(plist_t node)
@@ -72,7 +73,8 @@ QVariantList arrayFrom(plist_t node)
     for (std::uint32_t left = plist_array_get_size(node); left > 0; --left) {
         plist_t item = nullptr;
         plist_array_next_item(node, position, &item);
-        list.append(valueFrom(item));
+        if (const QVariant value = valueFrom(item); value.isValid())
+            list.append(value);
     }
     return list;
 }
@@ -88,8 +90,8 @@ QVariantMap dictionaryFrom(plist_t node)
         plist_t item = nullptr;
         plist_dict_next_item(node, position, &key, &item);
         const CText owner(key);
-        if (key && item)
-            map.insert(QString::fromUtf8(key), valueFrom(item));
+        if (const QVariant value = key && item ? valueFrom(item) : QVariant(); value.isValid())
+            map.insert(QString::fromUtf8(key), value);
     }
     return map;
 }
@@ -122,7 +124,7 @@ QVariant valueFrom(plist_t node)
     case PLIST_DICT: return dictionaryFrom(node);
     case PLIST_KEY:
     case PLIST_UID:
-    case PLIST_NONE: break; // parts of keyed archives; no property list of ours holds them
+    case PLIST_NONE: break;
     }
     return {};
 }

@@ -52,16 +52,21 @@ void ArchiveBuild::copyLooseFiles()
         reportFailure(tl::unexpected(names.error()));
         return;
     }
+    const FilePath extra = m_destination / "Extra";
     for (const std::string& name : *names) {
         if (!m_files.isFolder(diagnostics / name))
-            copy(diagnostics / name, m_destination / (name == liveDataFile ? "" : "Extra") / name);
+            copy(diagnostics / name, (name == liveDataFile ? m_destination : extra) / name);
     }
 }
 
 void ArchiveBuild::copy(const FilePath& from, const FilePath& to)
 {
     reportStep(u"copying from "_s + shownPath(from) + u" to "_s + shownPath(to));
-    reportFailure(m_files.copyItem(from, to));
+    const CopyProgress before = m_copied;
+    reportFailure(m_files.copyItem(from, to, [this, before](const CopyProgress& item) {
+        m_copied = {before.items + item.items, before.bytes + item.bytes};
+        m_reports.copied(m_copied);
+    }));
 }
 
 void ArchiveBuild::writeInfo(quint64 tickCount)
@@ -75,7 +80,7 @@ void ArchiveBuild::writeInfo(quint64 tickCount)
     const FilePath info = m_destination / "Info.plist";
     reportStep(u"writing export dictionary to "_s + shownPath(info));
     if (!xml || !m_files.writeFile(info, *xml))
-        report(u"Couldn't save exported file."_s);
+        m_reports.text(u"Couldn't save exported file."_s);
 }
 
 QVariantMap ArchiveBuild::versionDictionary()
@@ -89,12 +94,12 @@ QVariantMap ArchiveBuild::versionDictionary()
 void ArchiveBuild::reportStep(const QString& step) const
 {
     if (m_debug)
-        report(step + u'\n');
+        m_reports.text(step + u'\n');
 }
 
 bool ArchiveBuild::reportFailure(const Result<void>& result) const
 {
     if (!result)
-        report(QString::fromStdString(result.error().description));
+        m_reports.text(QString::fromStdString(result.error().description));
     return result.has_value();
 }

@@ -7,21 +7,30 @@
 
 #include <functional>
 
+/// What a build tells of itself.
+struct ArchiveBuildReports
+{
+    std::function<void(const QString&)> text; ///< takes the texts that say what happens
+    CopyObserver copied;                      ///< takes all that has been copied so far
+};
+
 /// Builds one log archive. What fails is reported, and the build goes on without it.
 class ArchiveBuild
 {
 public:
     /// With `debug` each step is reported before it is taken.
-    ArchiveBuild(FileManager& files, FilePath source, FilePath destination, bool debug)
+    ArchiveBuild(FileManager& files,
+                 FilePath source,
+                 FilePath destination,
+                 bool debug,
+                 ArchiveBuildReports reports)
         : m_files(files)
         , m_source(std::move(source))
         , m_destination(std::move(destination))
         , m_debug(debug)
+        , m_reports(std::move(reports))
     {
     }
-
-    /// Takes the texts that say what happens.
-    std::function<void(const QString&)> report;
 
     /// Copies the log data folders, and the loose files of the diagnostics folder into "Extra".
     void copyLogs();
@@ -40,4 +49,6 @@ private:
     FilePath m_source;
     FilePath m_destination;
     bool m_debug;
+    ArchiveBuildReports m_reports;
+    CopyProgress m_copied;
 };

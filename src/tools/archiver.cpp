@@ -36,8 +36,9 @@ void Archiver::askForDestination(const FilePath& source, bool debug)
     save(request, [this, source, debug](const QUrl& location) {
         const FilePath destination = filePath(location);
         append(u"Destination:"_s + shownPath(destination) + u'\n');
-        ArchiveBuild build(files(), source, destination, debug);
-        build.report = [this](const QString& text) { append(text); };
+        ArchiveBuild build(files(), source, destination, debug,
+                           {[this](const QString& text) { append(text); },
+                            [this](const CopyProgress& progress) { Q_EMIT copied(progress); }});
         build.copyLogs();
         build.writeInfo(platform().clock.tickCount());
     });

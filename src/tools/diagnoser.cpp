@@ -74,12 +74,12 @@ qsizetype Diagnoser::countItems(const FilePath& folder) const
 QString Diagnoser::oldestEntryLine(const FilePath& persist) const
 {
     FileTime oldest = now();
-    const auto names = files().contentsOfFolder(persist);
-    if (!names)
+    const auto items = files().itemsOfFolder(persist, [](std::string_view) { return true; });
+    if (!items)
         return u"Couldn't determine the oldest log entry.\n"_s;
-    for (const std::string& name : *names) {
-        if (const auto attributes = files().attributesOfItem(persist / name))
-            oldest = std::min(oldest, attributes->created);
+    for (const FolderItem& item : *items) {
+        if (item.attributes)
+            oldest = std::min(oldest, item.attributes->created);
     }
     using Days = std::chrono::duration<double, std::ratio<86400>>;
     const auto days = withFourSignificantDigits(Days(now() - oldest).count(), QLocale());

@@ -1,15 +1,21 @@
 // SPDX-License-Identifier: MIT
 #include "tools/logcatalogue.h"
 
-#include <QDateTime>
-
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+/// Whether that is the extension of a name, not all of it.
+bool isLogData(std::string_view name)
+{
+    constexpr std::string_view extension = ".tracev3";
+    return name.ends_with(extension) && name.size() > extension.size();
+}
 
 /// With one decimal place, whatever the user's language.
 QString minutesText(std::chrono::nanoseconds period)
@@ -20,54 +26,50 @@ QString minutesText(std::chrono::nanoseconds period)
     return QString::fromLatin1(text.data(), end.ptr - text.data());
 }
 
+void appendDate(QString& line, FileTime time, ClockTimeWriter& write)
+{
+    std::array<char, ClockTimeWriter::length> text{};
+    const auto second = std::chrono::floor<std::chrono::seconds>(time).time_since_epoch();
+    const int offset = write(second.count(), text.data());
+    line.append(QLatin1StringView(text.data(), text.size())).append(u' ');
+    line.append(zoneSuffix(offset));
+}
+
 } // namespace
 
 void LogCatalogue::addFolder(const FilePath& folder, const QString& label)
 {
-    const auto names = m_files.contentsOfFolder(folder);
-    if (!names) {
-        m_errors += QString::fromStdString(names.error().description);
+    const auto items = m_files.itemsOfFolder(folder, isLogData);
+    if (!items) {
+        m_errors += QString::fromStdString(items.error().description);
         return;
     }
-    for (const std::string& name : *names)
-        addFile(folder / name, label);
+    for (const auto& [name, attributes] : *items) {
+        if (!attributes)
+            m_errors += QString::fromStdString(attributes.error().description);
+        else if (attributes->isRegularFile)
+            m_lines.append(lineOf(name, *attributes, label));
+    }
 }
 
-void LogCatalogue::addFile(const FilePath& file, const QString& label)
+QString
+LogCatalogue::lineOf(const std::string& name, const FileAttributes& file, const QString& label)
 {
-    if (file.extension() != ".tracev3")
-        return;
-    const auto attributes = m_files.attributesOfItem(file);
-    if (!attributes) {
-        m_errors += QString::fromStdString(attributes.error().description);
-        return;
-    }
-    if (!attributes->isRegularFile)
-        return;
-    QString line = label + u'/' + shownPath(file.filename()) + u'\t' + dateText(attributes->created)
-                   + u"  "_s + dateText(attributes->modified) + u"  "_s
-                   + QString::number(attributes->size) + u" bytes"_s;
+    QString line;
+    line.reserve(128);
+    line.append(label).append(u'/').append(shownPath(name)).append(u'\t');
+    appendDate(line, file.created, m_created);
+    line.append(u"  ");
+    appendDate(line, file.modified, m_modified);
+    line.append(u"  ").append(QString::number(file.size)).append(u" bytes");
     // A copy can be younger than what was last written into it.
-    const std::chrono::nanoseconds period = attributes->modified - attributes->created;
-    if (period.count() >= 0)
-        line += u", period "_s + minutesText(period) + u" min"_s;
-    m_lines.append(line + u'\n');
+    if (file.modified >= file.created)
+        line.append(u", period ").append(minutesText(file.modified - file.created)).append(u" min");
+    return line.append(u'\n');
 }
 
-QStringList LogCatalogue::sortedLines() const
+QStringList LogCatalogue::takeSortedLines()
 {
-    QStringList lines = m_lines;
-    std::ranges::stable_sort(lines);
-    return lines;
-}
-
-QString LogCatalogue::dateText(FileTime time) const
-{
-    const qint64 seconds =
-        std::chrono::floor<std::chrono::seconds>(time).time_since_epoch().count();
-    const int offset = m_zone.offsetFromUtc(QDateTime::fromSecsSinceEpoch(seconds, Qt::UTC));
-    const QDateTime local = QDateTime::fromSecsSinceEpoch(seconds, Qt::OffsetFromUTC, offset);
-    const int minutes = std::abs(offset) / 60;
-    return local.toString(u"yyyy-MM-dd HH:mm:ss ") + (offset < 0 ? u'-' : u'+')
-           + QString::number(minutes / 60 * 100 + minutes % 60).rightJustified(4, u'0');
+    std::ranges::stable_sort(m_lines);
+    return std::exchange(m_lines, {});
 }

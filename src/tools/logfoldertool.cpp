@@ -28,6 +28,14 @@ void LogFolderTool::setTheOutputText(const QString& text)
     Q_EMIT theOutputTextChanged();
 }
 
+void LogFolderTool::append(const QString& text)
+{
+    if (text.isEmpty())
+        return;
+    m_theOutputText += text;
+    Q_EMIT theOutputTextChanged();
+}
+
 void LogFolderTool::setTheFileArray(const QStringList& lines)
 {
     if (m_theFileArray == lines)
@@ -69,15 +77,17 @@ void LogFolderTool::catalogueFolder(const FilePath& folder)
     catalogue.addFolder(folder, {});
     for (const QString& name : {u"Persist"_s, u"Special"_s, u"Signpost"_s})
         catalogue.addFolder(folder / name.toStdString(), name);
-    setTheFileArray(catalogue.sortedLines());
-    setTheOutputText(u"Catalogue listing of "_s + shownPath(folder) + u" :\n\n"_s
-                     + catalogue.errors() + m_theFileArray.join(QString()));
+    setTheFileArray(catalogue.takeSortedLines());
+    const QString heading = u"Catalogue listing of "_s + shownPath(folder) + u" :\n\n"_s;
+    setTheOutputText((QStringList{heading, catalogue.errors()} + m_theFileArray).join(QString()));
 }
 
 void LogFolderTool::analyseFolder(const FilePath& folder, bool csv)
 {
     LogStatistics statistics(csv ? LogStatistics::Form::Csv : LogStatistics::Form::Text);
-    statistics.analyseFolder(m_files, folder / m_settings.statisticsFolder);
+    statistics.analyseFolder(m_files, m_settings.statisticsFolder.empty()
+                                          ? folder
+                                          : folder / m_settings.statisticsFolder);
     QStringList names = statistics.fileNames();
     std::ranges::stable_sort(names);
 

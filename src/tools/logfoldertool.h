@@ -47,6 +47,8 @@ Q_SIGNALS:
     void theOutputTextChanged();
     /// Sent before and after work that may take its time.
     void workingChanged(bool working);
+    /// Sent while files are copied: all that has been copied so far.
+    void copied(const CopyProgress& progress);
 
 protected:
     LogFolderTool(const Platform& platform, FileManager& files, LogFolderToolSettings settings);
@@ -58,7 +60,7 @@ protected:
     virtual void chooseFolder(const std::function<void(const FilePath&)>& then);
     OpenPanelRequest folderRequest() const;
 
-    void append(const QString& text) { setTheOutputText(m_theOutputText + text); }
+    void append(const QString& text);
     void append(const Failure& why) { append(QString::fromStdString(why.description)); }
 
     const Platform& platform() const { return m_platform; }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tools/logstatistics.h"
 
+#include <QStringBuilder>
 #include <QTextBoundaryFinder>
 
 #include <algorithm>
@@ -66,7 +67,8 @@ bool isSimple(QStringView text)
     return std::ranges::all_of(text, [](QChar c) { return c < u'\u0300' && c != u'\r'; });
 }
 
-/// Characters here are what a reader takes for one: a letter with its accents, an emoji.
+/// A character, here and in the next, is what a reader takes for one: a letter with its accents, an
+/// emoji.
 QStringView withoutFirst(QStringView text, qsizetype characters)
 {
     if (text.size() <= characters)
@@ -131,7 +133,7 @@ std::optional<Heading> headingFrom(const std::vector<QStringView>& lines)
     if (!name || !date || !total)
         return std::nullopt;
     const QStringView dateWithoutZone = withoutLast(*date, 5);
-    if (dateWithoutZone.isEmpty() && date->size() < 5)
+    if (date->size() < 5)
         return std::nullopt;
     return Heading{*name, dateWithoutZone, *total};
 }
@@ -141,17 +143,12 @@ std::optional<Heading> headingFrom(const std::vector<QStringView>& lines)
 std::optional<QString> prefixFrom(const Heading& heading, LogStatistics::Form form)
 {
     const auto [name, date, total] = heading;
-    QString prefix;
-    if (form == LogStatistics::Form::Text) {
-        prefix.append(name).append(u' ').append(date).append(u' ').append(total).append(u":\n");
-        return prefix;
-    }
+    if (form == LogStatistics::Form::Text)
+        return name % u' ' % date % u' ' % total % u":\n";
     const auto time = secondPart(date, u" ");
     if (!time)
         return std::nullopt;
-    prefix.append(date.first(date.indexOf(u' '))).append(u',').append(*time);
-    prefix.append(u',').append(total).append(u',').append(name);
-    return prefix;
+    return date.first(date.indexOf(u' ')) % u',' % *time % u',' % total % u',' % name;
 }
 
 } // namespace
@@ -171,15 +168,10 @@ void LogStatistics::analyseFile(FileManager& files, const FilePath& file)
 {
     if (file.extension() != ".txt")
         return;
-    const auto contents = files.contentsOfFile(file);
-    if (!contents) {
-        m_errors += QString::fromStdString(contents.error().description);
-    } else if (!contents->isValidUtf8()) {
-        m_errors +=
-            u"The file “%1” could not be read: It is not text in UTF-8."_s.arg(shownPath(file));
-    } else {
-        analyseText(*contents);
-    }
+    if (const auto text = files.textOfFile(file))
+        analyseText(*text);
+    else
+        m_errors += QString::fromStdString(text.error().description);
 }
 
 void LogStatistics::analyseText(QByteArrayView text)
@@ -218,11 +210,9 @@ void LogStatistics::analyseRecord(const QString& record)
             continue;
         const auto [size, percent, process] = *row;
         if (m_form == Form::Text)
-            report.append(u'\t').append(size).append(u' ').append(percent).append(u' ');
+            report += u'\t' % size % u' ' % percent % u' ' % process % u'\n';
         else
-            report.append(*prefix).append(u',').append(size).append(u',').append(percent).append(
-                u',');
-        report.append(process).append(u'\n');
+            report += *prefix % u',' % size % u',' % percent % u',' % process % u'\n';
     }
     m_fileNames.append(heading->name.toString());
     m_reports.insert(m_fileNames.last(), QString(report.constData(), report.size()));

@@ -3,20 +3,27 @@
 
 #include "platform/desktop/documenttext.h"
 #include "platform/desktop/symbols.h"
+#include "platform/desktop/workpanel.h"
 #include "tools/logfoldertool.h"
 
 #include <QAction>
 #include <QCheckBox>
-#include <QGuiApplication>
 #include <QHBoxLayout>
+#include <QLocale>
 #include <QPlainTextEdit>
 #include <QToolBar>
+
+#include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr QSize smallestContent(650, 200);
+/// While the tool works, showing its text takes a tenth of the time at most, however long it grows.
+constexpr qint64 shortestPause = 100; // milliseconds
+constexpr qint64 pausePerShowing = 10;
 
 } // namespace
 
@@ -47,14 +54,12 @@ ToolView::ToolView(const QString& title,
     bindOutput();
 }
 
-ToolView::~ToolView()
-{
-    showWorking(false);
-}
+ToolView::~ToolView() = default;
 
 QAction* ToolView::addCommand(const Command& command)
 {
-    auto* const action = new QAction(symbolIcon(command.symbol), command.title, this);
+    auto* const action = new QAction(symbolIcon(command.symbol), command.menuText, this);
+    action->setIconText(command.title);
     action->setObjectName(command.identifier);
     action->setToolTip(command.help);
     action->setStatusTip(command.help);
@@ -83,21 +88,47 @@ void ToolView::bindOutput()
         m_output->document(), [tool = m_tool] { return tool->theOutputText(); },
         [tool = m_tool](const QString& text) { tool->setTheOutputText(text); });
     LogFolderTool* const tool = m_tool.get();
-    connect(tool, &LogFolderTool::theOutputTextChanged, this, [this, tool] {
-        showText(m_output->document(), tool->theOutputText());
-        if (m_isWorking)
-            m_output->viewport()->repaint(); // long work reports as it goes on
-    });
-    connect(tool, &LogFolderTool::workingChanged, this, &ToolView::showWorking);
+    connect(tool, &LogFolderTool::theOutputTextChanged, this, &ToolView::followText);
+    connect(tool, &LogFolderTool::workingChanged, this, &ToolView::followWork);
+    connect(tool, &LogFolderTool::copied, this, &ToolView::showCopied);
 }
 
-void ToolView::showWorking(bool working)
+void ToolView::followText()
 {
-    if (m_isWorking == working)
+    if (!m_work)
+        return showOutput();
+    m_isBehind = m_sinceShown.elapsed() < m_pause;
+    if (m_isBehind)
         return;
-    m_isWorking = working;
-    if (working)
-        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-    else
-        QGuiApplication::restoreOverrideCursor();
+    m_sinceShown.start();
+    showOutput();
+    m_output->viewport()->repaint();
+    m_pause = std::max(shortestPause, pausePerShowing * m_sinceShown.restart());
+}
+
+void ToolView::showOutput()
+{
+    showText(m_output->document(), m_tool->theOutputText());
+}
+
+void ToolView::followWork(bool working)
+{
+    if (working) {
+        m_work = std::make_unique<WorkPanel>(this, tr("Creating the log archive"),
+                                             WorkPanel::Cancel::None);
+        m_pause = shortestPause;
+        m_sinceShown.start();
+    } else {
+        if (std::exchange(m_isBehind, false))
+            showOutput();
+        m_work.reset();
+    }
+}
+
+void ToolView::showCopied(const CopyProgress& progress)
+{
+    const QLocale locale;
+    m_work->update(tr("%1 items copied\n%2")
+                       .arg(locale.toString(progress.items),
+                            locale.formattedDataSize(static_cast<qint64>(progress.bytes))));
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QElapsedTimer>
 #include <QMainWindow>
 
 #include <functional>
@@ -11,6 +12,8 @@ class QCheckBox;
 class QHBoxLayout;
 class QPlainTextEdit;
 class QToolBar;
+class WorkPanel;
+struct CopyProgress;
 
 /// What the windows of the two tools have in common: a toolbar, a row of switches, and the tool's
 /// text, which the user may edit.
@@ -27,6 +30,7 @@ protected:
     {
         QString identifier;
         QString title;
+        QString menuText;
         QString symbol;
         QString help;
         std::function<void()> run;
@@ -42,11 +46,17 @@ protected:
 
 private:
     void bindOutput();
-    void showWorking(bool working);
+    void followText();
+    void showOutput();
+    void followWork(bool working);
+    void showCopied(const CopyProgress& progress);
 
     std::shared_ptr<LogFolderTool> m_tool;
     QToolBar* m_toolBar;
     QHBoxLayout* m_switches;
     QPlainTextEdit* m_output;
-    bool m_isWorking = false;
+    QElapsedTimer m_sinceShown;        ///< or since work began
+    qint64 m_pause = 0;                ///< milliseconds in which work shows no more of its text
+    bool m_isBehind = false;           ///< whether there is text that was not shown for this
+    std::unique_ptr<WorkPanel> m_work; ///< while the tool works
 };

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/filemanager.h"
+#include "support/warnings.h"
 
 #include <QFile>
 #include <QScopeGuard>
@@ -7,10 +8,11 @@
 #include <QTest>
 
 #include <csignal>
-#include <fstream>
 #include <fcntl.h>
+#include <fstream>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -29,7 +31,8 @@ private Q_SLOTS:
     void listingFailuresNameTheFolder_data();
     void listingFailuresNameTheFolder();
     void attributesAreThoseOfTheItem();
-    void linksAreNotFollowed();
+    void farTimesAreCut_data();
+    void farTimesAreCut();
     void foldersAreFoundThroughLinks();
     void createFolderNeedsItsParent();
     void readsWholeFiles();
@@ -38,6 +41,8 @@ private Q_SLOTS:
     void writesInPlace();
     void writeFailuresNameTheFile();
     void copiesBytesPermissionsAndTimes();
+    void copiesExtendedAttributes();
+    void copyTellsHowFarItIs();
     void copiesFoldersWithAllTheyHold();
     void copiesLinksAsLinks();
     void copiesWhatTheKernelCannot();
@@ -52,6 +57,11 @@ private:
     FilePath path(const char* name) const { return m_root / name; }
     void makeFile(const FilePath& file, std::string_view bytes) const;
     std::vector<std::string> names(const FilePath& folder);
+    Result<FileAttributes> attributes(const char* name);
+    Result<void> copy(const FilePath& from, const FilePath& to)
+    {
+        return m_files.copyItem(from, to, nullptr);
+    }
 
     std::unique_ptr<QTemporaryDir> m_folder;
     FilePath m_root;
@@ -83,7 +93,7 @@ void setModified(const FilePath& path, time_t seconds, long nanoseconds)
 
 void tst_FileManager::init()
 {
-    QTest::failOnWarning(QRegularExpression(u"."_s));
+    failOnWarnings();
     m_folder = std::make_unique<QTemporaryDir>();
     m_folder->setAutoRemove(false); // it cannot remove names that are not UTF-8
     m_root = QFile::encodeName(m_folder->path()).toStdString();
@@ -108,6 +118,14 @@ void tst_FileManager::makeFile(const FilePath& file, std::string_view bytes) con
 std::vector<std::string> tst_FileManager::names(const FilePath& folder)
 {
     return m_files.contentsOfFolder(folder).value_or(std::vector<std::string>{"cannot be listed"});
+}
+
+Result<FileAttributes> tst_FileManager::attributes(const char* name)
+{
+    const auto items = m_files.itemsOfFolder(m_root, [name](auto found) { return found == name; });
+    if (!items)
+        return tl::unexpected(items.error());
+    return items->size() == 1 ? items->front().attributes : failure("not found");
 }
 
 void tst_FileManager::locationsBecomePaths_data()
@@ -144,8 +162,8 @@ void tst_FileManager::namesNeedNotBeText()
 {
     makeFile(path("\xff\xfe.tracev3"), "x");
     QCOMPARE(names(m_root), std::vector<std::string>{"\xff\xfe.tracev3"});
-    QCOMPARE(m_files.attributesOfItem(path("\xff\xfe.tracev3"))->size, 1U);
-    QVERIFY(m_files.copyItem(path("\xff\xfe.tracev3"), path("copy")));
+    QCOMPARE(attributes("\xff\xfe.tracev3")->size, 1U);
+    QVERIFY(copy(path("\xff\xfe.tracev3"), path("copy")));
     QCOMPARE(bytesOf(path("copy")), "x");
     const auto failed = m_files.contentsOfFile(path("\xff"));
     QVERIFY(!failed);
@@ -178,22 +196,36 @@ void tst_FileManager::attributesAreThoseOfTheItem()
 {
     makeFile(path("file"), "12345");
     setModified(path("file"), 1'000'000'000, 123'456'789);
-    const auto file = m_files.attributesOfItem(path("file"));
+    const auto file = attributes("file");
     QVERIFY(file);
     QVERIFY(file->isRegularFile);
     QCOMPARE(file->size, 5U);
     QCOMPARE(file->modified.time_since_epoch().count(), 1'000'000'000'123'456'789);
-    const auto folder = m_files.attributesOfItem(m_root);
-    QVERIFY(folder && !folder->isRegularFile);
-    QVERIFY(folder->created.time_since_epoch() > std::chrono::hours(24 * 365 * 50));
-    QVERIFY(!m_files.attributesOfItem(path("missing")));
+    QVERIFY(file->created.time_since_epoch() > std::chrono::hours(24 * 365 * 50));
+    QVERIFY(m_files.createFolder(path("folder")));
+    QVERIFY(!attributes("folder")->isRegularFile);
+    ::symlink("file", path("link").c_str());
+    QVERIFY(!attributes("link")->isRegularFile);
 }
 
-void tst_FileManager::linksAreNotFollowed()
+void tst_FileManager::farTimesAreCut_data()
 {
-    makeFile(path("file"), "12345");
-    ::symlink("file", path("link").c_str());
-    QVERIFY(!m_files.attributesOfItem(path("link"))->isRegularFile);
+    QTest::addColumn<qint64>("seconds");
+    QTest::newRow("far ahead") << qint64{15'000'000'000};
+    QTest::newRow("far back") << qint64{-15'000'000'000};
+}
+
+void tst_FileManager::farTimesAreCut()
+{
+    QFETCH(qint64, seconds);
+    makeFile(path("file"), "");
+    setModified(path("file"), seconds, 0);
+    const auto file = attributes("file");
+    QCOMPARE(file->modified > FileTime(), seconds > 0);
+    const auto opposite = -file->modified.time_since_epoch();
+    QCOMPARE(file->modified > FileTime(opposite),
+             seconds > 0); // so far from each other they can be
+    QCOMPARE((file->modified - FileTime(opposite)).count() > 0, seconds > 0);
 }
 
 void tst_FileManager::foldersAreFoundThroughLinks()
@@ -270,6 +302,8 @@ void tst_FileManager::writeFailuresNameTheFile()
     QCOMPARE(QString::fromStdString(full.error().description),
              u"The file “/dev/full” could not be written: No space left on device."_s);
     QVERIFY(!m_files.writeFile(path("missing/file"), "x"));
+    QCOMPARE(::mkfifo(path("pipe").c_str(), 0600), 0);
+    QVERIFY(!m_files.writeFile(path("pipe"), "x")); // that nobody reads
 }
 
 void tst_FileManager::copiesBytesPermissionsAndTimes()
@@ -278,12 +312,45 @@ void tst_FileManager::copiesBytesPermissionsAndTimes()
     makeFile(path("file"), bytes);
     std::filesystem::permissions(path("file"), std::filesystem::perms(0440));
     setModified(path("file"), 1'000'000'000, 5);
-    QVERIFY(m_files.copyItem(path("file"), path("copy")));
+    QVERIFY(copy(path("file"), path("copy")));
     QCOMPARE(bytesOf(path("copy")), bytes);
     const struct stat copy = statusOf(path("copy"));
     QCOMPARE(copy.st_mode & 07777U, 0440U);
     QCOMPARE(copy.st_mtim.tv_sec, 1'000'000'000);
     QCOMPARE(copy.st_mtim.tv_nsec, 5);
+}
+
+void tst_FileManager::copiesExtendedAttributes()
+{
+    makeFile(path("from/file"), "");
+    for (const char* name : {"from", "from/file"}) {
+        if (::setxattr(path(name).c_str(), "user.a", "value", 5, 0) < 0 && errno == EOPNOTSUPP)
+            QSKIP("This file system has no extended attributes.");
+    }
+    std::filesystem::permissions(path("from/file"), std::filesystem::perms(0440));
+    QVERIFY(copy(path("from"), path("to")));
+    for (const char* name : {"to", "to/file"}) {
+        std::string value(10, '\0');
+        const auto size = ::getxattr(path(name).c_str(), "user.a", value.data(), value.size());
+        QCOMPARE(value.substr(0, std::max<ssize_t>(size, 0)), "value");
+    }
+    QCOMPARE(statusOf(path("to/file")).st_mode & 07777U, 0440U);
+}
+
+void tst_FileManager::copyTellsHowFarItIs()
+{
+    makeFile(path("from/a/1"), "four");
+    makeFile(path("from/2"), std::string(300'000, 'x'));
+    ::symlink("2", path("from/link").c_str());
+    CopyProgress last;
+    const auto observer = [&last](const CopyProgress& progress) {
+        QVERIFY(progress.items >= last.items && progress.bytes >= last.bytes);
+        last = progress;
+        errno = EIO; // as it may be after running events
+    };
+    QVERIFY(m_files.copyItem(path("from"), path("to"), observer));
+    QCOMPARE(last.items, 5U);
+    QCOMPARE(last.bytes, 300'004U);
 }
 
 void tst_FileManager::copiesFoldersWithAllTheyHold()
@@ -293,7 +360,7 @@ void tst_FileManager::copiesFoldersWithAllTheyHold()
     makeFile(path("from/read-only/file"), "x");
     std::filesystem::permissions(path("from/read-only"), std::filesystem::perms(0555));
     setModified(path("from/a"), 1'111'111'111, 0);
-    QVERIFY(m_files.copyItem(path("from"), path("to")));
+    QVERIFY(copy(path("from"), path("to")));
     QCOMPARE(names(path("to")), (std::vector<std::string>{".hidden", "a", "read-only"}));
     QCOMPARE(bytesOf(path("to/a/b/c")), "deep");
     QCOMPARE(bytesOf(path("to/read-only/file")), "x");
@@ -309,17 +376,17 @@ void tst_FileManager::copiesLinksAsLinks()
     ::symlink("loop", path("from/loop").c_str());
     ::symlink("/nowhere", path("from/broken").c_str());
     ::symlink("from", path("top").c_str());
-    QVERIFY(m_files.copyItem(path("from"), path("to")));
+    QVERIFY(copy(path("from"), path("to")));
     QCOMPARE(std::filesystem::read_symlink(path("to/up")), FilePath(".."));
     QCOMPARE(std::filesystem::read_symlink(path("to/loop")), FilePath("loop"));
     QCOMPARE(std::filesystem::read_symlink(path("to/broken")), FilePath("/nowhere"));
-    QVERIFY(m_files.copyItem(path("top"), path("top copy")));
+    QVERIFY(copy(path("top"), path("top copy")));
     QCOMPARE(std::filesystem::read_symlink(path("top copy")), FilePath("from"));
 }
 
 void tst_FileManager::copiesWhatTheKernelCannot()
 {
-    QVERIFY(m_files.copyItem("/proc/self/cmdline", path("copy")));
+    QVERIFY(copy("/proc/self/cmdline", path("copy")));
     QVERIFY(bytesOf(path("copy")).find("tst_filemanager") != std::string::npos);
 }
 
@@ -341,11 +408,11 @@ void tst_FileManager::neverOverwrites()
     ::symlink("nowhere", path("broken").c_str());
     const std::vector<std::string> before = names(m_root);
 
-    const auto copied = m_files.copyItem(path("from"), m_root / target.toStdString());
+    const auto copied = copy(path("from"), m_root / target.toStdString());
     QVERIFY(!copied);
     QCOMPARE(
         QString::fromStdString(copied.error().description),
-        u"The item “%1/from” could not be copied to “%1/%2”: an item of that name exists already."_s
+        u"The item “%1/from” could not be copied to “%1/%2”: An item of that name exists already."_s
             .arg(m_folder->path(), target));
     QCOMPARE(bytesOf(path("old")), "old");
     QCOMPARE(names(path("folder")), std::vector<std::string>());
@@ -380,7 +447,7 @@ void tst_FileManager::copyFailuresLeaveNothing()
     std::filesystem::permissions(path("bad/a"), std::filesystem::perms(0555));
     std::filesystem::permissions(path("bad/locked"), std::filesystem::perms(0555));
 
-    const auto copied = m_files.copyItem(m_root / from.toStdString(), m_root / to.toStdString());
+    const auto copied = copy(m_root / from.toStdString(), m_root / to.toStdString());
     QVERIFY(!copied);
     QCOMPARE(QString::fromStdString(copied.error().description), description.arg(m_folder->path()));
     QCOMPARE(names(m_root), (std::vector<std::string>{"bad", "good"}));
@@ -401,7 +468,7 @@ void tst_FileManager::noRoomLeavesNothing()
         std::signal(SIGXFSZ, handler);
     });
 
-    const auto copied = m_files.copyItem(path("from"), path("to"));
+    const auto copied = copy(path("from"), path("to"));
     QVERIFY(!copied);
     QCOMPARE(
         QString::fromStdString(copied.error().description),
@@ -414,11 +481,11 @@ void tst_FileManager::aFolderIsNotCopiedIntoItself()
 {
     makeFile(path("from/below/file"), "");
     ::symlink("from/below", path("way in").c_str());
-    QVERIFY(!m_files.copyItem(path("from"), path("from/to")));
-    QVERIFY(!m_files.copyItem(path("from"), path("from/below/to")));
-    QVERIFY(!m_files.copyItem(path("from"), path("way in/to")));
+    QVERIFY(!copy(path("from"), path("from/to")));
+    QVERIFY(!copy(path("from"), path("from/below/to")));
+    QVERIFY(!copy(path("from"), path("way in/to")));
     QCOMPARE(names(path("from/below")), std::vector<std::string>{"file"});
-    QVERIFY(m_files.copyItem(path("from"), path("from too"))); // beside it, although it begins so
+    QVERIFY(copy(path("from"), path("from too"))); // beside it, although it begins so
 }
 
 QTEST_GUILESS_MAIN(tst_FileManager)

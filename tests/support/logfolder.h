@@ -65,14 +65,21 @@ public:
             return refusal(folder);
         return m_files.contentsOfFolder(folder);
     }
-    Result<FileAttributes> attributesOfItem(const FilePath& path) override
+    Result<std::vector<FolderItem>> itemsOfFolder(const FilePath& folder,
+                                                  const NameFilter& isWanted) override
     {
-        if (fails(path))
-            return refusal(path);
-        auto attributes = m_files.attributesOfItem(path);
-        if (attributes)
-            alter(path, *attributes);
-        return attributes;
+        if (fails(folder))
+            return refusal(folder);
+        auto items = m_files.itemsOfFolder(folder, isWanted);
+        if (!items)
+            return items;
+        for (auto& [name, attributes] : *items) {
+            if (fails(folder / name))
+                attributes = refusal(folder / name);
+            else if (attributes)
+                alter(folder / name, *attributes);
+        }
+        return items;
     }
     bool isFolder(const FilePath& path) override { return m_files.isFolder(path); }
     Result<void> createFolder(const FilePath& path) override
@@ -81,11 +88,12 @@ public:
             return refusal(path);
         return m_files.createFolder(path);
     }
-    Result<void> copyItem(const FilePath& from, const FilePath& to) override
+    Result<void>
+    copyItem(const FilePath& from, const FilePath& to, const CopyObserver& observer) override
     {
         if (fails(from))
             return refusal(from);
-        return m_files.copyItem(from, to);
+        return m_files.copyItem(from, to, observer);
     }
     Result<QByteArray> contentsOfFile(const FilePath& path) override
     {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "support/logfolder.h"
+#include "support/warnings.h"
 #include "tools/logstatistics.h"
 #include "tools/statisticstext.h"
 
@@ -15,9 +16,7 @@ class tst_LogStatistics : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { QTest::failOnWarning(QRegularExpression(u"."_s)); }
-    void reportsARecordAsText();
-    void reportsARecordAsValues();
+    void init() { failOnWarnings(); }
     void rowsAreReadByTheirColumns_data();
     void rowsAreReadByTheirColumns();
     void recordsOfAnySize_data();
@@ -28,7 +27,6 @@ private Q_SLOTS:
     void unusableRecordsArePassedOver();
     void anyNewlineEndsALine_data();
     void anyNewlineEndsALine();
-    void laterRecordsReplaceEarlierOnes();
     void namesEndAtTheSecondSlash();
     void readsTheTextFilesOfAFolder();
     void failuresAreGathered();
@@ -56,28 +54,6 @@ LogStatistics analysed(const QByteArray& text, LogStatistics::Form form = LogSta
 }
 
 } // namespace
-
-void tst_LogStatistics::reportsARecordAsText()
-{
-    const auto statistics = analysed(rotationRecord("0000000000000042.tracev3", numberedRows(5)));
-    QCOMPARE(statistics.fileNames(), QStringList{name});
-    QCOMPARE(statistics.reports().value(name),
-             prefix
-                 + u"\t1000 1.0 p1\n\t2000 2.0 p2\n\t3000 3.0 p3\n"
-                   "\t4000 4.0 p4\n\t5000 5.0 p5\n"_s);
-}
-
-void tst_LogStatistics::reportsARecordAsValues()
-{
-    const auto statistics = analysed(rotationRecord("0000000000000042.tracev3", numberedRows(5)),
-                                     LogStatistics::Form::Csv);
-    QString expected;
-    for (int number = 1; number <= 5; ++number)
-        expected += u"2024-03-07,14:05:09,10485760,0000000000000042.tracev3,%1,%2.0,p%2\n"_s
-                        .arg(number * 1000)
-                        .arg(number);
-    QCOMPARE(statistics.reports().value(name), expected);
-}
 
 void tst_LogStatistics::rowsAreReadByTheirColumns_data()
 {
@@ -207,16 +183,6 @@ void tst_LogStatistics::anyNewlineEndsALine()
     const qsizetype body = record.indexOf("time  :");
     record = record.first(body) + record.sliced(body).replace("\n", newline);
     QCOMPARE(analysed(record).reports().value(name).count(u'\t'), 6);
-}
-
-void tst_LogStatistics::laterRecordsReplaceEarlierOnes()
-{
-    const auto statistics =
-        analysed(rotationRecord("twice", numberedRows(6)) + rotationRecord("once", numberedRows(6))
-                 + rotationRecord("twice", numberedRows(8)));
-    QCOMPARE(statistics.fileNames(), (QStringList{u"twice"_s, u"once"_s, u"twice"_s}));
-    QCOMPARE(statistics.reports().size(), 2);
-    QCOMPARE(statistics.reports().value(u"twice"_s).count(u'\t'), 8);
 }
 
 void tst_LogStatistics::namesEndAtTheSecondSlash()

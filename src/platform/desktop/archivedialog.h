@@ -3,8 +3,8 @@
 
 #include <QFileDialog>
 
-/// Chooses a log archive. An archive is a folder whose name ends in ".logarchive"; it is shown and
-/// picked as one item and never entered. Other folders are entered and never picked.
+/// Chooses a log archive. An archive is picked as one item and never entered. Other folders are
+/// entered and never picked.
 class ArchiveDialog final : public QFileDialog
 {
     Q_OBJECT
@@ -12,13 +12,5 @@ class ArchiveDialog final : public QFileDialog
 public:
     explicit ArchiveDialog(QWidget* parent = nullptr);
 
-    static bool isArchive(const QString& path);
-
     void accept() override;
-
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
-private:
-    bool pick(const QString& path);
 };

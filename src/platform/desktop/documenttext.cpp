@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/desktop/documenttext.h"
 
+#include <QScopedValueRollback>
 #include <QTextCursor>
 #include <QTextDocument>
 
@@ -10,6 +11,9 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+
+/// The document that showText() is changing.
+const QTextDocument* shownNow = nullptr;
 
 /// The text as an editor can hold it: with each kind of paragraph end a line feed.
 QString asHeldByEditor(QString text)
@@ -38,10 +42,11 @@ void showText(QTextDocument* document, const QString& text)
     const auto [shownTo, wantedTo] =
         std::mismatch(shown.rbegin(), std::make_reverse_iterator(shownFrom), wanted.rbegin(),
                       std::make_reverse_iterator(wantedFrom));
+    const QScopedValueRollback<const QTextDocument*> following(shownNow, document);
     QTextCursor cursor(document);
     cursor.setPosition(static_cast<int>(shownFrom - shown.begin()));
     cursor.setPosition(static_cast<int>(shownTo.base() - shown.begin()), QTextCursor::KeepAnchor);
-    cursor.insertText(wanted.sliced(wantedFrom - wanted.begin(), wantedTo.base() - wantedFrom));
+    cursor.insertText(wanted.mid(wantedFrom - wanted.begin(), wantedTo.base() - wantedFrom));
 }
 
 void bindText(QTextDocument* document,
@@ -51,8 +56,10 @@ void bindText(QTextDocument* document,
     showText(document, load());
     document->clearUndoRedoStacks(); // undoing the load would store an empty text
     QObject::connect(document, &QTextDocument::contentsChanged, document, [document, load, store] {
-        // A change that only follows the loaded text is not the user's, and the editor may hold
-        // that text in another form.
+        // A change that only follows the loaded text is not the user's. Nor is one of formats
+        // alone; the editor may hold the loaded text in another form.
+        if (document == shownNow)
+            return;
         if (const QString text = exactText(document); text != asHeldByEditor(load()))
             store(text);
     });

@@ -2,9 +2,11 @@
 #include "platform/desktop/qtpanels.h"
 
 #include "platform/desktop/archivedialog.h"
+#include "platform/desktop/savedialog.h"
 #include "platform/desktop/statefile.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 
@@ -109,13 +111,30 @@ QFileDialog* openDialog(const OpenPanelRequest& request, QWidget* parent)
     return dialog;
 }
 
+QFileDialog* saveDialog(ContentType type, QWidget* parent)
+{
+    const FileKind kind = fileKind(type);
+    QFileDialog* dialog = nullptr;
+    if (type == ContentType::Text) {
+        // Text goes by other extensions too.
+        dialog = new QFileDialog(parent);
+        dialog->setAcceptMode(QFileDialog::AcceptSave);
+        dialog->setFileMode(QFileDialog::AnyFile);
+        dialog->setDefaultSuffix(kind.suffix);
+    } else {
+        dialog = new SaveDialog(kind.suffix, parent);
+    }
+    dialog->setNameFilter(kind.nameFilter);
+    return dialog;
+}
+
 } // namespace
 
 void QtPanels::open(const OpenPanelRequest& request, PanelCompletion completion)
 {
     QFileDialog* const dialog = openDialog(request, QApplication::activeWindow());
-    dialog->setDirectory(request.startFolder.isEmpty() ? m_state.lastFolder()
-                                                       : request.startFolder);
+    const bool hasStart = !request.startFolder.isEmpty() && QDir(request.startFolder).exists();
+    dialog->setDirectory(hasStart ? request.startFolder : m_state.lastFolder());
     if (!request.confirmText.isEmpty())
         dialog->setLabelText(QFileDialog::Accept, request.confirmText);
     if (request.showsHidden)
@@ -125,14 +144,8 @@ void QtPanels::open(const OpenPanelRequest& request, PanelCompletion completion)
 
 void QtPanels::save(const SavePanelRequest& request, PanelCompletion completion)
 {
-    auto* const dialog = new QFileDialog(QApplication::activeWindow());
-    dialog->setAcceptMode(QFileDialog::AcceptSave);
-    dialog->setFileMode(QFileDialog::AnyFile);
+    QFileDialog* const dialog = saveDialog(request.contentType, QApplication::activeWindow());
     dialog->setDirectory(m_state.lastFolder());
-    const FileKind kind = fileKind(request.contentType);
-    if (!kind.nameFilter.isEmpty())
-        dialog->setNameFilter(kind.nameFilter);
-    dialog->setDefaultSuffix(kind.suffix);
     dialog->selectFile(fileName(request.proposedName));
     show(dialog, request.contentType, std::move(completion));
 }

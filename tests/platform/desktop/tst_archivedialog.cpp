@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/desktop/archivedialog.h"
+#include "platform/desktop/archiveitems.h"
 #include "support/warnings.h"
 
 #include <QDir>
@@ -22,17 +23,14 @@ private Q_SLOTS:
     void cleanup();
     void archivesAreFoldersWithTheName_data();
     void archivesAreFoldersWithTheName();
-    void doubleClickPicksAnArchive();
-    void returnPicksAnArchive();
-    void doubleClickEntersAFolder();
-    void confirmingAFolderEntersIt();
-    void confirmingAnArchivePicksIt();
+    void picksArchivesAndEntersFolders_data();
+    void picksArchivesAndEntersFolders();
 
 private:
     QString path(const QString& name) const { return QDir(m_folder->path()).filePath(name); }
     QListView* list() const { return m_dialog->findChild<QListView*>(u"listView"_s); }
     QModelIndex indexOf(const QString& name) const;
-    void doubleClick(const QString& name);
+    void open(const QString& name, const QString& way);
 
     std::unique_ptr<QTemporaryDir> m_folder;
     std::unique_ptr<ArchiveDialog> m_dialog;
@@ -67,15 +65,6 @@ QModelIndex TestArchiveDialog::indexOf(const QString& name) const
     return {};
 }
 
-void TestArchiveDialog::doubleClick(const QString& name)
-{
-    QTRY_VERIFY(indexOf(name).isValid());
-    list()->setCurrentIndex(indexOf(name));
-    const QPoint place = list()->visualRect(indexOf(name)).center();
-    QTest::mouseClick(list()->viewport(), Qt::LeftButton, {}, place);
-    QTest::mouseDClick(list()->viewport(), Qt::LeftButton, {}, place);
-}
-
 void TestArchiveDialog::archivesAreFoldersWithTheName_data()
 {
     QTest::addColumn<QString>("name");
@@ -96,51 +85,46 @@ void TestArchiveDialog::archivesAreFoldersWithTheName()
     QVERIFY(QDir(m_folder->path()).mkpath(u"MAC.LogArchive"_s));
     QFile file(path(u"file.logarchive"_s));
     QVERIFY(file.open(QFile::WriteOnly));
-    QCOMPARE(ArchiveDialog::isArchive(path(name)), isArchive);
+    QCOMPARE(ArchiveItems::isArchive(path(name)), isArchive);
 }
 
-void TestArchiveDialog::doubleClickPicksAnArchive()
+void TestArchiveDialog::open(const QString& name, const QString& way)
 {
-    QSignalSpy accepted(m_dialog.get(), &QDialog::accepted);
-    doubleClick(u"mac.logarchive"_s);
-    QCOMPARE(accepted.size(), 1);
-    QCOMPARE(m_dialog->selectedFiles(), QStringList{path(u"mac.logarchive"_s)});
+    if (way == u"confirmed"_s) {
+        m_dialog->findChild<QLineEdit*>()->setText(path(name));
+        m_dialog->accept();
+        return;
+    }
+    QTRY_VERIFY(indexOf(name).isValid());
+    list()->setCurrentIndex(indexOf(name));
+    if (way == u"Return"_s) {
+        list()->setFocus();
+        QTest::keyClick(list(), Qt::Key_Return);
+        return;
+    }
+    const QPoint place = list()->visualRect(indexOf(name)).center();
+    QTest::mouseClick(list()->viewport(), Qt::LeftButton, {}, place);
+    QTest::mouseDClick(list()->viewport(), Qt::LeftButton, {}, place);
 }
 
-void TestArchiveDialog::returnPicksAnArchive()
+void TestArchiveDialog::picksArchivesAndEntersFolders_data()
 {
-    QSignalSpy accepted(m_dialog.get(), &QDialog::accepted);
-    QTRY_VERIFY(indexOf(u"mac.logarchive"_s).isValid());
-    list()->setCurrentIndex(indexOf(u"mac.logarchive"_s));
-    list()->setFocus();
-    QTest::keyClick(list(), Qt::Key_Return);
-    QCOMPARE(accepted.size(), 1);
-    QCOMPARE(m_dialog->selectedFiles(), QStringList{path(u"mac.logarchive"_s)});
+    QTest::addColumn<QString>("way");
+    for (const QString& way : {u"double click"_s, u"Return"_s, u"confirmed"_s})
+        QTest::addRow("%ls", qUtf16Printable(way)) << way;
 }
 
-void TestArchiveDialog::doubleClickEntersAFolder()
+void TestArchiveDialog::picksArchivesAndEntersFolders()
 {
-    QSignalSpy accepted(m_dialog.get(), &QDialog::accepted);
-    doubleClick(u"plain"_s);
+    QFETCH(QString, way);
+    const QSignalSpy accepted(m_dialog.get(), &QDialog::accepted);
+    open(u"plain"_s, way);
     QCOMPARE(m_dialog->directory().absolutePath(), path(u"plain"_s));
     QVERIFY(accepted.isEmpty());
-}
-
-void TestArchiveDialog::confirmingAFolderEntersIt()
-{
-    QSignalSpy accepted(m_dialog.get(), &QDialog::accepted);
-    m_dialog->findChild<QLineEdit*>()->setText(path(u"plain"_s));
-    m_dialog->accept();
-    QCOMPARE(m_dialog->directory().absolutePath(), path(u"plain"_s));
-    QVERIFY(accepted.isEmpty());
-}
-
-void TestArchiveDialog::confirmingAnArchivePicksIt()
-{
-    QSignalSpy accepted(m_dialog.get(), &QDialog::accepted);
-    m_dialog->findChild<QLineEdit*>()->setText(path(u"mac.logarchive"_s));
-    m_dialog->accept();
+    m_dialog->setDirectory(m_folder->path());
+    open(u"mac.logarchive"_s, way);
     QCOMPARE(accepted.size(), 1);
+    QCOMPARE(m_dialog->selectedFiles(), QStringList{path(u"mac.logarchive"_s)});
 }
 
 QTEST_MAIN(TestArchiveDialog)

@@ -4,6 +4,7 @@
 #include "support/warnings.h"
 
 #include <QApplication>
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
@@ -27,9 +28,14 @@ private Q_SLOTS:
     void savePanelProposesNameInLastFolder();
     void proposedNameIsOneFileName_data();
     void proposedNameIsOneFileName();
+    void suffixIsAddedWhenLeftOut_data();
     void suffixIsAddedWhenLeftOut();
     void replacingIsAskedFirst_data();
     void replacingIsAskedFirst();
+    void existingArchiveCanBeSaved();
+    void foldersAreEntered();
+    void openPanelStartsWhereAsked_data();
+    void openPanelStartsWhereAsked();
     void openPanelYieldsTheFile();
     void cancelledPanelSaysSo();
     void closedWindowCompletesOnce();
@@ -38,7 +44,10 @@ private Q_SLOTS:
 private:
     QFileDialog* dialog() const;
     void openPanel();
-    void savePanel(const QString& name);
+    void savePanel(const QString& name, ContentType type = ContentType::EntryList);
+    void accept(const QString& typed);
+    /// Accepts, and answers the question that follows. Gives the question, which may not come.
+    QString askedOnAccepting(const QString& typed, QMessageBox::StandardButton answer);
     QString path(const QString& name) const { return QDir(m_folder->path()).filePath(name); }
     void touch(const QString& name) const;
 
@@ -87,10 +96,9 @@ void TestQtPanels::openPanel()
     QVERIFY(m_results.isEmpty());
 }
 
-void TestQtPanels::savePanel(const QString& name)
+void TestQtPanels::savePanel(const QString& name, ContentType type)
 {
-    m_panels->save({ContentType::EntryList, name},
-                   [this](const PanelResult& result) { m_results.append(result); });
+    m_panels->save({type, name}, [this](const PanelResult& result) { m_results.append(result); });
     QVERIFY(dialog() != nullptr);
     QVERIFY(m_results.isEmpty());
 }
@@ -106,10 +114,7 @@ void TestQtPanels::savePanelProposesNameInLastFolder()
     savePanel(u"Tessel2024_03_07_14-05-09.tessel"_s);
     QCOMPARE(dialog()->selectedFiles(), QStringList{path(u"Tessel2024_03_07_14-05-09.tessel"_s)});
     QDir(m_folder->path()).mkdir(u"sub"_s);
-    auto* const typed = dialog()->findChild<QLineEdit*>(u"fileNameEdit"_s);
-    QVERIFY(typed != nullptr);
-    typed->setText(u"sub/x.tessel"_s);
-    static_cast<QDialog*>(dialog())->accept();
+    accept(u"sub/x.tessel"_s);
     QCOMPARE(m_results.size(), 1);
     QVERIFY(m_results.first().confirmed);
     QCOMPARE(m_results.first().location, QUrl::fromLocalFile(path(u"sub/x.tessel"_s)));
@@ -133,46 +138,120 @@ void TestQtPanels::proposedNameIsOneFileName()
     QCOMPARE(dialog()->selectedFiles(), QStringList{path(expected)});
 }
 
+void TestQtPanels::accept(const QString& typed)
+{
+    dialog()->findChild<QLineEdit*>(u"fileNameEdit"_s)->setText(typed);
+    static_cast<QDialog*>(dialog())->accept();
+}
+
+QString TestQtPanels::askedOnAccepting(const QString& typed, QMessageBox::StandardButton answer)
+{
+    QString asked;
+    QTimer::singleShot(0, this, [&asked, answer] {
+        if (auto* const question = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            asked = question->text();
+            question->button(answer)->click();
+        }
+    });
+    accept(typed);
+    return asked;
+}
+
+void TestQtPanels::suffixIsAddedWhenLeftOut_data()
+{
+    QTest::addColumn<ContentType>("type");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("expected");
+    QTest::addRow("list") << ContentType::EntryList << u"mine"_s << u"mine.tessel"_s;
+    QTest::addRow("dots") << ContentType::EntryList << u"com.apple.kernel"_s
+                          << u"com.apple.kernel.tessel"_s;
+    QTest::addRow("capitals") << ContentType::EntryList << u"mine.TESSEL"_s << u"mine.TESSEL"_s;
+    QTest::addRow("rich text") << ContentType::RichText << u"backup 2024.03.07"_s
+                               << u"backup 2024.03.07.rtf"_s;
+    QTest::addRow("archive") << ContentType::LogArchive << u"mac.1"_s << u"mac.1.logarchive"_s;
+    QTest::addRow("text") << ContentType::Text << u"mine"_s << u"mine.txt"_s;
+    QTest::addRow("text of another kind") << ContentType::Text << u"mine.csv"_s << u"mine.csv"_s;
+}
+
 void TestQtPanels::suffixIsAddedWhenLeftOut()
 {
-    savePanel(u"a.tessel"_s);
-    dialog()->findChild<QLineEdit*>()->setText(u"mine"_s);
-    static_cast<QDialog*>(dialog())->accept();
-    QCOMPARE(m_results.first().location, QUrl::fromLocalFile(path(u"mine.tessel"_s)));
+    QFETCH(ContentType, type);
+    QFETCH(QString, typed);
+    QFETCH(QString, expected);
+    savePanel(u"proposed"_s, type);
+    accept(typed);
+    QCOMPARE(m_results.size(), 1);
+    QCOMPARE(m_results.first().location, QUrl::fromLocalFile(path(expected)));
 }
 
 void TestQtPanels::replacingIsAskedFirst_data()
 {
+    QTest::addColumn<ContentType>("type");
     QTest::addColumn<QString>("typed");
-    QTest::addRow("as proposed") << u"a.tessel"_s;
-    QTest::addRow("extension added") << u"a"_s;
+    QTest::addRow("as proposed") << ContentType::EntryList << u"a.tessel"_s;
+    QTest::addRow("extension added") << ContentType::EntryList << u"a"_s;
+    QTest::addRow("archive") << ContentType::LogArchive << u"mac.logarchive"_s;
+    QTest::addRow("archive, extension added") << ContentType::LogArchive << u"mac"_s;
 }
 
 void TestQtPanels::replacingIsAskedFirst()
 {
+    QFETCH(ContentType, type);
     QFETCH(QString, typed);
     touch(u"a.tessel"_s);
-    savePanel(u"a.tessel"_s);
-    dialog()->findChild<QLineEdit*>()->setText(typed);
-    bool wasAsked = false;
-    QTimer::singleShot(0, this, [&wasAsked] {
-        auto* const question = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        QVERIFY(question != nullptr);
-        wasAsked = true;
-        question->button(QMessageBox::No)->click();
-    });
-    static_cast<QDialog*>(dialog())->accept();
-    QVERIFY(wasAsked);
+    QVERIFY(QDir(m_folder->path()).mkpath(u"mac.logarchive/Persist"_s));
+    savePanel(u"proposed"_s, type);
+    QVERIFY(!askedOnAccepting(typed, QMessageBox::No).isEmpty());
     QVERIFY(m_results.isEmpty());
     QVERIFY(dialog()->isVisible());
+    QCOMPARE(dialog()->directory().absolutePath(), m_folder->path());
+    QVERIFY(!askedOnAccepting(typed, QMessageBox::Yes).isEmpty());
+    QCOMPARE(m_results.size(), 1);
+    QVERIFY(m_results.first().location.has_value());
+}
+
+void TestQtPanels::existingArchiveCanBeSaved()
+{
+    QVERIFY(QDir(m_folder->path()).mkpath(u"mac.logarchive/Persist"_s));
+    savePanel(u"mac.logarchive"_s, ContentType::LogArchive);
+    auto* const button = dialog()->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Save);
+    QTRY_COMPARE(button->text().remove(u'&'), u"Save"_s);
+    QVERIFY(button->isEnabled());
+}
+
+void TestQtPanels::foldersAreEntered()
+{
+    QDir(m_folder->path()).mkdir(u"sub"_s);
+    savePanel(u"a.tessel"_s);
+    accept(u"sub"_s);
+    QVERIFY(m_results.isEmpty());
+    QCOMPARE(dialog()->directory().absolutePath(), path(u"sub"_s));
+}
+
+void TestQtPanels::openPanelStartsWhereAsked_data()
+{
+    QTest::addColumn<QString>("asked");
+    QTest::addColumn<QString>("start");
+    QTest::addRow("there") << u"sub"_s << u"sub"_s;
+    QTest::addRow("absent") << u"missing"_s << QString();
+    QTest::addRow("not asked") << QString() << QString();
+}
+
+void TestQtPanels::openPanelStartsWhereAsked()
+{
+    QFETCH(QString, asked);
+    QFETCH(QString, start);
+    QDir(m_folder->path()).mkdir(u"sub"_s);
+    m_panels->open({ContentType::Folder, {}, asked.isEmpty() ? QString() : path(asked)},
+                   [](const PanelResult&) {});
+    QCOMPARE(dialog()->directory().absolutePath(), QDir::cleanPath(path(start)));
 }
 
 void TestQtPanels::openPanelYieldsTheFile()
 {
     touch(u"a.tessel"_s);
     openPanel();
-    dialog()->findChild<QLineEdit*>()->setText(u"a.tessel"_s);
-    static_cast<QDialog*>(dialog())->accept();
+    accept(u"a.tessel"_s);
     QCOMPARE(m_results.size(), 1);
     QCOMPARE(m_results.first().location, QUrl::fromLocalFile(path(u"a.tessel"_s)));
     QCOMPARE(m_state->recentFiles(), QStringList{path(u"a.tessel"_s)});

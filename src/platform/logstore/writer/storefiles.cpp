@@ -23,7 +23,7 @@ std::string digits(const Uuid& uuid)
 
 tl::unexpected<Failure> cannotWrite(const fs::path& path, const std::string& reason)
 {
-    return failure("\"" + path.string() + "\" could not be written: " + reason + ".");
+    return failure("The file “" + path.string() + "” could not be written: " + reason + ".");
 }
 
 Result<void> writeFile(const fs::path& path, const Bytes& bytes)
