@@ -19,16 +19,19 @@ Freie Software unter der MIT-Lizenz.</translation>
 <context>
     <name>ArchiveDialog</name>
     <message>
-        <source>Log archive</source>
-        <translation>Logarchiv</translation>
-    </message>
-    <message>
-        <source>Use Logarchive</source>
-        <translation>Use Logarchive</translation>
-    </message>
-    <message>
         <source>Archive:</source>
         <translation>Archiv:</translation>
+    </message>
+    <message>
+        <source>Choose a Log Archive</source>
+        <translation>Ein Logarchiv wählen</translation>
+    </message>
+</context>
+<context>
+    <name>ArchiveItems</name>
+    <message>
+        <source>Log archive</source>
+        <translation>Logarchiv</translation>
     </message>
 </context>
 <context>
@@ -76,6 +79,22 @@ Freie Software unter der MIT-Lizenz.</translation>
     <message>
         <source>Save the contents of this window to a file</source>
         <translation>Save the contents of this window to a file</translation>
+    </message>
+    <message>
+        <source>Create &amp;Logarchive…</source>
+        <translation>Create &amp;Logarchive…</translation>
+    </message>
+    <message>
+        <source>Ca&amp;talogue…</source>
+        <translation>Ca&amp;talogue…</translation>
+    </message>
+    <message>
+        <source>&amp;Analyse…</source>
+        <translation>&amp;Analyse…</translation>
+    </message>
+    <message>
+        <source>&amp;Save Text…</source>
+        <translation>&amp;Save Text…</translation>
     </message>
 </context>
 <context>
@@ -338,6 +357,16 @@ Freie Software unter der MIT-Lizenz.</translation>
         <source>&amp;Search Field</source>
         <translation>Such&amp;feld</translation>
     </message>
+    <message>
+        <source>Reading the log</source>
+        <translation>Das Log wird gelesen</translation>
+    </message>
+    <message>
+        <source>%1 entries found
+%2 entries read</source>
+        <translation>%1 Einträge gefunden
+%2 Einträge gelesen</translation>
+    </message>
 </context>
 <context>
     <name>ControlRows</name>
@@ -476,6 +505,22 @@ Freie Software unter der MIT-Lizenz.</translation>
         <source>Save the contents of this window to a file</source>
         <translation>Save the contents of this window to a file</translation>
     </message>
+    <message>
+        <source>Get &amp;Info…</source>
+        <translation>Get &amp;Info…</translation>
+    </message>
+    <message>
+        <source>Ca&amp;talogue…</source>
+        <translation>Ca&amp;talogue…</translation>
+    </message>
+    <message>
+        <source>&amp;Analyse…</source>
+        <translation>&amp;Analyse…</translation>
+    </message>
+    <message>
+        <source>&amp;Save Text…</source>
+        <translation>&amp;Save Text…</translation>
+    </message>
 </context>
 <context>
     <name>EntryPane</name>
@@ -493,19 +538,6 @@ Freie Software unter der MIT-Lizenz.</translation>
             <numerusform>%n gefunden</numerusform>
             <numerusform>%n gefunden</numerusform>
         </translation>
-    </message>
-</context>
-<context>
-    <name>FetchPanel</name>
-    <message>
-        <source>%1 entries found
-%2 entries read</source>
-        <translation>%1 Einträge gefunden
-%2 Einträge gelesen</translation>
-    </message>
-    <message>
-        <source>Reading the log</source>
-        <translation>Das Log wird gelesen</translation>
     </message>
 </context>
 <context>
@@ -745,6 +777,19 @@ Freie Software unter der MIT-Lizenz.</translation>
     </message>
 </context>
 <context>
+    <name>SaveDialog</name>
+    <message>
+        <source>&amp;Save</source>
+        <translation>&amp;Speichern</translation>
+    </message>
+    <message>
+        <source>%1 already exists.
+Do you want to write into it?</source>
+        <translation>%1 gibt es schon.
+Soll hineingeschrieben werden?</translation>
+    </message>
+</context>
+<context>
     <name>SearchField</name>
     <message>
         <source>Search text</source>
@@ -879,6 +924,16 @@ Freie Software unter der MIT-Lizenz.</translation>
     <message>
         <source>Report</source>
         <translation>Bericht</translation>
+    </message>
+    <message>
+        <source>Creating the log archive</source>
+        <translation>Das Logarchiv wird erstellt</translation>
+    </message>
+    <message>
+        <source>%1 items copied
+%2</source>
+        <translation>%1 Objekte kopiert
+%2</translation>
     </message>
 </context>
 <context>
