@@ -8,21 +8,6 @@
 
 using namespace logstore::writer;
 
-namespace {
-
-constexpr std::uint32_t enormous = 0xffffffff;
-constexpr auto persist = "Persist/0000000000000001.tracev3";
-
-QString lines(std::initializer_list<const char*> texts)
-{
-    QStringList result;
-    for (const char* text : texts)
-        result += QString::fromUtf8(text);
-    return result.join(QLatin1Char('\n'));
-}
-
-} // namespace
-
 /// Damage of the files beside the records, and folders that are no store.
 class TestDamagedFiles : public QObject
 {

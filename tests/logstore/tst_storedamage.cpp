@@ -8,18 +8,8 @@ using namespace logstore::writer;
 
 namespace {
 
-constexpr std::uint32_t enormous = 0xffffffff;
-constexpr auto persist = "Persist/0000000000000001.tracev3";
 constexpr std::size_t firstRecord = 32; ///< in the body of a page
 constexpr std::size_t recordData = firstRecord + 24;
-
-QString lines(std::initializer_list<const char*> texts)
-{
-    QStringList result;
-    for (const char* text : texts)
-        result += QString::fromUtf8(text);
-    return result.join(QLatin1Char('\n'));
-}
 
 /// Where the chunk of this number begins in a trace file: 0 is the header, 1 the catalog.
 std::size_t outerChunk(const Bytes& file, int number)

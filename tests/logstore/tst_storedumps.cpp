@@ -12,11 +12,6 @@ using logstore::StoreCategory;
 
 namespace {
 
-QString utf8(const char* text)
-{
-    return QString::fromUtf8(text);
-}
-
 Bytes plist(const char* inner)
 {
     const std::string text =

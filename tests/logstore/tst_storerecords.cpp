@@ -11,23 +11,6 @@ using logstore::Level;
 using logstore::SignpostType;
 using logstore::StoreCategory;
 
-namespace {
-
-QString utf8(const char* text)
-{
-    return QString::fromUtf8(text);
-}
-
-/// The only entry of a store with the record.
-Seen only(WrittenStore& store, const Record& record)
-{
-    store.addRecords({record});
-    const auto entries = store.entries();
-    return entries.size() == 1 ? entries[0] : Seen{};
-}
-
-} // namespace
-
 /// Every kind of record, and what its entry tells.
 class TestStoreRecords : public QObject
 {

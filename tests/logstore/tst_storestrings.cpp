@@ -104,11 +104,6 @@ Record record(const StringReference& format)
     return result;
 }
 
-QString utf8(const char* text)
-{
-    return QString::fromUtf8(text);
-}
-
 } // namespace
 
 /// How records find their format strings, and what stands for those that are not found.

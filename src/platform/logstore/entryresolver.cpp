@@ -7,6 +7,7 @@
 #include "platform/logstore/message/statedump.h"
 #include "platform/logstore/message/textoutput.h"
 #include "platform/logstore/trace/innerchunks.h"
+#include "platform/logstore/trace/oversize.h"
 
 namespace logstore {
 
@@ -80,6 +81,7 @@ bool EntryResolver::load(RecordState& state, const OpenChunkSet& set)
 {
     state.time = set.nextTime();
     state.clock = set.place().clock;
+    state.file = set.place().file;
     state.catalog = set.catalog();
     state.chunk = &set.nextChunk();
     state.process = state.chunk->process;
@@ -247,10 +249,11 @@ void EntryResolver::readItems(RecordState& state)
     if (state.event == EventType::Trace) {
         m_items.readTrace(state.fields.items);
     } else if (isLog && (state.head.flags & HasOversize) != 0) {
-        const auto* body = m_oversize.find(state.clock, state.chunk->firehose.key,
-                                           state.fields.oversizeReference, state.continuousTime);
-        if (body) {
-            const OversizeChunk oversize = OversizeChunk::read(*body);
+        const Bytes body = m_oversize.find({clock(state).boot(), state.chunk->firehose.key,
+                                            state.fields.oversizeReference, state.file,
+                                            state.continuousTime});
+        if (!body.empty()) {
+            const OversizeChunk oversize = OversizeChunk::read(body);
             m_items.read(oversize.publicData, oversize.privateData, true);
         }
     } else if (isLog) {
@@ -322,8 +325,9 @@ std::optional<std::uint64_t> EntryResolver::senderImageOffset(RecordState& state
     case StringSource::SharedCache:
     case StringSource::LargeSharedCache: {
         const Image* image = format(state).sender;
-        const auto start = image ? state.process->cacheFile->textStart(image) : std::nullopt;
-        return start && *start <= address ? std::optional(address - *start) : std::nullopt;
+        if (!image || SharedCache::textStart(*image) > address)
+            return std::nullopt;
+        return address - SharedCache::textStart(*image);
     }
     }
     return std::nullopt;

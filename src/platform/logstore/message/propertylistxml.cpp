@@ -129,7 +129,8 @@ private:
              ampersand = text.find('&')) {
             appendUtf8(out, text.substr(0, ampersand));
             text.remove_prefix(ampersand);
-            const std::size_t end = text.find(';');
+            constexpr std::size_t longestEntity = 16;
+            const std::size_t end = text.substr(0, longestEntity).find(';');
             const std::string_view name =
                 text.substr(1, end == std::string_view::npos ? 0 : end - 1);
             if (appendEntity(out, name)) {
