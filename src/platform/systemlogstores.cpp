@@ -21,7 +21,7 @@ QString SystemLogStores::localFolder() const
 
 Result<OSLogStore> SystemLogStores::local()
 {
-    return OSLogStore::open(localFolder());
+    return OSLogStore::open(localFolder(), logstore::StoreOrigin::System);
 }
 
 Result<OSLogStore> SystemLogStores::archive(const QString& path)

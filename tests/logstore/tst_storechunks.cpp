@@ -234,8 +234,7 @@ void TestStoreChunks::packings()
         }
         chunks.push_back(store.page(records));
     }
-    store.files.add(persist,
-                    store.trace({ChunkSet{chunks, packing, true, {}, {}}}));
+    store.files.add(persist, store.trace({ChunkSet{chunks, packing, true, {}, {}}}));
     QCOMPARE(store.messages(), expected.join(QLatin1Char('\n')));
 }
 

@@ -132,8 +132,9 @@ void TestStoreLimits::littleFilesTakeLittleMemory_data()
     piece("braces without end", "%{", 4);
     piece("names without end", "name ", 60, RecordKind::Signpost);
     row("many oversize chunks of one reference", manyOfOneReference);
-    row("ampersands without end",
-        [](WrittenStore& s) { dumpOf(s, "<plist><string>" + std::string(1 << 20, '&')); });
+    row("ampersands without end", [](WrittenStore& s) {
+        dumpOf(s, "<plist><string>" + std::string(1 << 20, '&') + "</string>");
+    });
 }
 
 void TestStoreLimits::littleFilesTakeLittleMemory()
@@ -156,9 +157,10 @@ void TestStoreLimits::filesMayVanish()
     WrittenStore store;
     constexpr int fileCount = 70; // more than are open at once
     for (int i = 0; i < fileCount; ++i)
-        store.files.add("Persist/" + logFileName(std::size_t(i), "tracev3"),
-                        store.trace({{{store.page(
-                            {store.message(std::uint64_t(i), "file " + std::to_string(i))})}}}));
+        store.files.add(
+            "Persist/" + logFileName(std::size_t(i), "tracev3"),
+            store.trace(
+                {{{store.page({store.message(std::uint64_t(i), "file " + std::to_string(i))})}}}));
     const auto root = store.write();
     const auto opened = logstore::Store::open(root);
     QVERIFY(opened);

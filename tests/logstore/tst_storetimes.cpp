@@ -228,8 +228,7 @@ void TestStoreTimes::equalTimesKeepTheirOrder()
     store.files.add("Special/0000000000000001.tracev3",
                     store.trace({set("special a", "special b")}));
     store.files.add("Persist/0000000000000002.tracev3", store.trace({set("later a", "later b")}));
-    store.files.add(persist,
-                    store.trace({set("a", "b"), set("c", "d")}));
+    store.files.add(persist, store.trace({set("a", "b"), set("c", "d")}));
     QCOMPARE(store.messages(),
              lines({"a", "b", "a'", "c", "d", "c'", "later a", "later b", "later a'", "special a",
                     "special b", "special a'", "live a", "live b", "live a'"}));

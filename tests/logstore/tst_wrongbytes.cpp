@@ -9,7 +9,6 @@ using namespace logstore::writer;
 
 namespace {
 
-
 /// A small store with every kind of record, not compressed, so that a wrong byte hits a field.
 class PlainStore : public WrittenStore
 {

@@ -67,7 +67,9 @@ public:
     std::optional<std::uint64_t> senderImageOffset(RecordState& state);
 
 private:
-    ResolvedFormat resolve(RecordState& state, std::uint32_t reference, std::uint32_t upper);
+    enum class Use : std::uint8_t { Format, Name };
+    ResolvedFormat
+    resolve(RecordState& state, std::uint32_t reference, std::uint32_t upper, Use use);
     ResolvedFormat resolveInCache(RecordState& state, std::uint64_t offset, bool dynamic);
     std::uint64_t codeAddress(const RecordState& state) const;
     void readItems(RecordState& state);

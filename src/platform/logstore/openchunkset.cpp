@@ -67,7 +67,8 @@ void OpenChunkSet::unpack(std::shared_ptr<Catalog> catalog, Source source)
         if (!source.selection.mayMatch(chunk.process))
             return;
         if (tag == ChunkTag::Oversize) {
-            source.oversize.add(*m_place, static_cast<std::size_t>(body.data() - m_unpacked.data()), body);
+            source.oversize.add(*m_place, static_cast<std::size_t>(body.data() - m_unpacked.data()),
+                                body);
             return;
         }
         if (tag == ChunkTag::Firehose)

@@ -64,7 +64,7 @@ private:
     std::int64_t m_reached = INT64_MIN;
     Chunks m_chunks;
     Order m_whole;
-    Order m_places; ///< of those without body
+    Order m_places;          ///< of those without body
     std::size_t m_bytes = 0; ///< of those with body
     std::vector<std::uint8_t> m_again;
 };

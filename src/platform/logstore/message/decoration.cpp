@@ -21,23 +21,6 @@ bool isNumber(const Item& item)
     return item.kind() == ItemKind::Number || item.kind() == ItemKind::ErrorNumber;
 }
 
-std::uint64_t unsignedValue(Bytes bytes)
-{
-    std::uint64_t value = 0;
-    for (std::size_t i = bytes.size() < 8 ? bytes.size() : 8; i > 0; --i)
-        value = value << 8 | bytes[i - 1];
-    return value;
-}
-
-std::int64_t signedValue(Bytes bytes)
-{
-    const std::uint64_t value = unsignedValue(bytes);
-    const std::size_t bits = bytes.size() * 8;
-    if (bits == 0 || bits >= 64 || (value >> (bits - 1) & 1) == 0)
-        return static_cast<std::int64_t>(value);
-    return static_cast<std::int64_t>(value | ~std::uint64_t{0} << bits);
-}
-
 void appendUnknown(std::string& out, std::int64_t number)
 {
     out += "<decode: unknown value: ";
@@ -62,17 +45,10 @@ void appendChoice(std::string& out, const Item& item, std::string_view no, std::
 void appendErrorNumber(std::string& out, const Item& item)
 {
     const std::int64_t number = signedValue(item.bytes);
-    const std::string_view text =
-        number < 0 ? std::string_view() : errorText(static_cast<std::uint64_t>(number));
     out += '[';
     appendDecimal(out, number);
     out += ": ";
-    if (text.empty()) {
-        out += "Unknown error: ";
-        appendDecimal(out, number);
-    } else {
-        out += text;
-    }
+    appendErrorText(out, number);
     out += ']';
 }
 
@@ -113,7 +89,7 @@ void appendFileMode(std::string& out, const Item& item)
     out += text;
 }
 
-void appendTime(std::string& out, Bytes bytes, int fractionDigits)
+bool appendTime(std::string& out, Bytes bytes, int fractionDigits)
 {
     std::int64_t seconds = 0;
     std::int64_t fraction = 0;
@@ -125,11 +101,12 @@ void appendTime(std::string& out, Bytes bytes, int fractionDigits)
         seconds = loadAt<std::int32_t>(bytes);
         fraction = loadAt<std::int32_t>(bytes, 4);
     } else {
-        out += unsupportedValue;
-        return;
+        return false;
     }
-    appendLocalTime(out, seconds);
+    if (fraction < 0 || !appendLocalTime(out, seconds))
+        return false;
     appendFormatted(out, ".%0*lld", fractionDigits, static_cast<long long>(fraction));
+    return true;
 }
 
 struct UnitScale
@@ -160,7 +137,8 @@ void appendScaled(std::string& out, const Item& item, const UnitScale& scale)
     std::size_t unit = 0;
     for (value /= step; value >= step && unit + 1 < scale.units.size(); ++unit)
         value /= step;
-    if (value >= 1000)
+    constexpr double fourDigits = 999.5; // rounds to 1000
+    if (value >= fourDigits)
         appendFormatted(out, "%.0f", value);
     else
         appendFormatted(out, "%.3g", value);
@@ -210,8 +188,12 @@ bool appendMemberDetails(std::string& out, Bytes bytes)
     const bool groupId = type == 0xc3;
     const bool userName = type == 0x24 || type == 0xa0 || type == 0xa4;
     const bool groupName = type == 0x44;
-    if (!userId && !groupId && !userName && !groupName)
+    if (!in.ok())
         return false;
+    if (!userId && !groupId && !userName && !groupName) {
+        appendUnknown(out, type);
+        return true;
+    }
     std::string name;
     if (userId || groupId) {
         appendDecimal(name, in.read<std::int32_t>());
@@ -264,7 +246,8 @@ bool appendUuid(std::string& out, Bytes bytes)
 void appendSignpostValue(std::string& out,
                          const Decoration& decoration,
                          const Conversion& conversion,
-                         const Item& item)
+                         const Item& item,
+                         std::int32_t precision)
 {
     constexpr std::string_view floatLetters = "aAeEfFgG";
     out.append("__##__")
@@ -282,7 +265,7 @@ void appendSignpostValue(std::string& out,
              && item.bytes.size() == 4)
         appendFormatted(out, "%.16g", static_cast<double>(loadAt<float>(item.bytes)));
     else
-        appendByLetter(out, conversion, item, Conversion::none, false, Conversion::none);
+        appendByLetter(out, conversion, item, Conversion::none, false, precision);
     out += "##__##";
 }
 
@@ -296,7 +279,10 @@ bool appendDecoratedNumber(std::string& out, DecorationKind kind, const Item& it
     case Kind::ErrorNumber: appendErrorNumber(out, item); return true;
     case Kind::FileMode: appendFileMode(out, item); return true;
     case Kind::Signal: appendSignal(out, item); return true;
-    case Kind::Time: appendLocalTime(out, signedValue(item.bytes)); return true;
+    case Kind::Time:
+        if (!appendLocalTime(out, signedValue(item.bytes)))
+            out += unsupportedValue;
+        return true;
     case Kind::ByteCount: appendScaled(out, item, byteUnits); return true;
     case Kind::BinaryByteCount: appendScaled(out, item, binaryByteUnits); return true;
     case Kind::BitRate: appendScaled(out, item, bitRateUnits); return true;
@@ -338,8 +324,8 @@ Outcome appendDecoratedBytes(std::string& out, DecorationKind kind, const Item& 
 {
     using Kind = DecorationKind;
     switch (kind) {
-    case Kind::TimeWithMicroseconds: appendTime(out, item.bytes, 6); return Outcome::Written;
-    case Kind::TimeWithNanoseconds: appendTime(out, item.bytes, 9); return Outcome::Written;
+    case Kind::TimeWithMicroseconds: return written(appendTime(out, item.bytes, 6));
+    case Kind::TimeWithNanoseconds: return written(appendTime(out, item.bytes, 9));
     case Kind::Uuid: return written(appendUuid(out, item.bytes));
     case Kind::Ipv4Address: return written(appendIpv4(out, item.bytes));
     case Kind::Ipv6Address: return written(appendIpv6(out, item.bytes));
@@ -371,10 +357,11 @@ bool isTextual(const Item& item)
 bool appendDecorated(std::string& out,
                      const Decoration& decoration,
                      const Conversion& conversion,
-                     const Item& item)
+                     const Item& item,
+                     std::int32_t precision)
 {
     if (decoration.kind == DecorationKind::Signpost) {
-        appendSignpostValue(out, decoration, conversion, item);
+        appendSignpostValue(out, decoration, conversion, item, precision);
         return true;
     }
     if (decoration.kind == DecorationKind::LocationEscape) {
@@ -390,8 +377,11 @@ bool appendDecorated(std::string& out,
                        Item{item.type, false, item.bytes.subspan(0, 4)}, "\"");
         return true;
     }
-    if (isNumber(item) && appendDecoratedNumber(out, decoration.kind, item))
+    std::string number;
+    if (isNumber(item) && appendDecoratedNumber(number, decoration.kind, item)) {
+        out += isNumberSize(item.bytes.size()) ? number : unsupportedValue;
         return true;
+    }
     switch (appendDecoratedBytes(out, decoration.kind, item)) {
     case Outcome::Written: return true;
     case Outcome::WrongSize: out += unsupportedValue; return true;

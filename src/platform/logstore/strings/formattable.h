@@ -9,7 +9,8 @@
 
 namespace logstore {
 
-/// No real format string comes near this; a file without zero bytes must not give one at each place.
+/// No real format string comes near this; a file without zero bytes must not give one at each
+/// place.
 constexpr std::uint64_t longestString = 64 * 1024;
 
 /// The format strings of one string file that have been asked for, parsed once each.

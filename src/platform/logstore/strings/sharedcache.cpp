@@ -54,8 +54,8 @@ bool SharedCache::readTables(const File& file)
         return false;
     const RecordSizes sizes = version == 1 ? RecordSizes{16, 28} : RecordSizes{24, 32};
     const std::uint64_t tableSize = rangeCount * sizes.range + imageCount * sizes.image;
-    const auto bytes = tableSize <= file.size() ? file.bytesAt(headSize, tableSize)
-                                                  : std::vector<std::uint8_t>();
+    const auto bytes =
+        tableSize <= file.size() ? file.bytesAt(headSize, tableSize) : std::vector<std::uint8_t>();
     if (bytes.size() != tableSize)
         return false;
 
@@ -158,10 +158,9 @@ const Image* SharedCache::imageAt(std::uint64_t offset)
 
 const Image* SharedCache::imageWith(const Uuid& uuid)
 {
-    const auto found = std::lower_bound(m_imagesByUuid.begin(), m_imagesByUuid.end(), uuid,
-                                        [this](std::uint32_t index, const Uuid& value) {
-                                            return m_images[index].uuid < value;
-                                        });
+    const auto found = std::lower_bound(
+        m_imagesByUuid.begin(), m_imagesByUuid.end(), uuid,
+        [this](std::uint32_t index, const Uuid& value) { return m_images[index].uuid < value; });
     const bool isThere = found != m_imagesByUuid.end() && m_images[*found].uuid == uuid;
     return isThere ? resolved(m_images[*found]) : nullptr;
 }

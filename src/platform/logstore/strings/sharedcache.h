@@ -61,9 +61,7 @@ private:
         bool pathRead = false;
     };
 
-    SharedCache(std::filesystem::path path, TextPool& pool)
-        : m_path(std::move(path))
-        , m_pool(pool)
+    SharedCache(std::filesystem::path path, TextPool& pool) : m_path(std::move(path)), m_pool(pool)
     {
     }
     bool readTables(const File& file);

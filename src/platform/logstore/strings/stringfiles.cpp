@@ -84,8 +84,10 @@ void StringFiles::trim()
 const StringFiles::NameMap& StringFiles::listing(const std::filesystem::path& folder)
 {
     const auto [place, isNew] = m_listings.try_emplace(folder);
-    if (isNew)
-        for (const auto& path : listFolder(folder, m_allowedRoots))
+    if (!isNew)
+        return place->second;
+    if (const auto items = listFolder(folder, m_allowedRoots))
+        for (const auto& path : *items)
             place->second.emplace(upperCase(path.filename().string()), path);
     return place->second;
 }

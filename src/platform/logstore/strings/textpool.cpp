@@ -13,7 +13,7 @@ namespace {
 constexpr std::size_t blockSize = std::size_t{64} * 1024;
 constexpr std::size_t budget = std::size_t{32} << 20;
 constexpr std::size_t placeSize = 64; ///< of a text in the table
-}
+} // namespace
 
 std::string_view TextPool::intern(std::string_view text)
 {
