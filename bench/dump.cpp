@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Prints the entries of a log store, one JSON object per line: for comparing with expected entries
 // and with other decoders.
+#include "model/entrylistbuilder.h"
 #include "model/logger.h"
 #include "platform/logpredicate.h"
 #include "platform/oslogstore.h"
@@ -77,25 +78,9 @@ void writeRecord(JsonLine& line, const LogEntry& entry)
 {
     line.text("id", entry.id.toString(QUuid::WithoutBraces).toUpper().toStdString());
     line.number("type", entry.type);
-    const std::pair<const char*, const Text&> texts[] = {
-        {"activityIdentifier", entry.activityIdentifier},
-        {"category", entry.category},
-        {"composedMessage", entry.composedMessage},
-        {"date", entry.date},
-        {"level", entry.level},
-        {"parentActivityIdentifier", entry.parentActivityIdentifier},
-        {"process", entry.process},
-        {"processIdentifier", entry.processIdentifier},
-        {"sender", entry.sender},
-        {"signpostIdentifier", entry.signpostIdentifier},
-        {"signpostName", entry.signpostName},
-        {"signpostType", entry.signpostType},
-        {"storeCategory", entry.storeCategory},
-        {"subsystem", entry.subsystem},
-        {"threadIdentifier", entry.threadIdentifier},
-    };
-    for (const auto& [name, text] : texts)
-        line.text(name, text.utf8());
+    for (const EntryMember& member : entryMembers)
+        if (member.text)
+            line.text(member.name, (entry.*member.text).utf8());
 }
 
 /// What a fetch makes of the same store.
@@ -146,9 +131,8 @@ int main(int argc, char** argv)
                                     QStringLiteral("seconds"));
     const QCommandLineOption maximum(QStringLiteral("max"), QStringLiteral("Most entries."),
                                      QStringLiteral("count"));
-    const QCommandLineOption predicateText(QStringLiteral("predicate"),
-                                           QStringLiteral("Which entries."),
-                                           QStringLiteral("text"));
+    const QCommandLineOption predicateText(
+        QStringLiteral("predicate"), QStringLiteral("Which entries."), QStringLiteral("text"));
     parser.addOptions({logger, null, signposts, start, period, maximum, predicateText});
     parser.addPositionalArgument(QStringLiteral("root"), QStringLiteral("The archive or folder."));
     parser.process(application);

@@ -144,7 +144,8 @@ void Menus::listMainWindows(QMenu& menu)
     for (QAction* listed : menu.actions().mid(m_singleWindows.size() + 1))
         delete listed;
     for (QWidget* window : m_commands.mainWindows()) {
-        QAction* const action = menu.addAction(menuText(window->windowTitle()));
+        QAction* const action =
+            menu.addAction(menuText(window->windowTitle().replace("[*][*]"_L1, "[*]"_L1)));
         action->setCheckable(true);
         action->setChecked(window == menu.parentWidget()->window());
         connect(action, &QAction::triggered, window, [window] { bringForward(*window); });

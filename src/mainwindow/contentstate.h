@@ -109,12 +109,13 @@ public:
     void saveRTF();
     void setPredicate();
     void runSearch(const QString& query);
+    /// Shows all entries again, with an empty search field.
+    void endSearch();
     /// The lines that Copy puts on the clipboard; empty when nothing is selected.
     QString copyText() const;
 
 private:
     void readPreferences();
-    void endSearch();
     void followLogList();
     Result<std::shared_ptr<const logstore::EntryFilter>> fetchPredicate() const;
 

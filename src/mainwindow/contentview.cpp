@@ -9,6 +9,7 @@
 #include "platform/desktop/archivedialog.h"
 #include "platform/desktop/symbols.h"
 
+#include <QAbstractSpinBox>
 #include <QActionGroup>
 #include <QApplication>
 #include <QBoxLayout>
@@ -45,6 +46,17 @@ QString droppedPath(const QMimeData& data)
         return {};
     const QString path = urls.first().toLocalFile();
     return isEntryList(path) || ArchiveDialog::isArchive(path) ? path : QString();
+}
+
+/// Takes the drag if a command takes what it carries. As a copy: a program that is told that its
+/// file was moved may delete it.
+bool acceptCopy(QDropEvent& event)
+{
+    if (droppedPath(*event.mimeData()).isEmpty() || !(event.possibleActions() & Qt::CopyAction))
+        return false;
+    event.setDropAction(Qt::CopyAction);
+    event.accept();
+    return true;
 }
 
 /// The picker of the field that searches look in.
@@ -100,7 +112,10 @@ ContentView::ContentView(const Platform& platform,
     layout->addWidget(m_pane, 1);
     setCentralWidget(content);
 
-    const auto showTitle = [this] { setWindowTitle(m_state.windowTitle()); };
+    // The toolkit shows "[*]" as a mark of unsaved changes unless it stands twice.
+    const auto showTitle = [this] {
+        setWindowTitle(m_state.windowTitle().replace("[*]"_L1, "[*][*]"_L1));
+    };
     connect(&m_state, &ContentState::windowTitleChanged, this, showTitle);
     showTitle();
     watchFetches();
@@ -169,9 +184,17 @@ void ContentView::watchFetches()
         [this](const FetchProgress& progress) { return m_fetchPanel->update(progress); });
 }
 
+/// The field that has the keyboard, by itself or as part of an editor.
+QLineEdit* ContentView::focusField() const
+{
+    if (const auto* const editor = qobject_cast<QAbstractSpinBox*>(focusWidget()))
+        return editor->findChild<QLineEdit*>();
+    return qobject_cast<QLineEdit*>(focusWidget());
+}
+
 void ContentView::copy()
 {
-    if (auto* const field = qobject_cast<QLineEdit*>(focusWidget()))
+    if (const QLineEdit* const field = focusField())
         return field->copy();
     const QString lines = m_state.copyText();
     if (!lines.isEmpty())
@@ -180,7 +203,7 @@ void ContentView::copy()
 
 void ContentView::selectAll()
 {
-    if (auto* const field = qobject_cast<QLineEdit*>(focusWidget()))
+    if (QLineEdit* const field = focusField())
         return field->selectAll();
     m_pane->list().selectAll();
 }
@@ -193,16 +216,14 @@ void ContentView::find()
 
 void ContentView::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (!droppedPath(*event->mimeData()).isEmpty())
-        event->acceptProposedAction();
+    acceptCopy(*event);
 }
 
 void ContentView::dropEvent(QDropEvent* event)
 {
-    const QString path = droppedPath(*event->mimeData());
-    if (path.isEmpty())
+    if (!acceptCopy(*event))
         return;
-    event->acceptProposedAction();
+    const QString path = droppedPath(*event->mimeData());
     // Later, so that an alert does not hold up the program that the drag came from.
     QTimer::singleShot(0, this, [this, path] {
         if (isEntryList(path))

@@ -10,6 +10,7 @@
 
 class EntryPane;
 class FetchPanel;
+class QLineEdit;
 class QMenu;
 
 /// The menus of a main window that hold its own commands. What is common to all windows is put in
@@ -50,6 +51,7 @@ private:
     void addMenus();
     void addToolBar();
     void watchFetches();
+    QLineEdit* focusField() const;
 
     ContentState m_state;
     EntryPane* m_pane;

@@ -13,6 +13,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+#include <limits>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -46,8 +48,11 @@ template <typename Property>
 QLineEdit*
 field(ContentState& state, Property ContentState::*text, void (ContentState::*changed)(), int width)
 {
-    auto* const edit = new QLineEdit((state.*text).value());
+    auto* const edit = new QLineEdit;
+    edit->setMaxLength(std::numeric_limits<int>::max()); // else a longer text would be cut
+    edit->setText((state.*text).value());
     edit->setFixedWidth(width);
+    edit->setAcceptDrops(false); // a document dropped here is to be opened by the window
     QObject::connect(edit, &QLineEdit::textChanged, &state,
                      [&state, text](const QString& typed) { state.*text = typed; });
     QObject::connect(&state, changed, edit, [edit, &state, text] {
@@ -104,15 +109,16 @@ QWidget* ControlRows::fetchRow()
     QLineEdit* const maximum =
         field(m_state, &ContentState::maxCount, &ContentState::maxCountChanged, 150);
     name(maximum, u"maxCount"_s, tr("Max entries"));
-    QCheckBox* const signposts = toggle(tr("Show Signposts"), m_state, &ContentState::showSignposts,
-                                        &ContentState::showSignpostsChanged);
+    QCheckBox* const signposts =
+        toggle(tr("Show Si&gnposts"), m_state, &ContentState::showSignposts,
+               &ContentState::showSignpostsChanged);
     name(signposts, u"showSignposts"_s, tr("Show Signposts"));
-    QCheckBox* const full =
-        toggle(tr("Full Fields"), m_state, &ContentState::fullMode, &ContentState::fullModeChanged);
+    QCheckBox* const full = toggle(tr("Full Fie&lds"), m_state, &ContentState::fullMode,
+                                   &ContentState::fullModeChanged);
     name(full, u"fullMode"_s, tr("Full Fields"));
 
-    return row({archiveLabel(), labelled(tr("Start"), startEditor()), labelled(tr(":"), seconds),
-                labelled(tr("Period (seconds)"), period), labelled(tr("Max entries"), maximum),
+    return row({archiveLabel(), labelled(tr("&Start"), startEditor()), labelled(tr(":"), seconds),
+                labelled(tr("&Period (seconds)"), period), labelled(tr("&Max entries"), maximum),
                 signposts, full});
 }
 
@@ -130,8 +136,8 @@ QWidget* ControlRows::predicateRow()
         field(m_state, &ContentState::userNoteText, &ContentState::userNoteTextChanged, 300);
     name(note, u"note"_s, tr("Note"));
 
-    return row({labelled(tr("Predicate"), set), predicatePicker(), predicate, countLabel(),
-                labelled(tr("Note: "), note)});
+    return row({labelled(tr("P&redicate"), set), predicatePicker(), predicate, countLabel(),
+                labelled(tr("&Note: "), note)});
 }
 
 QLabel* ControlRows::archiveLabel()

@@ -112,6 +112,7 @@ void EntryPane::followState()
             [this](const QString& text) { m_state.searchQuery = text; });
     connect(m_searchField, &SearchField::submitted, this,
             [this] { m_state.runSearch(m_state.searchQuery); });
+    connect(m_searchField, &SearchField::ended, &m_state, &ContentState::endSearch);
     connect(&m_state, &ContentState::searchQueryChanged, this, [this] {
         if (m_searchField->text() != m_state.searchQuery.value())
             m_searchField->setText(m_state.searchQuery);

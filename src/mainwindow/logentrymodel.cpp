@@ -17,8 +17,10 @@ QString toolTip(const LogEntry& entry)
         text += u"\n\n"_s + QString::fromUtf16(noteMarker) + entry.userNote->toString();
     if (text.isEmpty())
         return {};
-    if (text.size() > longestToolTip)
-        text = text.left(longestToolTip) + u" …"_s;
+    if (text.size() > longestToolTip) {
+        const bool halvesAPair = text.at(longestToolTip - 1).isHighSurrogate();
+        text = text.left(longestToolTip - (halvesAPair ? 1 : 0)) + u" …"_s;
+    }
     return u"<p style=\"white-space:pre-wrap\">"_s + text.toHtmlEscaped() + u"</p>"_s;
 }
 

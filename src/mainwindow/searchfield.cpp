@@ -14,6 +14,7 @@ SearchField::SearchField(QWidget* parent) : QLineEdit(parent)
     setPlaceholderText(tr("search text"));
     setClearButtonEnabled(true);
     addAction(symbolIcon(u"magnifyingglass"_s), LeadingPosition);
+    setAcceptDrops(false); // a document dropped here is to be opened by the window
     connect(this, &QLineEdit::returnPressed, this, &SearchField::submitted);
 }
 
@@ -22,5 +23,5 @@ void SearchField::keyPressEvent(QKeyEvent* event)
     if (event->key() != Qt::Key_Escape)
         return QLineEdit::keyPressEvent(event);
     clear();
-    Q_EMIT submitted();
+    Q_EMIT ended();
 }

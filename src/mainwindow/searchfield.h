@@ -3,7 +3,7 @@
 
 #include <QLineEdit>
 
-/// The list's search field. Return submits the query; Escape clears it and submits that.
+/// The list's search field. Return submits the query; Escape clears it and ends the search.
 class SearchField final : public QLineEdit
 {
     Q_OBJECT
@@ -13,6 +13,7 @@ public:
 
 Q_SIGNALS:
     void submitted();
+    void ended();
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;

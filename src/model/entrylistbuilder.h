@@ -46,21 +46,21 @@ public:
     bool wantsString() const { return !isIgnoring(); }
 
     const std::string& error() const { return m_error; }
-    /// Of the entry that the error is about, or the last one begun; from 1.
-    qsizetype entryNumber() const { return m_entries.size(); }
     QList<LogEntry> takeEntries() { return std::move(m_entries); }
 
 private:
     static constexpr int outside = 0;
     static constexpr int inList = 1;
     static constexpr int inEntry = 2; ///< and deeper in members that are passed over
-    static constexpr int deepest = 100;
+    static constexpr int deepest = 500;
     static constexpr std::size_t ignored = std::size_t(-1);
 
     bool isIgnoring() const
     {
         return m_depth > inEntry || (m_depth == inEntry && m_member == ignored);
     }
+    /// Of the entry that the error is about, or the last one begun; from 1.
+    qsizetype entryNumber() const { return m_entries.size(); }
     bool descend();
     bool takeId(std::string_view value);
     bool takeText(std::string_view value);

@@ -123,9 +123,11 @@ private:
     static constexpr std::string_view lineBreak = "\\line\n";
     /// \uc1: one character, for readers without Unicode, follows each escape. It is the question
     /// mark, itself escaped: some readers drop the whole word that begins with a plain one.
-    /// Colour 0 is left to the reader, which takes the page's own text colour.
+    /// Colour 0 is left to the reader, which takes the page's own text colour. LibreOffice widens
+    /// runs of spaces in a document that does not say what made it.
     static constexpr std::string_view header =
         "{\\rtf1\\ansi\\ansicpg1252\\deff0\\uc1\n"
+        "{\\*\\generator Tessel;}\n"
         "{\\fonttbl{\\f0\\fswiss Helvetica;}}\n"
         "{\\colortbl;\\red23\\green107\\blue37;\\red179\\green19\\blue26;"
         "\\red10\\green88\\blue202;\\red110\\green82\\blue0;}\n"

@@ -5,9 +5,9 @@
 
 namespace {
 
-/// The wanted filter, with a step of the pace for each entry that it turns away: a long search that
-/// finds nothing can then be watched and cancelled as well. After cancelling it lets everything
-/// through, so that the stream comes back to the walk at once.
+/// The wanted filter, with a step of the pace for each entry that it turns away and a look for each
+/// part of the store: a long search that finds nothing can then be watched and cancelled as well.
+/// After cancelling it lets the entry at hand through, so that the stream comes back to the walk.
 class PacedFilter final : public logstore::EntryFilter
 {
 public:
@@ -24,14 +24,20 @@ public:
 
     bool mayMatch(const logstore::ProcessFacts& process) const override
     {
-        return m_pace->isCancelled() || m_wanted->mayMatch(process);
+        return m_wanted->mayMatch(process);
     }
 
     bool mayMatch(const logstore::ProcessFacts& process,
                   std::string_view subsystem,
                   std::string_view category) const override
     {
-        return m_pace->isCancelled() || m_wanted->mayMatch(process, subsystem, category);
+        return m_wanted->mayMatch(process, subsystem, category);
+    }
+
+    bool goesOn(std::int64_t reached) const override
+    {
+        m_pace->look(reached);
+        return !m_pace->isCancelled();
     }
 
 private:

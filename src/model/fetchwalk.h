@@ -23,16 +23,17 @@ public:
             look(time);
         return !m_cancelled;
     }
+    /// Calls the observer if its time has come.
+    void look(std::int64_t time);
     void countFetched() { ++m_progress.fetched; }
     qsizetype fetched() const { return m_progress.fetched; }
     bool isCancelled() const { return m_cancelled; }
 
 private:
-    static constexpr quint64 entriesBetweenLooks =
-        64;                                ///< a look at the clock costs as much as an entry
+    /// A look at the clock costs as much as an entry.
+    static constexpr quint64 entriesBetweenLooks = 64;
     static constexpr qint64 interval = 50; ///< milliseconds between two calls
 
-    void look(std::int64_t time);
     double fraction(std::int64_t time) const;
 
     FetchObserver m_observer;

@@ -64,7 +64,7 @@ public:
     /// Sets the note of the first entry with each of the identities.
     void setNote(const QSet<QUuid>& ids, const QString& note);
 
-    /// Replaces the list by some of its own entries.
+    /// Replaces the list.
     void setLogList(const QList<LogEntry>& entries);
 
     /// Asks for an entry list file and opens it.

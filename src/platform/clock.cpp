@@ -10,7 +10,8 @@ QDateTime SystemClock::now() const
 
 QTimeZone SystemClock::timeZone() const
 {
-    return QTimeZone::systemTimeZone();
+    const QTimeZone zone = QTimeZone::systemTimeZone();
+    return zone.isValid() ? zone : QTimeZone::utc(); // TZ may name a zone that is not known here
 }
 
 quint64 SystemClock::tickCount() const

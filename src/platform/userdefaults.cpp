@@ -17,6 +17,38 @@ bool isDamaged(const QString& path)
     return !bytes.isValidUtf8() || bytes.contains('\0');
 }
 
+// QSettings drops a byte-order mark that begins a value. In the file each is therefore written as
+// a private-use character and a digit, and that character itself likewise.
+constexpr QChar byteOrderMark = u'\ufeff';
+constexpr QChar escape = u'\ue0fe';
+const QString escapedEscape = QStringLiteral("\ue0fe0");
+const QString escapedMark = QStringLiteral("\ue0fe1");
+
+QString asInFile(QString text)
+{
+    return text.replace(escape, escapedEscape).replace(byteOrderMark, escapedMark);
+}
+
+QString fromFile(QString text)
+{
+    return text.replace(escapedMark, QString(byteOrderMark))
+        .replace(escapedEscape, QString(escape));
+}
+
+/// The value with `convert` applied to its text or texts.
+template <typename Convert>
+QVariant converted(const QVariant& value, Convert convert)
+{
+    if (value.typeId() == QMetaType::QString)
+        return convert(value.toString());
+    if (value.typeId() != QMetaType::QStringList)
+        return value;
+    QStringList texts = value.toStringList();
+    for (QString& text : texts)
+        text = convert(text);
+    return texts;
+}
+
 } // namespace
 
 QString preferencesFile()
@@ -33,7 +65,7 @@ UserDefaults::UserDefaults(const QString& path, QObject* parent)
     if (m_settings.status() == QSettings::FormatError || isDamaged(path)) {
         m_memory.emplace();
         for (const QString& key : keys)
-            m_memory->insert(key, m_settings.value(key));
+            m_memory->insert(key, converted(m_settings.value(key), fromFile));
         fail(tr("it is damaged. Repair or remove it to have settings kept again"));
     } else if (m_settings.status() == QSettings::AccessError) {
         fail(tr("it cannot be read"));
@@ -92,7 +124,7 @@ void UserDefaults::set(const QString& key, const QStringList& value)
 
 QVariant UserDefaults::value(const QString& key) const
 {
-    return m_memory ? m_memory->value(key) : m_settings.value(key);
+    return m_memory ? m_memory->value(key) : converted(m_settings.value(key), fromFile);
 }
 
 void UserDefaults::write(const QString& key, const QVariant& value)
@@ -100,7 +132,7 @@ void UserDefaults::write(const QString& key, const QVariant& value)
     if (m_memory) {
         m_memory->insert(key, value);
     } else {
-        m_settings.setValue(key, value);
+        m_settings.setValue(key, converted(value, asInFile));
         m_settings.sync();
         if (m_settings.status() != QSettings::NoError)
             fail(tr("it cannot be written"));

@@ -11,16 +11,20 @@
 
 namespace {
 
-/// Calls `show` now, and again whenever the key is written, for as long as `control` lives.
+/// Calls `show` whenever the key is written, for as long as `control` lives.
 template <typename Show>
 void follow(QObject* control, UserDefaults& defaults, QLatin1StringView key, Show show)
 {
-    show();
     QObject::connect(&defaults, &UserDefaults::changed, control,
                      [key, show](const QString& written) {
                          if (written == key)
                              show();
                      });
+}
+
+QString storedText(const UserDefaults& defaults, const preferences::TextKey& preference)
+{
+    return defaults.string(preference.key).value_or(QString());
 }
 
 void showText(QLineEdit* field, const QString& text)
@@ -40,11 +44,11 @@ void showText(QLineEdit* field, const QString& text)
 
 void bind(QLineEdit* field, UserDefaults& defaults, const preferences::TextKey& preference)
 {
-    const auto stored = [&defaults, preference] {
-        return defaults.string(preference.key).value_or(QString());
-    };
+    const auto stored = [&defaults, preference] { return storedText(defaults, preference); };
+    const auto show = [field, stored] { showText(field, stored()); };
     field->setMaxLength(std::numeric_limits<int>::max()); // else a longer text would be cut
-    follow(field, defaults, preference.key, [field, stored] { showText(field, stored()); });
+    show();
+    follow(field, defaults, preference.key, show);
     QObject::connect(field, &QLineEdit::textChanged, &defaults,
                      [&defaults, preference, stored](const QString& text) {
                          if (text != stored())
@@ -57,7 +61,9 @@ void bind(QCheckBox* control, UserDefaults& defaults, const preferences::SwitchK
     const auto stored = [&defaults, preference] {
         return defaults.boolean(preference.key).value_or(preference.shownWhenAbsent);
     };
-    follow(control, defaults, preference.key, [control, stored] { control->setChecked(stored()); });
+    const auto show = [control, stored] { control->setChecked(stored()); };
+    show();
+    follow(control, defaults, preference.key, show);
     QObject::connect(control, &QCheckBox::toggled, &defaults,
                      [&defaults, preference, stored](bool on) {
                          if (on != stored())
@@ -67,11 +73,9 @@ void bind(QCheckBox* control, UserDefaults& defaults, const preferences::SwitchK
 
 void bind(QTextDocument* document, UserDefaults& defaults, const preferences::TextKey& preference)
 {
-    const auto stored = [&defaults, preference] {
-        return defaults.string(preference.key).value_or(QString());
-    };
-    follow(document, defaults, preference.key,
-           [document, stored] { showText(document, stored()); });
+    const auto stored = [&defaults, preference] { return storedText(defaults, preference); };
     bindText(document, stored,
              [&defaults, preference](const QString& text) { defaults.set(preference.key, text); });
+    follow(document, defaults, preference.key,
+           [document, stored] { showText(document, stored()); });
 }

@@ -11,14 +11,15 @@
 
 namespace {
 
-QLineEdit* newField(const QString& title,
-                    int width,
-                    UserDefaults& defaults,
-                    const preferences::TextKey& preference)
+QString withoutMnemonic(QString title)
+{
+    return title.remove(u'&');
+}
+
+QLineEdit* newField(int width, UserDefaults& defaults, const preferences::TextKey& preference)
 {
     auto* field = new QLineEdit;
     field->setObjectName(preference.key);
-    field->setAccessibleName(title);
     field->setFixedWidth(width);
     bind(field, defaults, preference);
     return field;
@@ -29,14 +30,15 @@ newSwitch(const QString& title, UserDefaults& defaults, const preferences::Switc
 {
     auto* control = new QCheckBox(title);
     control->setObjectName(preference.key);
-    control->setAccessibleName(title);
+    control->setAccessibleName(withoutMnemonic(title));
     bind(control, defaults, preference);
     return control;
 }
 
-void addField(QFormLayout* form, QLineEdit* field)
+void addField(QFormLayout* form, const QString& title, QLineEdit* field)
 {
-    form->addRow(field->accessibleName(), field);
+    field->setAccessibleName(withoutMnemonic(title));
+    form->addRow(title, field);
 }
 
 /// Adds a control that says by itself what it is, in line with the fields.
@@ -60,18 +62,18 @@ GenTab::GenTab(UserDefaults& defaults, QWidget* parent) : QWidget(parent)
     form->setLabelAlignment(Qt::AlignRight);
     form->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
 
-    addField(form, newField(tr("Text"), 400, defaults, preferences::predicate));
+    addField(form, tr("&Text"), newField(400, defaults, preferences::predicate));
     endGroup(form);
-    addField(form, newField(tr("Period (seconds)"), 200, defaults, preferences::period));
-    addField(form, newField(tr("Max entries"), 150, defaults, preferences::maxCount));
+    addField(form, tr("&Period (seconds)"), newField(200, defaults, preferences::period));
+    addField(form, tr("&Max entries"), newField(150, defaults, preferences::maxCount));
     endGroup(form);
-    addControl(form, newSwitch(tr("Full Fields"), defaults, preferences::fullMode));
-    addControl(form, newSwitch(tr("Show Signposts"), defaults, preferences::showSignposts));
-    auto* reset = new QPushButton(tr("Reset Predicates"));
+    addControl(form, newSwitch(tr("&Full Fields"), defaults, preferences::fullMode));
+    addControl(form, newSwitch(tr("&Show Signposts"), defaults, preferences::showSignposts));
+    auto* reset = new QPushButton(tr("&Reset Predicates"));
     reset->setObjectName(QStringLiteral("resetPredicates"));
     reset->setToolTip(tr("Replace the predicate library with the default one"));
     connect(reset, &QPushButton::clicked, this, [&defaults] { resetPredicateLibrary(defaults); });
     addControl(form, reset);
     endGroup(form);
-    addControl(form, newSwitch(tr("Light Mode"), defaults, preferences::lightMode));
+    addControl(form, newSwitch(tr("&Light Mode"), defaults, preferences::lightMode));
 }

@@ -25,7 +25,7 @@ PredTab::PredTab(UserDefaults& defaults, PredicateCheck check, QWidget* parent) 
     predicateText->setAccessibleName(tr("Predicate"));
     bind(predicateText->document(), defaults, preferences::predicateText);
 
-    auto* append = new QPushButton(tr("Append"));
+    auto* append = new QPushButton(tr("&Append"));
     append->setObjectName(u"append"_s);
     append->setToolTip(tr("Add this predicate to the library under its name"));
     connect(append, &QPushButton::clicked, this, [&defaults, predicateName] {
@@ -37,7 +37,7 @@ PredTab::PredTab(UserDefaults& defaults, PredicateCheck check, QWidget* parent) 
     auto* rows = new QFormLayout(form);
     rows->setContentsMargins(0, 0, 0, 0);
     rows->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
-    rows->addRow(tr("New name"), predicateName);
+    rows->addRow(tr("&New name"), predicateName);
     rows->addRow(predicateText);
     rows->addRow(append);
     append->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);

@@ -25,7 +25,6 @@ private Q_SLOTS:
     void freshWindow();
     void storedPreferencesAreTaken();
     void laterWritesStayUnseen();
-    void fieldsSignalChangesOnly();
     void fetchPassesWhatWasTyped();
     void fetchReadsTheSpecialPredicateAfresh();
     void wrongPredicateIsAnAlertAndNoFetch();
@@ -34,8 +33,6 @@ private Q_SLOTS:
     void fetchShowsItsListOnce();
     void searchNarrowsAndNamesItself();
     void searchOverNothingChangesNothing();
-    void emptySearchEndsTheSearch();
-    void searchLooksThroughAllEntries();
     void nothingFoundIsSaidInWords();
     void reduce_data();
     void reduce();
@@ -44,11 +41,8 @@ private Q_SLOTS:
     void noteOnNothingDoesNothing_data();
     void noteOnNothingDoesNothing();
     void glossGathersShownSelection();
-    void glossOfNothingDoesNothing();
     void copyGivesLinesInListOrder();
     void readingEndsTheSearch();
-    void savedNameCarriesTheSearch();
-    void setOpensThePredicateEditor();
 
 private:
     ContentState& state() { return *m_state; }
@@ -201,15 +195,6 @@ void TestContentState::laterWritesStayUnseen()
     QCOMPARE(m_fake->defaults.string(u"period"_s), u"60"_s);
 }
 
-void TestContentState::fieldsSignalChangesOnly()
-{
-    QSignalSpy changed(&state(), &ContentState::periodChanged);
-    state().period = u"5.0"_s;
-    QCOMPARE(changed.size(), 0);
-    state().period = u"6"_s;
-    QCOMPARE(changed.size(), 1);
-}
-
 void TestContentState::fetchPassesWhatWasTyped()
 {
     useDemonstration();
@@ -299,6 +284,17 @@ void TestContentState::searchNarrowsAndNamesItself()
     QCOMPARE(state().windowTitle(), u"Tessel - DISK"_s);
     QVERIFY(!titles.isEmpty());
     QCOMPARE(state().countText(), u"4 entries"_s);
+
+    state().runSearch(u"network"_s); // looks through all entries, not through those found
+    QCOMPARE(messagesOf(state().shownEntries()), QStringList{u"network up"_s});
+    state().searchTypeIndex = 4;
+    state().runSearch(u"odd"_s);
+    QCOMPARE(messagesOf(state().shownEntries()), QStringList{u"network up"_s});
+
+    state().runSearch(QString());
+    QVERIFY(!state().isSearching());
+    QCOMPARE(state().windowTitle(), u"Tessel"_s);
+    QCOMPARE(state().shownEntries().size(), 4);
 }
 
 void TestContentState::searchOverNothingChangesNothing()
@@ -306,27 +302,15 @@ void TestContentState::searchOverNothingChangesNothing()
     state().runSearch(u"disk"_s);
     QVERIFY(!state().isSearching());
     QCOMPARE(state().windowTitle(), u"Tessel"_s);
-}
 
-void TestContentState::emptySearchEndsTheSearch()
-{
     shownSample();
     state().runSearch(u"disk"_s);
+    setEntries({});
     state().runSearch(QString());
+    QVERIFY(state().isSearching());
+    state().endSearch(); // which Escape does
     QVERIFY(!state().isSearching());
     QCOMPARE(state().windowTitle(), u"Tessel"_s);
-    QCOMPARE(state().shownEntries().size(), 4);
-}
-
-void TestContentState::searchLooksThroughAllEntries()
-{
-    shownSample();
-    state().runSearch(u"disk"_s);
-    state().runSearch(u"network"_s);
-    QCOMPARE(messagesOf(state().shownEntries()), QStringList{u"network up"_s});
-    state().searchTypeIndex = 4;
-    state().runSearch(u"odd"_s);
-    QCOMPARE(messagesOf(state().shownEntries()), QStringList{u"network up"_s});
 }
 
 void TestContentState::nothingFoundIsSaidInWords()
@@ -410,10 +394,12 @@ void TestContentState::noteOnNothingDoesNothing()
         shownSample();
     if (hasSelection)
         state().selection = QSet<QUuid>{QUuid::createUuid()};
+    m_fake->defaults.set(u"selectText"_s, u"before"_s);
     QSignalSpy changed(&state().logger(), &Logger::logListChanged);
     state().addNote();
     state().gloss();
     QCOMPARE(changed.size(), 0);
+    QCOMPARE(m_fake->defaults.string(u"selectText"_s), u"before"_s);
     QVERIFY(m_openedWindows.isEmpty());
 }
 
@@ -428,14 +414,6 @@ void TestContentState::glossGathersShownSelection()
     state().runSearch(u"disk"_s);
     state().gloss();
     QCOMPARE(state().selectText.value(), u"Disk full"_s);
-}
-
-void TestContentState::glossOfNothingDoesNothing()
-{
-    m_fake->defaults.set(u"selectText"_s, u"before"_s);
-    shownSample();
-    state().gloss();
-    QCOMPARE(m_fake->defaults.string(u"selectText"_s), u"before"_s);
 }
 
 void TestContentState::copyGivesLinesInListOrder()
@@ -463,21 +441,6 @@ void TestContentState::readingEndsTheSearch()
     QCOMPARE(state().shownEntries().size(), 4);
     m_fake->panels.confirm(path);
     QCOMPARE(messagesOf(state().shownEntries()), messagesOf(sampleEntries()));
-}
-
-void TestContentState::savedNameCarriesTheSearch()
-{
-    shownSample();
-    state().runSearch(u"disk"_s);
-    state().saveJSON();
-    QCOMPARE(m_fake->panels.saveRequests.first().proposedName,
-             u"Tessel2024_03_07_14-05-00 - disk.tessel"_s);
-}
-
-void TestContentState::setOpensThePredicateEditor()
-{
-    state().setPredicate();
-    QCOMPARE(m_openedWindows, QStringList{u"miniPredView"_s});
 }
 
 QTEST_GUILESS_MAIN(TestContentState)

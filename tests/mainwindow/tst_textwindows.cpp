@@ -17,12 +17,10 @@ class tst_TextWindows : public QObject
 private Q_SLOTS:
     void init();
     void predicateEditorHasItsSizes();
-    void predicateIsStoredWhileTyped();
     void saveStoresPlainQuotesAndCloses_data();
     void saveStoresPlainQuotesAndCloses();
     void closingKeepsWhatWasTyped();
     void glossShowsAndStoresItsText();
-    void glossKeepsTheExactMessages();
     void manyMessagesOpenAtOnce();
 
 private:
@@ -60,14 +58,6 @@ void tst_TextWindows::predicateEditorHasItsSizes()
     QCOMPARE(save->text(), u"Save"_s);
     QVERIFY(window.rect().contains(save->geometry()));
     QVERIFY(!save->geometry().intersects(editor->geometry()));
-}
-
-void tst_TextWindows::predicateIsStoredWhileTyped()
-{
-    MiniPredView window(*m_defaults, everyPredicateIsWrong);
-    window.show();
-    window.findChild<QTextEdit*>(u"specPred"_s)->insertPlainText(u"“p"_s);
-    QCOMPARE(m_defaults->string(u"specPred"_s), u"“p"_s);
 }
 
 void tst_TextWindows::saveStoresPlainQuotesAndCloses_data()
@@ -117,15 +107,6 @@ void tst_TextWindows::glossShowsAndStoresItsText()
     QCOMPARE(m_defaults->string(u"selectText"_s), u"first\n\nthird!"_s);
     m_defaults->set(u"selectText"_s, u"another"_s);
     QCOMPARE(window.toPlainText(), u"another"_s);
-}
-
-void tst_TextWindows::glossKeepsTheExactMessages()
-{
-    m_defaults->set(u"selectText"_s, u"a\u00a0b\u2028c"_s);
-    TextView window(*m_defaults);
-    window.moveCursor(QTextCursor::End);
-    QTest::keyClicks(&window, u"!"_s);
-    QCOMPARE(m_defaults->string(u"selectText"_s), u"a\u00a0b\u2028c!"_s);
 }
 
 void tst_TextWindows::manyMessagesOpenAtOnce()

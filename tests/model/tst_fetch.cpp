@@ -27,6 +27,15 @@ private:
     std::string m_text;
 };
 
+/// Rules out every process from the catalog, so that no entry is ever looked at.
+class RulesOutAll : public logstore::EntryFilter
+{
+public:
+    bool matches(const logstore::Entry&) const override { return false; }
+    using EntryFilter::mayMatch;
+    bool mayMatch(const logstore::ProcessFacts&) const override { return false; }
+};
+
 } // namespace
 
 /// How far a fetch reads, and what it tells of itself.
@@ -325,6 +334,8 @@ void TestFetch::observerCancels_data()
     QTest::newRow("everything matches") << Filter() << true << true;
     QTest::newRow("nothing matches")
         << Filter(std::make_shared<Containing>("nowhere")) << true << false;
+    QTest::newRow("every process is ruled out")
+        << Filter(std::make_shared<RulesOutAll>()) << true << false;
     QTest::newRow("everything is dropped") << Filter() << false << false;
 }
 

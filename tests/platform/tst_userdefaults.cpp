@@ -64,6 +64,8 @@ void addTexts()
     QTest::newRow("delete and high controls") << u"\u007f\u0080\u0085\u009f\u00a0"_s;
     QTest::newRow("control before a hexadecimal digit") << u"\u0001a\u00022\u0003f"_s;
     QTest::newRow("separators") << u"\u2028\u2029\ufeff\ufffd\uffff"_s;
+    QTest::newRow("leading byte-order mark") << u"\ufeffa\ue0fe0\ue0fe1\ufeff"_s;
+    QTest::newRow("byte-order mark after what is escaped") << u"\"\ufeffa"_s;
     QTest::newRow("astral") << u"🥎📍𐐷 a\U0010FFFD"_s;
     QTest::newRow("combining") << u"e\u0301 ⬅\ufe0e ➤➤"_s;
 }
@@ -133,6 +135,7 @@ void tst_UserDefaults::listsComeBackExactly_data()
     QTest::newRow("commas and quotation marks")
         << QStringList{u"a,b"_s, u"\"c\""_s, u","_s, u"\""_s};
     QTest::newRow("at signs") << QStringList{u"@"_s, u"@@"_s, u"@Variant(x)"_s, u"a@"_s};
+    QTest::newRow("byte-order marks") << QStringList{u"\ufeff@"_s, u"\ue0fe"_s};
     QTest::newRow("line ends and controls")
         << QStringList{u"a\nb"_s, u"\r"_s, u"\u0001a"_s, u"\t"_s};
     QTest::newRow("any writing") << QStringList{u"⬅\ufe0e [ … ]"_s, u"🥎"_s, u"𐐷"_s, u"é"_s};

@@ -14,7 +14,10 @@ namespace {
 /// The text as an editor can hold it: with each kind of paragraph end a line feed.
 QString asHeldByEditor(QString text)
 {
-    return text.replace("\r\n"_L1, "\n"_L1).replace(u'\r', u'\n').replace(u'\u2029', u'\n');
+    text.replace("\r\n"_L1, "\n"_L1);
+    for (const QChar paragraphEnd : {u'\r', u'\u2029', u'\ufdd0', u'\ufdd1'})
+        text.replace(paragraphEnd, u'\n');
+    return text;
 }
 
 } // namespace
@@ -46,6 +49,7 @@ void bindText(QTextDocument* document,
               const std::function<void(const QString&)>& store)
 {
     showText(document, load());
+    document->clearUndoRedoStacks(); // undoing the load would store an empty text
     QObject::connect(document, &QTextDocument::contentsChanged, document, [document, load, store] {
         // A change that only follows the loaded text is not the user's, and the editor may hold
         // that text in another form.

@@ -32,10 +32,12 @@ QString StateFile::defaultPath()
 
 QString StateFile::lastFolder() const
 {
-    QString folder = m_settings.value(lastFolderKey).toString();
-    if (!folder.isEmpty() && QDir(folder).exists())
-        return folder;
-    return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    for (const QString& folder :
+         {m_settings.value(lastFolderKey).toString(),
+          QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)})
+        if (!folder.isEmpty() && QDir(folder).exists())
+            return folder;
+    return QDir::homePath();
 }
 
 void StateFile::setLastFolder(const QString& path)

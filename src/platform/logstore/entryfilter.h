@@ -39,6 +39,11 @@ public:
     {
         return true;
     }
+
+    /// Asked before each part of the store is opened, with the earliest time it may hold
+    /// (nanoseconds since 1970). False ends the stream: a walk that keeps nothing for long, or of
+    /// which all is ruled out, can then be watched and cancelled.
+    virtual bool goesOn(std::int64_t /*reached*/) const { return true; }
 };
 
 } // namespace logstore

@@ -124,8 +124,13 @@ bool EntryStreamState::openDueSets()
         while (m_nextSet < sets.size()
                && (m_heap.empty() || sets[m_nextSet].earliest <= m_heap.front()->nextTime())) {
             const ChunkSetPlace& place = sets[m_nextSet++];
-            if (place.latest >= m_from)
-                openSet(place);
+            if (place.latest < m_from)
+                continue;
+            if (m_filter && !m_filter->goesOn(place.earliest)) {
+                end();
+                return false;
+            }
+            openSet(place);
         }
         if (m_heap.empty())
             return false;
@@ -146,6 +151,14 @@ bool EntryStreamState::openDueSets()
         std::push_heap(m_heap.begin(), m_heap.end(), isLater);
         keepWithinBudget(&set);
     }
+}
+
+void EntryStreamState::end()
+{
+    m_heap.clear();
+    m_openBytes = 0;
+    m_nextSet = m_index->chunkSets().size();
+    m_nextBoundary = m_index->boundaries().size();
 }
 
 void EntryStreamState::openSet(const ChunkSetPlace& place)

@@ -23,6 +23,7 @@ public:
 
 private:
     bool openDueSets();
+    void end();
     void openSet(const ChunkSetPlace& place);
     void keepWithinBudget(const OpenChunkSet* newest);
     OpenChunkSet::Source source();
@@ -44,8 +45,8 @@ private:
     std::size_t m_nextSet;
     std::int64_t m_from;
     std::size_t m_nextBoundary;
-    std::vector<std::unique_ptr<OpenChunkSet>>
-        m_heap; ///< the set whose next record is due first on top
+    /// A heap: the set whose next record is due first on top.
+    std::vector<std::unique_ptr<OpenChunkSet>> m_heap;
     std::vector<std::unique_ptr<OpenChunkSet>> m_spare;
     bool m_topTaken = false; ///< the top's next record has been delivered
     std::size_t m_openBytes = 0;
