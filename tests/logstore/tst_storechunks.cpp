@@ -4,6 +4,9 @@
 #include <QRegularExpression>
 #include <QTest>
 
+#include <algorithm>
+#include <array>
+
 using namespace logstore::writer;
 
 namespace {
@@ -45,6 +48,7 @@ private Q_SLOTS:
     void packings();
     void processOfTheNextCatalog();
     void oversizeItemsBehindAFurtherHeader();
+    void catalogHoldsBehindAFurtherHeader();
 };
 
 void TestStoreChunks::oversizeItems_data()
@@ -264,6 +268,24 @@ void TestStoreChunks::oversizeItemsBehindAFurtherHeader()
     file.sections.push_back(second);
     store.files.add(persist, file);
     QCOMPARE(store.messages(), utf8("[found]"));
+}
+
+void TestStoreChunks::catalogHoldsBehindAFurtherHeader()
+{
+    WrittenStore store;
+    TraceFile file = store.trace({{{store.page({store.message(1, "first")})}}});
+    Section second = file.sections[0];
+    second.header = file.header;
+    second.sets = {{{store.page({store.message(2, "second")})}}};
+    file.sections.push_back(second);
+    store.files.add(persist, file);
+    Bytes& bytes = store.files.files[persist];
+    constexpr std::array<std::uint8_t, 8> catalogHead{0x0b, 0x60, 0, 0, 0x11, 0, 0, 0};
+    const auto last =
+        std::find_end(bytes.begin(), bytes.end(), catalogHead.begin(), catalogHead.end());
+    QVERIFY(last != bytes.end());
+    *last = 0x77; // no catalog any more
+    QCOMPARE(store.messages(), utf8("first\nsecond"));
 }
 
 QTEST_APPLESS_MAIN(TestStoreChunks)

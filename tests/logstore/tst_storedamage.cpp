@@ -101,7 +101,8 @@ private Q_SLOTS:
     void damageCostsWhatItHits();
     void lyingItems_data();
     void lyingItems();
-    void privateRangeInFrontOfItsArea();
+    void privateAreaThatIsNone_data();
+    void privateAreaThatIsNone();
     void lyingDumps_data();
     void lyingDumps();
 };
@@ -133,7 +134,10 @@ void TestStoreDamage::damageCostsWhatItHits_data()
     row("chunk set says it is longer than the file", outer<std::uint64_t>(3, 8, 1'000'000'000),
         {"one", "two", "two again", "other file"});
     row("chunk set says it is as long as can be", outer<std::uint64_t>(3, 8, UINT64_MAX),
-        {"one", "two", "two again", "other file"});
+        {"one", "other file"});
+    row("chunk set with too much behind its end",
+        [](DamagedStore& s) { s.middleSet().edit = [](Bytes& b) { b.resize(70U << 20); }; },
+        {"one", "two", "two again", "three", "other file"});
     row("file is cut in the middle set",
         [](DamagedStore& s) {
             s.build();
@@ -185,6 +189,8 @@ void TestStoreDamage::damageCostsWhatItHits_data()
     row("record too short for its fields", inPage<std::uint16_t>(firstRecord + 22, 3),
         {"one", "two again", "three", "other file"});
     row("record that says it has everything", inPage<std::uint16_t>(firstRecord + 2, 0xfffb),
+        {"one", "two again", "three", "other file"});
+    row("loss too short for its fields", inPage<std::uint8_t>(firstRecord, 7),
         {"one", "two again", "three", "other file"});
     row("record with an activity that is not there", inPage<std::uint16_t>(firstRecord + 2, 0x0003),
         {"one", "two again", "three", "other file"});
@@ -278,13 +284,21 @@ void TestStoreDamage::lyingItems()
     QCOMPARE(store.messages(), expected + QStringLiteral("\nnext"));
 }
 
-void TestStoreDamage::privateRangeInFrontOfItsArea()
+void TestStoreDamage::privateAreaThatIsNone_data()
 {
+    QTest::addColumn<Edit>("edit"); // of the page
+    QTest::newRow("area that begins at 0") << put<std::uint16_t>(18, 0);
+    QTest::newRow("range in front of the area") << put<std::uint16_t>(recordData, 0x0800);
+}
+
+void TestStoreDamage::privateAreaThatIsNone()
+{
+    QFETCH(Edit, edit);
     WrittenStore store;
     Record record = store.message(1, "[%s]");
     record.items = {text("secret", Privacy::Private)};
     Firehose page = store.page({record});
-    page.edit = put<std::uint16_t>(recordData, 0x0800);
+    page.edit = edit;
     store.addChunks({page});
     QCOMPARE(store.messages(), QStringLiteral("[<private>]"));
 }

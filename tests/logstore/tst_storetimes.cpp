@@ -29,6 +29,9 @@ std::vector<Seen> boundariesOf(std::vector<Seen> entries)
     return entries;
 }
 
+/// Where they begin in a catalog with two identifiers and one process of 56 bytes.
+constexpr std::size_t subChunks = 24 + 2 * 16 + 56;
+
 constexpr auto bootB0 = "=== system boot: B0B0B0B0-B0B0-B0B0-B0B0-B0B0B0B0B0B0";
 constexpr auto adjusted = "=== system wallclock time adjusted";
 
@@ -56,6 +59,7 @@ private Q_SLOTS:
     void boundaryComesBeforeAnEntryOfItsTime();
     void lyingIndexLosesNothing_data();
     void lyingIndexLosesNothing();
+    void endTimeIsThatOfTheLastEntry_data();
     void endTimeIsThatOfTheLastEntry();
 };
 
@@ -319,8 +323,6 @@ void TestStoreTimes::boundaryComesBeforeAnEntryOfItsTime()
 void TestStoreTimes::lyingIndexLosesNothing_data()
 {
     QTest::addColumn<Edit>("edit");
-    // The catalog holds two identifiers, one process of 56 bytes; its sub-chunks follow.
-    constexpr std::size_t subChunks = 24 + 2 * 16 + 56;
     QTest::newRow("fewer sub-chunks than chunk sets") << put<std::uint16_t>(8, 1);
     QTest::newRow("more sub-chunks than chunk sets") << put<std::uint16_t>(8, 3);
     QTest::newRow("no sub-chunks") << put<std::uint16_t>(8, 0);
@@ -342,10 +344,23 @@ void TestStoreTimes::lyingIndexLosesNothing()
     QCOMPARE(timeline(store.entries(at + 15 * second)), lines({"20: second"}));
 }
 
+void TestStoreTimes::endTimeIsThatOfTheLastEntry_data()
+{
+    QTest::addColumn<Edit>("editCatalog");
+    QTest::newRow("as it is") << Edit([](Bytes&) {});
+    QTest::newRow("a catalog that names a later one") << put<std::uint8_t>(subChunks + 8 + 7, 0x10);
+}
+
 void TestStoreTimes::endTimeIsThatOfTheLastEntry()
 {
+    QFETCH(Edit, editCatalog);
     WrittenStore store;
-    store.addRecords({store.message(20, "last"), store.message(10, "first")});
+    const Oversize nobodys{.process = store.process.key, .time = 99, .reference = 1};
+    TraceFile file = store.trace(
+        {{{store.page({store.message(3, "early")})}},
+         {{store.page({store.message(20, "last"), store.message(10, "first")}), nobodys}}});
+    file.sections[0].editCatalog = editCatalog;
+    store.files.add(persist, file);
     const auto opened = logstore::Store::open(store.write());
     QVERIFY(opened);
     QCOMPARE(opened->endTime(), at + 20);
