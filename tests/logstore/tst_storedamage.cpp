@@ -149,7 +149,6 @@ void TestStoreDamage::damageCostsWhatItHits_data()
         {noUuid, noUuid, noUuid, noUuid, "other file"});
 
     row("unknown block", packed<std::uint32_t>(0, 0x35347662), {"one", "three", "other file"});
-    row("block of 4 GiB", packed<std::uint32_t>(4, enormous), {"one", "three", "other file"});
     row("block of 65 MiB", packed<std::uint32_t>(4, 65U << 20), {"one", "three", "other file"});
     row("block longer than the chunk", packed<std::uint32_t>(8, enormous),
         {"one", "three", "other file"});
@@ -164,8 +163,6 @@ void TestStoreDamage::damageCostsWhatItHits_data()
         [](DamagedStore& s) { s.middleSet().edit = [](Bytes& b) { b.clear(); }; },
         {"one", "three", "other file"});
 
-    row("inner chunk says it is longer than its set", content<std::uint64_t>(8, 1'000'000),
-        {"one", "two", "two again", "three", "other file"});
     row("inner chunk says it is as long as can be", content<std::uint64_t>(8, UINT64_MAX),
         {"one", "two", "two again", "three", "other file"});
     row("inner chunk is too short", content<std::uint64_t>(8, 31), {"one", "three", "other file"});

@@ -2,10 +2,12 @@
 #include "platform/logstore/message/decoration.h"
 
 #include "platform/logstore/bytes/utf8.h"
+#include "platform/logstore/message/directorytext.h"
 #include "platform/logstore/message/formatprogram.h"
 #include "platform/logstore/message/locationstate.h"
 #include "platform/logstore/message/nametables.h"
 #include "platform/logstore/message/networktext.h"
+#include "platform/logstore/message/numbertext.h"
 #include "platform/logstore/message/renderer.h"
 #include "platform/logstore/message/textoutput.h"
 #include "platform/logstore/uuid.h"
@@ -21,18 +23,11 @@ bool isNumber(const Item& item)
     return item.kind() == ItemKind::Number || item.kind() == ItemKind::ErrorNumber;
 }
 
-void appendUnknown(std::string& out, std::int64_t number)
-{
-    out += "<decode: unknown value: ";
-    appendDecimal(out, number);
-    out += '>';
-}
-
 void appendName(std::string& out, NameTable table, const Item& item, std::string_view quote)
 {
     const std::string_view name = tableName(table, unsignedValue(item.bytes));
     if (name.empty())
-        appendUnknown(out, signedValue(item.bytes));
+        appendUnknownValue(out, signedValue(item.bytes));
     else
         out.append(quote).append(name).append(quote);
 }
@@ -67,28 +62,6 @@ void appendSignal(std::string& out, const Item& item)
     out += ']';
 }
 
-/// Ten characters as ls shows them.
-void appendFileMode(std::string& out, const Item& item)
-{
-    const std::uint64_t mode = unsignedValue(item.bytes);
-    constexpr std::string_view types = "?pc?d?b?-?l?s?w?"; // by the upper four of sixteen bits
-    std::string text(1, types[mode >> 12 & 15]);
-    for (int shift = 6; shift >= 0; shift -= 3) {
-        text += (mode >> shift & 4) != 0 ? 'r' : '-';
-        text += (mode >> shift & 2) != 0 ? 'w' : '-';
-        text += (mode >> shift & 1) != 0 ? 'x' : '-';
-    }
-    const auto special = [&text, mode](std::uint64_t bit, std::size_t at, char withExecute,
-                                       char without) {
-        if ((mode & bit) != 0)
-            text[at] = text[at] == 'x' ? withExecute : without;
-    };
-    special(04000, 3, 's', 'S');
-    special(02000, 6, 's', 'S');
-    special(01000, 9, 't', 'T');
-    out += text;
-}
-
 bool appendTime(std::string& out, Bytes bytes, int fractionDigits)
 {
     std::int64_t seconds = 0;
@@ -107,42 +80,6 @@ bool appendTime(std::string& out, Bytes bytes, int fractionDigits)
         return false;
     appendFormatted(out, ".%0*lld", fractionDigits, static_cast<long long>(fraction));
     return true;
-}
-
-struct UnitScale
-{
-    std::uint64_t step;
-    std::string_view base;
-    std::array<std::string_view, 6> units;
-};
-
-constexpr UnitScale byteUnits{1000, " bytes", {" kB", " MB", " GB", " TB", " PB", " EB"}};
-constexpr UnitScale binaryByteUnits{
-    1024, " bytes", {" KiB", " MiB", " GiB", " TiB", " PiB", " EiB"}};
-constexpr UnitScale bitRateUnits{
-    1000, " bps", {" kbps", " Mbps", " Gbps", " Tbps", " Pbps", " Ebps"}};
-constexpr UnitScale binaryBitRateUnits{
-    1024, " bps", {" Kibps", " Mibps", " Gibps", " Tibps", " Pibps", " Eibps"}};
-
-void appendScaled(std::string& out, const Item& item, const UnitScale& scale)
-{
-    const std::uint64_t number = unsignedValue(item.bytes);
-    if (number < scale.step) {
-        appendDecimal(out, number);
-        out += scale.base;
-        return;
-    }
-    auto value = static_cast<double>(number);
-    const auto step = static_cast<double>(scale.step);
-    std::size_t unit = 0;
-    for (value /= step; value >= step && unit + 1 < scale.units.size(); ++unit)
-        value /= step;
-    constexpr double fourDigits = 999.5; // rounds to 1000
-    if (value >= fourDigits)
-        appendFormatted(out, "%.0f", value);
-    else
-        appendFormatted(out, "%.3g", value);
-    out += scale.units[unit];
 }
 
 void appendEscaped(std::string& out, Bytes bytes)
@@ -177,62 +114,6 @@ void appendAddressOptions(std::string& out, const Item& item)
         }
     }
     out += '}';
-}
-
-/// u8 type, then a number or a name, then the domain.
-bool appendMemberDetails(std::string& out, Bytes bytes)
-{
-    ByteReader in(bytes);
-    const auto type = in.read<std::uint8_t>();
-    const bool userId = type == 0x23 || type == 0xa3;
-    const bool groupId = type == 0xc3;
-    const bool userName = type == 0x24 || type == 0xa0 || type == 0xa4;
-    const bool groupName = type == 0x44;
-    if (!in.ok())
-        return false;
-    if (!userId && !groupId && !userName && !groupName) {
-        appendUnknown(out, type);
-        return true;
-    }
-    std::string name;
-    if (userId || groupId) {
-        appendDecimal(name, in.read<std::int32_t>());
-    } else {
-        const std::string_view text = cString(in.rest());
-        appendUtf8(name, text);
-        in.skip(text.size());
-        if (in.remaining() > 0)
-            in.skip(1);
-    }
-    if (!in.ok())
-        return false;
-    out += userId || userName ? "user: " : "group: ";
-    out.append(name).append("@");
-    appendUtf8(out, cString(in.rest()));
-    return true;
-}
-
-/// u8 revision, u8 count, 6 bytes authority, count sub-authorities.
-bool appendSid(std::string& out, Bytes bytes)
-{
-    ByteReader in(bytes);
-    const auto revision = in.read<std::uint8_t>();
-    const std::size_t count = in.read<std::uint8_t>();
-    std::uint64_t authority = 0;
-    for (const std::uint8_t byte : in.take(6))
-        authority = authority << 8 | byte;
-    const Bytes rest = in.take(count * 4);
-    if (!in.ok())
-        return false;
-    out += "S-";
-    appendDecimal(out, revision);
-    out += '-';
-    appendDecimal(out, authority);
-    for (std::size_t at = 0; at < rest.size(); at += 4) {
-        out += '-';
-        appendDecimal(out, loadAt<std::uint32_t>(rest, at));
-    }
-    return true;
 }
 
 bool appendUuid(std::string& out, Bytes bytes)
@@ -277,16 +158,20 @@ bool appendDecoratedNumber(std::string& out, DecorationKind kind, const Item& it
     case Kind::LowerCaseBool: appendChoice(out, item, "false", "true"); return true;
     case Kind::UpperCaseBool: appendChoice(out, item, "NO", "YES"); return true;
     case Kind::ErrorNumber: appendErrorNumber(out, item); return true;
-    case Kind::FileMode: appendFileMode(out, item); return true;
+    case Kind::FileMode: appendFileMode(out, unsignedValue(item.bytes)); return true;
     case Kind::Signal: appendSignal(out, item); return true;
     case Kind::Time:
         if (!appendLocalTime(out, signedValue(item.bytes)))
             out += unsupportedValue;
         return true;
-    case Kind::ByteCount: appendScaled(out, item, byteUnits); return true;
-    case Kind::BinaryByteCount: appendScaled(out, item, binaryByteUnits); return true;
-    case Kind::BitRate: appendScaled(out, item, bitRateUnits); return true;
-    case Kind::BinaryBitRate: appendScaled(out, item, binaryBitRateUnits); return true;
+    case Kind::ByteCount: appendScaled(out, unsignedValue(item.bytes), byteUnits); return true;
+    case Kind::BinaryByteCount:
+        appendScaled(out, unsignedValue(item.bytes), binaryByteUnits);
+        return true;
+    case Kind::BitRate: appendScaled(out, unsignedValue(item.bytes), bitRateUnits); return true;
+    case Kind::BinaryBitRate:
+        appendScaled(out, unsignedValue(item.bytes), binaryBitRateUnits);
+        return true;
     case Kind::LocationAuthorization:
         appendName(out, NameTable::LocationAuthorization, item, "\"");
         return true;

@@ -100,4 +100,11 @@ bool appendLocalTime(std::string& out, std::int64_t secondsSince1970)
     return true;
 }
 
+void appendUnknownValue(std::string& out, std::int64_t number)
+{
+    out += "<decode: unknown value: ";
+    appendDecimal(out, number);
+    out += '>';
+}
+
 } // namespace logstore

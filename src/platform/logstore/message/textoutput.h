@@ -34,4 +34,7 @@ bool appendLocalTime(std::string& out, std::int64_t secondsSince1970);
 
 constexpr std::string_view unsupportedValue = "<decode: unsupported value>";
 
+/// What stands for a number that has no name.
+void appendUnknownValue(std::string& out, std::int64_t number);
+
 } // namespace logstore
