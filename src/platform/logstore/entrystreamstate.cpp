@@ -12,6 +12,7 @@ namespace {
 constexpr std::size_t usualBudget = std::size_t{24} << 20;
 constexpr std::size_t largestBudget = std::size_t{128} << 20;
 constexpr std::size_t mostSpareSets = 4;
+constexpr std::size_t largestSpareSet = std::size_t{1} << 20;
 
 /// For a heap with the earliest record on top: true when `a` is due after `b`.
 bool isLater(const std::unique_ptr<OpenChunkSet>& a, const std::unique_ptr<OpenChunkSet>& b)
@@ -94,9 +95,15 @@ void EntryStreamState::passRecord()
         return;
     }
     m_openBytes -= set.bytes();
-    if (m_spare.size() < mostSpareSets)
-        m_spare.push_back(std::move(m_heap.back()));
+    keepForReuse(std::move(m_heap.back()));
     m_heap.pop_back();
+}
+
+/// Spares the next sets their allocations, as long as those are of the usual size.
+void EntryStreamState::keepForReuse(std::unique_ptr<OpenChunkSet> set)
+{
+    if (m_spare.size() < mostSpareSets && set->bytes() <= largestSpareSet)
+        m_spare.push_back(std::move(set));
 }
 
 /// Whether the top, having moved on, is still due before both sets below it. Records come in runs.
@@ -172,8 +179,7 @@ void EntryStreamState::openSet(const ChunkSetPlace& place)
     }
     set->open(place, catalog(place), source());
     if (set->atEnd()) {
-        if (m_spare.size() < mostSpareSets)
-            m_spare.push_back(std::move(set));
+        keepForReuse(std::move(set));
         return;
     }
     const OpenChunkSet* newest = set.get();

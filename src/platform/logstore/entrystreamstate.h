@@ -24,6 +24,7 @@ public:
 private:
     bool openDueSets();
     void end();
+    void keepForReuse(std::unique_ptr<OpenChunkSet> set);
     void openSet(const ChunkSetPlace& place);
     void keepWithinBudget(const OpenChunkSet* newest);
     OpenChunkSet::Source source();

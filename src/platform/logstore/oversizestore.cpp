@@ -51,7 +51,7 @@ void OversizeStore::add(const ChunkSetPlace& place, std::size_t offset, Bytes bo
         kept.size = used.size();
         kept.order = m_whole.emplace(clock.wallTime(key.time), chunk);
     } else {
-        m_whole.insert(m_places.extract(kept.order));
+        kept.order = m_whole.insert(m_places.extract(kept.order));
     }
     kept.body.assign(used.begin(), used.end());
     m_bytes += used.size() + chunkCost;
@@ -77,7 +77,7 @@ void OversizeStore::drop(Order::iterator chunk)
     Kept& kept = chunk->second->second;
     m_bytes -= kept.body.size() + chunkCost;
     kept.body = {};
-    m_places.insert(m_whole.extract(chunk));
+    kept.order = m_places.insert(m_whole.extract(chunk));
 }
 
 void OversizeStore::forget(Order& order, Order::iterator chunk)

@@ -62,7 +62,7 @@ private:
 /// The folders that string files may stand in, those first that are asked first. `roots` grows by
 /// what links may lead into.
 std::vector<fs::path>
-stringFolders(const fs::path& top, StoreOrigin origin, std::vector<fs::path>& roots)
+foldersOfStrings(const fs::path& top, StoreOrigin origin, std::vector<fs::path>& roots)
 {
     const fs::path inside = top / "uuidtext";
     const fs::path beside = top.parent_path() / "uuidtext";
@@ -71,8 +71,7 @@ stringFolders(const fs::path& top, StoreOrigin origin, std::vector<fs::path>& ro
         std::error_code error;
         const fs::path target = fs::canonical(folder, error);
         const bool isLink = target != folder;
-        const bool mayBeUsed = origin == StoreOrigin::System || !isLink;
-        if (!error && mayBeUsed)
+        if (!error && (!isLink || origin == StoreOrigin::System))
             roots.push_back(target);
         if (!error && staysInside(folder, roots))
             folders.push_back(folder);
@@ -118,7 +117,7 @@ Result<StoreLayout> StoreLayout::find(const fs::path& root, StoreOrigin origin)
         return tl::unexpected(top.error());
     StoreLayout layout;
     layout.roots = {*top};
-    layout.stringFolders = logstore::stringFolders(*top, origin, layout.roots);
+    layout.stringFolders = foldersOfStrings(*top, origin, layout.roots);
 
     std::error_code error;
     const fs::path logs = holdsLogs(*top) ? *top : *top / "diagnostics";
