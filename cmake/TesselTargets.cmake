@@ -10,9 +10,7 @@ target_compile_definitions(tessel_options INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_KEYWORDS)
 if(TESSEL_SANITIZE)
     target_compile_options(tessel_options INTERFACE
-        -fsanitize=${TESSEL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer
-        # GCC 12 sees uninitialised optionals where there are only its own checks.
-        $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
+        -fsanitize=${TESSEL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(tessel_options INTERFACE -fsanitize=${TESSEL_SANITIZE})
 endif()
 
@@ -26,9 +24,21 @@ function(tessel_folder name)
     set_target_properties(tessel_${name} PROPERTIES AUTOMOC ${arg_QT})
 endfunction()
 
+find_program(LOCALEDEF localedef)
+
+# The home of a user who has nothing yet: no test reads or writes the developer's own.
+set(TESSEL_TEST_HOME ${CMAKE_BINARY_DIR}/test-home)
+file(MAKE_DIRECTORY ${TESSEL_TEST_HOME}/runtime)
+file(CHMOD ${TESSEL_TEST_HOME}/runtime DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE)
+
 # What every test runs with. Leaks that are the libraries' own are told from ours by name.
 set(TESSEL_TEST_ENVIRONMENT
     "TZ=UTC" "LC_ALL=C.UTF-8" "QT_QPA_PLATFORM=offscreen"
+    "HOME=${TESSEL_TEST_HOME}" "XDG_RUNTIME_DIR=${TESSEL_TEST_HOME}/runtime"
+    "XDG_CONFIG_HOME=${TESSEL_TEST_HOME}/.config" "XDG_CACHE_HOME=${TESSEL_TEST_HOME}/.cache"
+    "XDG_STATE_HOME=${TESSEL_TEST_HOME}/.local/state"
+    "XDG_DATA_HOME=${TESSEL_TEST_HOME}/.local/share"
+    "DBUS_SESSION_BUS_ADDRESS=unix:path=/nonexistent"
     "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0")
 
 # tessel_test(NAME [LINKS target...] [SOURCES file...])
@@ -42,6 +52,29 @@ function(tessel_test name)
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES
         ENVIRONMENT "${TESSEL_TEST_ENVIRONMENT}" TIMEOUT 300)
+endfunction()
+
+# tessel_elsewhere(NAME [COMMAND...])
+# Runs a test once more, as NAME_elsewhere: where the clock is half an hour apart from others, and
+# the language writes numbers with a comma. The program NAME, unless there is a command.
+function(tessel_elsewhere name)
+    set(command ${ARGN})
+    if(NOT command)
+        set(command ${name})
+    endif()
+    set(locales ${CMAKE_BINARY_DIR}/locales)
+    if(LOCALEDEF AND NOT EXISTS ${locales}/de_DE.UTF-8)
+        file(MAKE_DIRECTORY ${locales})
+        execute_process(COMMAND ${LOCALEDEF} -i de_DE -f UTF-8 ${locales}/de_DE.UTF-8 ERROR_QUIET)
+    endif()
+    if(EXISTS ${locales}/de_DE.UTF-8)
+        add_test(NAME ${name}_elsewhere COMMAND ${command})
+    else()
+        add_test(NAME ${name}_elsewhere COMMAND ${CMAKE_COMMAND} -E echo "The locale is missing")
+        set_tests_properties(${name}_elsewhere PROPERTIES SKIP_REGULAR_EXPRESSION "is missing")
+    endif()
+    set_tests_properties(${name}_elsewhere PROPERTIES TIMEOUT 300 ENVIRONMENT
+        "${TESSEL_TEST_ENVIRONMENT};TZ=Asia/Kolkata;LC_ALL=de_DE.UTF-8;LOCPATH=${locales}")
 endfunction()
 
 # tessel_bench(NAME [LINKS target...] [SOURCES file...]): one program of bench/, never installed.

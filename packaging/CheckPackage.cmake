@@ -21,7 +21,11 @@ endif()
 
 execute_process(COMMAND dpkg-deb --extract ${packages} ${folder}/root COMMAND_ERROR_IS_FATAL ANY)
 set(id org.tessel.Tessel)
-foreach(file
+find_program(rsvg_convert rsvg-convert)
+if(rsvg_convert)
+    set(drawn share/icons/hicolor/16x16/apps/${id}.png share/icons/hicolor/256x256/apps/${id}.png)
+endif()
+foreach(file ${drawn}
         bin/tessel
         share/applications/${id}.desktop
         share/metainfo/${id}.metainfo.xml
@@ -48,6 +52,11 @@ endforeach()
 find_program(appstreamcli appstreamcli)
 if(appstreamcli)
     execute_process(COMMAND ${appstreamcli} validate-tree --no-net ${folder}/root
+        COMMAND_ERROR_IS_FATAL ANY)
+endif()
+find_program(lintian lintian)
+if(lintian)
+    execute_process(COMMAND ${lintian} --fail-on error,warning ${packages}
         COMMAND_ERROR_IS_FATAL ANY)
 endif()
 file(REMOVE_RECURSE ${folder})

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QIcon>
 #include <QMessageBox>
+#include <QPushButton>
 
 using namespace Qt::StringLiterals;
 
@@ -21,5 +22,6 @@ void showAbout()
     box->setInformativeText(QCoreApplication::translate(
         "About", "Read, search and annotate the macOS unified log, on any machine.\n\n"
                  "Free software under the MIT licence."));
+    box->addButton(QMessageBox::Ok)->setObjectName(u"ok"_s);
     box->open();
 }

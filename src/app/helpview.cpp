@@ -12,7 +12,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QSize firstSize(960, 780);
 constexpr QSize smallestPage(320, 240);
 
 QWidget* spring()
@@ -37,8 +36,6 @@ HelpView::HelpView(const QUrl& pdfUrl, QWidget* parent)
     , m_next(new QAction(symbolIcon(u"chevron.right"_s), tr("&Next Page"), this))
 {
     setObjectName(u"helpWindow"_s);
-    setWindowTitle(tr("Help Window"));
-    resize(firstSize);
     m_pages->setObjectName(u"pages"_s);
     m_pages->setMinimumSize(smallestPage);
     m_pages->setAccessibleName(tr("Manual"));
@@ -47,6 +44,12 @@ HelpView::HelpView(const QUrl& pdfUrl, QWidget* parent)
     connect(m_pages, &PDFKitView::pageChanged, this, &HelpView::showPage);
     showPage();
     m_pages->setFocus();
+}
+
+/// A comfortable size for a page. On a small screen the toolkit shows the window smaller.
+QSize HelpView::sizeHint() const
+{
+    return {960, 780};
 }
 
 void HelpView::addToolBar()

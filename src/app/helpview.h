@@ -18,6 +18,8 @@ class HelpView final : public QMainWindow
 public:
     explicit HelpView(const QUrl& pdfUrl, QWidget* parent = nullptr);
 
+    QSize sizeHint() const override;
+
 private:
     void addToolBar();
     void showPage();

@@ -4,6 +4,8 @@
 #include "platform/clock.h"
 #include "platform/logpredicate.h"
 
+#include <QCoreApplication>
+
 namespace {
 
 predicate::BuildSettings buildSettings(const Clock& clock)
@@ -14,7 +16,9 @@ predicate::BuildSettings buildSettings(const Clock& clock)
     settings.utcOffset = [zone = clock.timeZone()](std::int64_t shownSeconds) -> std::int64_t {
         const QDateTime shown = QDateTime::fromSecsSinceEpoch(shownSeconds, Qt::UTC);
         const QDateTime moment(shown.date(), shown.time(), zone);
-        return moment.isValid() ? moment.offsetFromUtc() : 0;
+        // When clocks are put forward there are times they never show, in some zones midnight. Told
+        // by the clocks of the day before, they are the moment of the change and what follows it.
+        return moment.isValid() ? moment.offsetFromUtc() : zone.offsetFromUtc(shown.addDays(-1));
     };
     return settings;
 }
@@ -25,6 +29,19 @@ predicate::Arguments arguments(const QStringList& texts)
     for (const QString& text : texts)
         arguments.push_back({text.toStdString()});
     return arguments;
+}
+
+/// The place, for which there is always room, and then what is wrong there.
+QString placed(const QString& text, const predicate::PredicateError& error)
+{
+    const QStringView before = QStringView(text).left(static_cast<qsizetype>(error.position));
+    const qsizetype character = before.mid(before.lastIndexOf(u'\n') + 1).toUcs4().size() + 1;
+    const QString sentence = QString::fromStdString(error.sentence);
+    if (!text.contains(u'\n'))
+        return QCoreApplication::translate("LogPredicates", "Character %1: %2")
+            .arg(QString::number(character), sentence);
+    return QCoreApplication::translate("LogPredicates", "Line %1, character %2: %3")
+        .arg(QString::number(before.count(u'\n') + 1), QString::number(character), sentence);
 }
 
 } // namespace
@@ -47,6 +64,6 @@ PredicateCheck predicateCheck(const Clock& clock)
         const auto built = predicate::build(text.toStdString(), {}, buildSettings(clock));
         if (built)
             return std::nullopt;
-        return QString::fromStdString(built.error().sentence);
+        return placed(text, built.error());
     };
 }

@@ -1,17 +1,22 @@
 // SPDX-License-Identifier: MIT
-#include "app/localstore.h"
+#include "app/demonstrationstores.h"
 #include "app/tesselapp.h"
 #include "platform/administrators.h"
 #include "platform/clock.h"
 #include "platform/desktop/qtalerts.h"
 #include "platform/desktop/qtpanels.h"
 #include "platform/desktop/statefile.h"
+#include "platform/filemanager.h"
 #include "platform/processrunner.h"
 #include "platform/systemlogstores.h"
 #include "platform/userdefaults.h"
 
 #include <QApplication>
 #include <QIcon>
+#include <QLibraryInfo>
+#include <QTranslator>
+
+#include <clocale>
 
 using namespace Qt::StringLiterals;
 
@@ -30,6 +35,13 @@ void setIdentity()
         QIcon::fromTheme(identifier, QIcon(u":/icons/org.tessel.Tessel.svg"_s)));
 }
 
+/// Has texts in the user's language from a folder of translations, where it holds that language.
+void translate(QTranslator& translator, const QString& name, const QString& folder)
+{
+    if (translator.load(QLocale(), name, u"_"_s, folder))
+        QCoreApplication::installTranslator(&translator);
+}
+
 /// The real things behind the platform's interfaces.
 struct System
 {
@@ -37,17 +49,26 @@ struct System
     UserDefaults defaults{preferencesFile()};
     QtPanels panels{state};
     QtAlerts alerts;
-    SystemLogStores logStores{localStoreFolders()};
-    SystemProcessRunner processes;
     SystemClock clock;
+    DemonstrationStores demonstration{DemonstrationStores::defaultParent(), clock};
+    SystemLogStores logStores{{u"/var/db"_s, u"/private/var/db"_s},
+                              [this] { return demonstration.folder(); }};
+    SystemProcessRunner processes;
     SystemFileManager files;
+
+    Result<QString> prepareLocalStore()
+    {
+        demonstration.expectPresentMinute();
+        return logStores.localFolder();
+    }
 
     Surroundings surroundings()
     {
         return {{panels, alerts, defaults, logStores, processes, clock},
                 files,
                 state,
-                {filePath(QUrl::fromLocalFile(logStores.localFolder())), administratorsGroup()}};
+                [this] { return prepareLocalStore(); },
+                administratorsGroup()};
     }
 };
 
@@ -56,11 +77,15 @@ struct System
 int main(int argc, char* argv[])
 {
     const QApplication application(argc, argv);
+    // The toolkit has made the user's decimal comma that of the functions which write messages and
+    // read property lists.
+    std::setlocale(LC_NUMERIC, "C");
     setIdentity();
+    QTranslator toolkitTexts;
+    QTranslator texts;
+    translate(toolkitTexts, u"qtbase"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath));
+    translate(texts, u"tessel"_s, u":/translations"_s);
     System system;
-    if (const auto prepared = prepareLocalStore(system.logStores, system.clock); !prepared)
-        system.alerts.critical(TesselApp::tr("An error occurred:"),
-                               QString::fromStdString(prepared.error().description));
     TesselApp tessel(system.surroundings());
     if (tessel.isAskedToQuit())
         return EXIT_SUCCESS;

@@ -39,11 +39,6 @@ void toggleFullScreen()
         window->setWindowState(window->windowState() ^ Qt::WindowFullScreen);
 }
 
-QString menuText(QString title)
-{
-    return title.replace(u'&', u"&&"_s);
-}
-
 /// The menus of a window's own commands: those that it has made, or made here from its actions.
 ContentMenus ownMenus(QMainWindow& window)
 {
@@ -58,6 +53,11 @@ ContentMenus ownMenus(QMainWindow& window)
 }
 
 } // namespace
+
+QString menuText(QString name)
+{
+    return name.replace(u'&', u"&&"_s);
+}
 
 Menus::Menus(AppCommands commands, const QList<WindowMenuItem>& singleWindows)
     : m_commands(std::move(commands))
@@ -103,6 +103,7 @@ void Menus::addTo(QMainWindow& window, const QList<QAction*>& toolBarActions)
         own.file->insertSeparator(own.file->actions().at(1));
     own.file->addSeparator();
     own.file->addAction(&m_close);
+    own.view->addSeparator();
     own.view->addActions(toolBarActions);
     own.view->addSeparator();
     own.view->addAction(&m_fullScreen);

@@ -28,6 +28,9 @@ struct WindowMenuItem
     QString title;
 };
 
+/// A name as the text of a menu item, where an ampersand marks the key.
+QString menuText(QString name);
+
 /// The commands and menus that all windows have in common. One action serves all windows.
 class Menus final : public QObject
 {

@@ -2,8 +2,10 @@
 #include "app/tesselapp.h"
 
 #include "app/contextmenukey.h"
+#include "app/dedysfunction.h"
 #include "app/helpview.h"
 #include "app/logpredicates.h"
+#include "app/recentmenu.h"
 #include "app/toolbarcustomisation.h"
 #include "app/windowplace.h"
 #include "mainwindow/contentview.h"
@@ -11,7 +13,7 @@
 #include "mainwindow/textview.h"
 #include "platform/alerts.h"
 #include "platform/desktop/appearance.h"
-#include "platform/desktop/archivedialog.h"
+#include "platform/desktop/statefile.h"
 #include "settings/preferences.h"
 #include "settings/settingsview.h"
 #include "tools/archiveview.h"
@@ -26,11 +28,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-bool isEntryList(const QString& path)
-{
-    return path.endsWith(".tessel"_L1, Qt::CaseInsensitive);
-}
 
 /// Dark unless the user wants the system's own appearance.
 void setAppearance(const UserDefaults& defaults)
@@ -48,7 +45,6 @@ QList<QAction*> customiseToolBars(QMainWindow& window, StateFile& state)
     for (QToolBar* bar : window.findChildren<QToolBar*>()) {
         if (bar->contextMenuPolicy() == Qt::PreventContextMenu)
             continue;
-        bar->toggleViewAction()->setText(TesselApp::tr("&Toolbar"));
         actions.append(
             {bar->toggleViewAction(), (new ToolBarCustomisation(bar, state))->customise()});
     }
@@ -66,13 +62,7 @@ TesselApp::TesselApp(Surroundings surroundings)
               menuItems(m_singleWindows))
 {
     new ContextMenuKey(this);
-    const Platform& platform = m_surroundings.platform;
-    connect(&platform.defaults, &UserDefaults::failed, this,
-            [&alerts = platform.alerts](const QString& description) {
-                alerts.critical(tr("An error occurred:"), description);
-            });
-    setAppearance(platform.defaults);
-    runStartUpChecks();
+    startUp();
 }
 
 TesselApp::~TesselApp()
@@ -86,11 +76,39 @@ TesselApp::~TesselApp()
     QCoreApplication::sendPostedEvents(qApp, QEvent::MetaCall);
 }
 
+void TesselApp::startUp()
+{
+    UserDefaults& defaults = m_surroundings.platform.defaults;
+    // What the preferences have to tell waits for the checks: no alert is to come over another.
+    QStringList waiting;
+    const auto early = connect(&defaults, &UserDefaults::failed, this,
+                               [&waiting](const QString& told) { waiting.append(told); });
+    setAppearance(defaults);
+    runStartUpChecks();
+    QCoreApplication::sendPostedEvents(&defaults, QEvent::MetaCall);
+    disconnect(early);
+    connect(&defaults, &UserDefaults::failed, this, &TesselApp::showAlert);
+    for (const QString& told : std::as_const(waiting))
+        showAlert(told);
+}
+
 void TesselApp::runStartUpChecks()
 {
-    deDysfunction(m_surroundings.platform, m_surroundings.files, m_surroundings.localStore, [this] {
+    const auto folder = m_surroundings.prepareLocalStore();
+    if (!folder)
+        showAlert(QString::fromStdString(folder.error().description));
+    const LocalStoreAccess access{
+        filePath(QUrl::fromLocalFile(folder.value_or(u"/var/db"_s))),
+        m_surroundings.administratorsGroup,
+    };
+    deDysfunction(m_surroundings.platform, m_surroundings.files, access, [this] {
         m_askedToQuit = true;
     }).check();
+}
+
+void TesselApp::showAlert(const QString& description)
+{
+    m_surroundings.platform.alerts.critical(tr("An error occurred:"), description);
 }
 
 QList<TesselApp::SingleWindow> TesselApp::singleWindows()
@@ -123,10 +141,8 @@ void TesselApp::openDocuments(const QStringList& paths)
 {
     for (const QString& given : paths) {
         const QString path = QDir::cleanPath(QDir().absoluteFilePath(given));
-        if (isEntryList(path))
-            newWindow().state().openEntryList(path);
-        else if (ArchiveDialog::isArchive(path))
-            newWindow().state().useArchive(QUrl::fromLocalFile(path));
+        if (ContentState::isDocument(path))
+            newWindow().state().openDocument(path);
     }
     if (mainWindows().isEmpty())
         newWindow();
@@ -135,13 +151,27 @@ void TesselApp::openDocuments(const QStringList& paths)
 ContentView& TesselApp::newWindow()
 {
     const Platform& platform = m_surroundings.platform;
+    static_cast<void>(m_surroundings.prepareLocalStore()); // what fails, Get Log meets again
     auto* const window = new ContentView(
         platform, [this](const QString& identifier) { openWindow(identifier); },
         logPredicates(platform.clock));
+    addRecentFiles(*window);
     m_mainWindows.removeAll(nullptr);
     m_mainWindows.append(window);
     present(*window, u"main"_s);
     return *window;
+}
+
+/// Offers the documents last used, and keeps count of those that open here.
+void TesselApp::addRecentFiles(ContentView& window)
+{
+    StateFile& recent = m_surroundings.state;
+    ContentState& state = window.state();
+    auto* const menu = new RecentMenu(
+        recent, [&state](const QString& path) { state.openDocument(path); }, &window);
+    window.menus().file->insertMenu(window.commands().saveJSON, menu);
+    connect(&state, &ContentState::documentOpened, menu,
+            [&recent](const QString& path) { recent.addRecentFile(path); });
 }
 
 void TesselApp::openWindow(const QString& identifier)
@@ -150,7 +180,11 @@ void TesselApp::openWindow(const QString& identifier)
         m_singleWindows.begin(), m_singleWindows.end(),
         [&identifier](const SingleWindow& window) { return window.identifier == identifier; });
     Q_ASSERT(found != m_singleWindows.end());
-    openOnce(identifier, found->make);
+    openOnce(identifier, [&window = *found] {
+        QWidget* const made = window.make();
+        made->setWindowTitle(window.title);
+        return made;
+    });
 }
 
 void TesselApp::openSettings()

@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "app/dedysfunction.h"
 #include "app/menus.h"
 #include "platform/platform.h"
+#include "platform/result.h"
 
 #include <QHash>
 #include <QObject>
 #include <QPointer>
 
 #include <functional>
+#include <optional>
 
 class ContentView;
 class FileManager;
@@ -21,7 +22,9 @@ struct Surroundings
     Platform platform;
     FileManager& files;
     StateFile& state;
-    LocalStoreAccess localStore;
+    /// Makes the local log store ready for a window that opens now, and gives its folder.
+    std::function<Result<QString>()> prepareLocalStore;
+    std::optional<QString> administratorsGroup; ///< whose members may read the local store
 };
 
 /// The application: its start, and its windows. There may be any number of main windows; every
@@ -60,7 +63,10 @@ private:
 
     QList<SingleWindow> singleWindows();
     static QList<WindowMenuItem> menuItems(const QList<SingleWindow>& windows);
+    void startUp();
     void runStartUpChecks();
+    void showAlert(const QString& description);
+    void addRecentFiles(ContentView& window);
     void openOnce(const QString& identifier, const std::function<QWidget*()>& make);
     void present(QWidget& window, const QString& kind);
 

@@ -48,7 +48,7 @@ QByteArray ToolBarArrangement::toBytes() const
     QJsonArray list;
     for (const Item& item : items)
         list.append(QJsonObject{{u"item"_s, item.identifier}, {u"shown"_s, item.shown}});
-    QJsonObject object{{u"items"_s, list}};
+    QJsonObject object{{u"items"_s, list}, {u"visible"_s, visible}};
     for (const auto& [named, name] : styleNames) {
         if (named == style)
             object.insert(u"style"_s, name);
@@ -62,6 +62,7 @@ ToolBarArrangement ToolBarArrangement::fromBytes(const QByteArray& bytes,
     const QJsonObject object = QJsonDocument::fromJson(bytes).object();
     ToolBarArrangement arrangement;
     arrangement.style = original.style;
+    arrangement.visible = object.value("visible"_L1).toBool(original.visible);
     for (const auto& [style, name] : styleNames) {
         if (object.value("style"_L1) == name)
             arrangement.style = style;

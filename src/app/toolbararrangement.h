@@ -21,6 +21,7 @@ struct ToolBarArrangement
 
     QList<Item> items; ///< in their order
     Qt::ToolButtonStyle style = Qt::ToolButtonTextUnderIcon;
+    bool visible = true; ///< the toolbar itself
 
     bool operator==(const ToolBarArrangement&) const = default;
 

@@ -11,6 +11,12 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+constexpr int iconSize = 24;
+
+} // namespace
+
 ToolBarCustomisation::ToolBarCustomisation(QToolBar* bar, StateFile& state)
     : QObject(bar)
     , m_bar(bar)
@@ -22,6 +28,13 @@ ToolBarCustomisation::ToolBarCustomisation(QToolBar* bar, StateFile& state)
         m_actions.insert(action->objectName(), action);
     m_customise->setObjectName(u"customiseToolbar"_s);
     connect(m_customise, &QAction::triggered, this, &ToolBarCustomisation::showDialog);
+    bar->setIconSize({iconSize, iconSize});
+    bar->toggleViewAction()->setText(tr("&Toolbar"));
+    connect(bar->toggleViewAction(), &QAction::triggered, this, [this](bool checked) {
+        ToolBarArrangement changed = m_arrangement;
+        changed.visible = checked;
+        arrange(changed);
+    });
     bar->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(bar, &QWidget::customContextMenuRequested, this, &ToolBarCustomisation::showMenu);
     apply(ToolBarArrangement::fromBytes(state.arrangement(bar->objectName()), m_original));
@@ -48,6 +61,8 @@ void ToolBarCustomisation::apply(const ToolBarArrangement& arrangement)
         if (item.shown)
             m_bar->addAction(m_actions.value(item.identifier));
     }
+    m_bar->setVisible(arrangement.visible);
+    m_bar->toggleViewAction()->setChecked(arrangement.visible); // before the window shows, too
 }
 
 void ToolBarCustomisation::showMenu(const QPoint& position)
@@ -97,7 +112,6 @@ void ToolBarCustomisation::addStyles(QMenu& menu)
 
 void ToolBarCustomisation::showDialog()
 {
-
     auto* const dialog = new ToolBarDialog(m_actions, m_arrangement, m_original, m_bar->window());
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     connect(dialog, &ToolBarDialog::arranged, this, &ToolBarCustomisation::arrange);

@@ -10,8 +10,9 @@ class QAction;
 class QMenu;
 class StateFile;
 
-/// Lets the user arrange a toolbar: which items it shows, in which order, with icons, texts or
-/// both. The arrangement is stored under the toolbar's object name. Belongs to the toolbar.
+/// Lets the user arrange a toolbar: whether it is there, which items it shows, in which order, with
+/// icons, texts or both. The arrangement is stored under the toolbar's object name. Belongs to the
+/// toolbar.
 class ToolBarCustomisation final : public QObject
 {
     Q_OBJECT

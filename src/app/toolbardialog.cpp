@@ -41,7 +41,7 @@ ToolBarDialog::ToolBarDialog(const QHash<QString, QAction*>& items,
     m_style->addItem(tr("Text Only"), Qt::ToolButtonTextOnly);
     m_style->setAccessibleName(tr("Show"));
     layOut();
-    show(arrangement);
+    showArrangement(arrangement);
 
     connect(m_list, &QListWidget::itemChanged, this, &ToolBarDialog::tell);
     connect(m_list->model(), &QAbstractItemModel::rowsMoved, this, &ToolBarDialog::tell);
@@ -78,6 +78,7 @@ void ToolBarDialog::layOut()
     foot->addWidget(m_style);
     foot->addStretch();
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Close);
+    buttons->button(QDialogButtonBox::Close)->setObjectName(u"close"_s);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     foot->addWidget(buttons);
 
@@ -86,7 +87,7 @@ void ToolBarDialog::layOut()
     column->addLayout(foot);
 }
 
-void ToolBarDialog::show(const ToolBarArrangement& arrangement)
+void ToolBarDialog::showArrangement(const ToolBarArrangement& arrangement)
 {
     const QSignalBlocker quietList(m_list);
     const QSignalBlocker quietStyle(m_style);
@@ -137,7 +138,7 @@ void ToolBarDialog::moveCurrent(int rows)
 
 void ToolBarDialog::restoreOriginal()
 {
-    show(m_original);
+    showArrangement(m_original);
     tell();
 }
 

@@ -11,7 +11,8 @@ class QComboBox;
 class QListWidget;
 class QPushButton;
 
-/// The dialog in which a toolbar is arranged. Every change shows at once.
+/// The dialog in which a toolbar is arranged. Every change shows at once: also in a toolbar that
+/// was hidden.
 class ToolBarDialog final : public QDialog
 {
     Q_OBJECT
@@ -30,7 +31,7 @@ Q_SIGNALS:
 private:
     QPushButton* addButton(const QString& name, const QString& text, void (ToolBarDialog::*run)());
     void layOut();
-    void show(const ToolBarArrangement& arrangement);
+    void showArrangement(const ToolBarArrangement& arrangement);
     ToolBarArrangement shownArrangement() const;
     void tell();
     void moveUp() { moveCurrent(-1); }

@@ -110,7 +110,18 @@ ContentActions::ContentActions(ContentView& window, ContentState& state)
                      tr("Select all shown entries")}, &ContentView::selectAll);
     find = own({u"find"_s, tr("Find"), tr("&Find…"), u"magnifyingglass"_s, QKeySequence::Find,
                 tr("Go to the search field")}, &ContentView::find);
+    largerText = command({u"largertext"_s, tr("Larger Text"), tr("&Larger Text"), {},
+                          Qt::CTRL | Qt::Key_Plus, tr("Enlarge the text of the entries")},
+                         &ContentState::enlargeText);
+    smallerText = command({u"smallertext"_s, tr("Smaller Text"), tr("S&maller Text"), {},
+                           Qt::CTRL | Qt::Key_Minus, tr("Shrink the text of the entries")},
+                          &ContentState::shrinkText);
+    normalText = command({u"normaltext"_s, tr("Normal Text"), tr("&Normal Text"), {},
+                          Qt::CTRL | Qt::Key_0, tr("Show the text of the entries in its normal size")},
+                         &ContentState::resetText);
     // clang-format on
+    // The plus sign without Shift, where it shares a key with the equals sign.
+    largerText->setShortcuts({largerText->shortcut(), Qt::CTRL | Qt::Key_Equal});
     fullFields = toggle(&window, tr("&Full Fields"), state, &ContentState::fullMode,
                         &ContentState::fullModeChanged);
     showSignposts = toggle(&window, tr("Show &Signposts"), state, &ContentState::showSignposts,

@@ -27,6 +27,9 @@ public:
     QAction* copy;
     QAction* selectAll;
     QAction* find;
+    QAction* largerText;
+    QAction* smallerText;
+    QAction* normalText;
     QAction* fullFields;
     QAction* showSignposts;
     QActionGroup* searchFields;

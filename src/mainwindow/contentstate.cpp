@@ -7,9 +7,30 @@
 #include "platform/userdefaults.h"
 #include "settings/preferences.h"
 
+#include <QDir>
+#include <QFileInfo>
 #include <QScopedValueRollback>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double smallestFontSize = 6;
+constexpr double largestFontSize = 36;
+
+bool hasSuffix(const QString& path, QLatin1StringView suffix)
+{
+    return QDir::cleanPath(path).endsWith(suffix, Qt::CaseInsensitive);
+}
+
+bool isArchive(const QString& path)
+{
+    return hasSuffix(path, ".logarchive"_L1);
+}
+
+} // namespace
 
 ContentState::ContentState(const Platform& platform,
                            OpenWindow openWindow,
@@ -132,15 +153,34 @@ void ContentState::readJSON()
     endSearch();
 }
 
-void ContentState::openEntryList(const QString& path)
+void ContentState::openDocument(const QString& path)
 {
-    m_logger->openEntryList(path);
-    endSearch();
+    if (isArchive(path) ? useArchive(path) : openEntryList(path))
+        Q_EMIT documentOpened(path);
 }
 
-void ContentState::useArchive(const QUrl& archive)
+bool ContentState::isDocument(const QString& path)
 {
-    m_logger->useArchive(archive);
+    return isArchive(path) || hasSuffix(path, ".tessel"_L1);
+}
+
+bool ContentState::openEntryList(const QString& path)
+{
+    const bool isRead = m_logger->openEntryList(path);
+    endSearch();
+    return isRead;
+}
+
+bool ContentState::useArchive(const QString& path)
+{
+    const bool isThere = QFileInfo(path).isDir();
+    if (isThere)
+        m_logger->useArchive(QUrl::fromLocalFile(QDir::cleanPath(path)));
+    else
+        m_logger->errorAlert({tr("The log archive “%1” cannot be used: there is no such folder.")
+                                  .arg(path)
+                                  .toStdString()});
+    return isThere;
 }
 
 void ContentState::endSearch()
@@ -200,6 +240,21 @@ void ContentState::saveRTF()
 void ContentState::setPredicate()
 {
     m_openWindow(u"miniPredView"_s);
+}
+
+void ContentState::enlargeText()
+{
+    theFontSize = std::min(theFontSize + 1, largestFontSize);
+}
+
+void ContentState::shrinkText()
+{
+    theFontSize = std::max(theFontSize - 1, smallestFontSize);
+}
+
+void ContentState::resetText()
+{
+    theFontSize = normalFontSize;
 }
 
 void ContentState::runSearch(const QString& query)

@@ -53,9 +53,12 @@ Q_SIGNALS:
     void fetchBegins();
     void fetchEnds();
     void searchStateChanged();
+    void documentOpened(const QString& path);
 
 public:
     ContentState(const Platform& platform, OpenWindow openWindow, PredicateBuilder buildPredicate);
+
+    static constexpr double normalFontSize = 12;
 
     /// The names of the fields that a search can look in.
     static QStringList searchTypes();
@@ -74,7 +77,7 @@ public:
     Q_OBJECT_BINDABLE_PROPERTY(ContentState, QDateTime, theStartDate, &ContentState::theStartDateChanged)
     Q_OBJECT_BINDABLE_PROPERTY(ContentState, QString, thePostTitle, &ContentState::windowTitleChanged)
     Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(ContentState, QString, theSecs, QStringLiteral("00"), &ContentState::theSecsChanged)
-    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(ContentState, double, theFontSize, 12, &ContentState::theFontSizeChanged)
+    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(ContentState, double, theFontSize, normalFontSize, &ContentState::theFontSizeChanged)
     Q_OBJECT_BINDABLE_PROPERTY(ContentState, QSet<QUuid>, selection, &ContentState::selectionChanged)
     Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(ContentState, int, searchTypeIndex, 0, &ContentState::searchTypeIndexChanged)
     Q_OBJECT_BINDABLE_PROPERTY(ContentState, QString, searchQuery, &ContentState::searchQueryChanged)
@@ -99,15 +102,19 @@ public:
     void getLog();
     void chooseArchive();
     void readJSON();
-    /// The same for a list file or an archive that is known already.
-    void openEntryList(const QString& path);
-    void useArchive(const QUrl& archive);
+    /// The same for a list file or an archive that is known already; which of them, its name tells.
+    void openDocument(const QString& path);
+    /// Whether the name is that of a list file or an archive.
+    static bool isDocument(const QString& path);
     void addNote();
     void gloss();
     void reduce();
     void saveJSON();
     void saveRTF();
     void setPredicate();
+    void enlargeText();
+    void shrinkText();
+    void resetText();
     void runSearch(const QString& query);
     /// Shows all entries again, with an empty search field.
     void endSearch();
@@ -116,6 +123,8 @@ public:
 
 private:
     void readPreferences();
+    bool openEntryList(const QString& path);
+    bool useArchive(const QString& path);
     void followLogList();
     Result<std::shared_ptr<const logstore::EntryFilter>> fetchPredicate() const;
 

@@ -6,7 +6,6 @@
 #include "mainwindow/entrypane.h"
 #include "mainwindow/fetchpanel.h"
 #include "mainwindow/searchfield.h"
-#include "platform/desktop/archivedialog.h"
 #include "platform/desktop/symbols.h"
 
 #include <QAbstractSpinBox>
@@ -29,14 +28,8 @@ namespace {
 
 constexpr QSize smallestSize(1150, 200);
 constexpr QSize firstSize(1280, 760);
-constexpr int toolBarIconSize = 24;
 constexpr int searchPickerWidth = 120;
 const QString searchLabel = u"🔍"_s;
-
-bool isEntryList(const QString& path)
-{
-    return path.endsWith(".tessel"_L1, Qt::CaseInsensitive);
-}
 
 /// The one file that the drag carries, when a command takes it; else empty.
 QString droppedPath(const QMimeData& data)
@@ -45,7 +38,7 @@ QString droppedPath(const QMimeData& data)
     if (urls.size() != 1 || !urls.first().isLocalFile())
         return {};
     const QString path = urls.first().toLocalFile();
-    return isEntryList(path) || ArchiveDialog::isArchive(path) ? path : QString();
+    return ContentState::isDocument(path) ? path : QString();
 }
 
 /// Takes the drag if a command takes what it carries. As a copy: a program that is told that its
@@ -134,7 +127,6 @@ void ContentView::addToolBar()
     bar->setObjectName(u"ContentView.toolbar"_s);
     bar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     bar->setMovable(false);
-    bar->setIconSize({toolBarIconSize, toolBarIconSize});
     bar->addActions({m_commands.getLog, m_commands.setArchive, m_commands.readJSON,
                      m_commands.addNote, m_commands.gloss, m_commands.reduce, m_commands.saveJSON,
                      m_commands.saveRTF});
@@ -165,9 +157,8 @@ void ContentView::addMenus()
 
     m_menus.view->addActions({m_commands.fullFields, m_commands.showSignposts});
     m_menus.view->addSeparator();
-    QAction* const toolBar = findChild<QToolBar*>(u"ContentView.toolbar"_s)->toggleViewAction();
-    toolBar->setText(tr("&Toolbar"));
-    m_menus.view->addAction(toolBar);
+    m_menus.view->addActions(
+        {m_commands.largerText, m_commands.smallerText, m_commands.normalText});
 
     EntryListView& list = m_pane->list();
     list.setContextMenuPolicy(Qt::ActionsContextMenu);
@@ -225,10 +216,5 @@ void ContentView::dropEvent(QDropEvent* event)
         return;
     const QString path = droppedPath(*event->mimeData());
     // Later, so that an alert does not hold up the program that the drag came from.
-    QTimer::singleShot(0, this, [this, path] {
-        if (isEntryList(path))
-            m_state.openEntryList(path);
-        else
-            m_state.useArchive(QUrl::fromLocalFile(path));
-    });
+    QTimer::singleShot(0, this, [this, path] { m_state.openDocument(path); });
 }

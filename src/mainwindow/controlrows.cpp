@@ -9,6 +9,7 @@
 #include <QBoxLayout>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -151,11 +152,24 @@ QLabel* ControlRows::archiveLabel()
     };
     connect(&m_state.logger(), &Logger::usingArchiveChanged, label, update);
     connect(&m_state.logger(), &Logger::archURLChanged, label, update);
-    QPalette palette = label->palette();
-    palette.setColor(QPalette::WindowText, FieldColours(palette)[FieldColour::Red]);
-    label->setPalette(palette);
     update();
+    m_archiveLabel = label;
+    colourArchiveLabel();
     return label;
+}
+
+void ControlRows::colourArchiveLabel()
+{
+    QPalette colours;
+    colours.setColor(QPalette::WindowText, FieldColours(palette())[FieldColour::Red]);
+    m_archiveLabel->setPalette(colours);
+}
+
+void ControlRows::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        colourArchiveLabel();
 }
 
 QWidget* ControlRows::startEditor()

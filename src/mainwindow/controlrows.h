@@ -14,13 +14,18 @@ class ControlRows final : public QWidget
 public:
     explicit ControlRows(ContentState& state, QWidget* parent = nullptr);
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
     QWidget* fetchRow();
     QWidget* predicateRow();
     QLabel* archiveLabel();
+    void colourArchiveLabel();
     QWidget* startEditor();
     QWidget* predicatePicker();
     QLabel* countLabel();
 
     ContentState& m_state;
+    QLabel* m_archiveLabel = nullptr;
 };

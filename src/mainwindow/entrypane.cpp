@@ -7,6 +7,7 @@
 #include "platform/desktop/symbols.h"
 
 #include <QBoxLayout>
+#include <QEvent>
 #include <QLabel>
 
 using namespace Qt::StringLiterals;
@@ -14,7 +15,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int searchFieldWidth = 280;
-constexpr int placeholderSymbolSize = 48;
 
 QLabel* centredLabel(const QString& objectName)
 {
@@ -34,6 +34,7 @@ EntryPane::EntryPane(ContentState& state, QWidget* parent)
     , m_list(new EntryListView(m_model))
     , m_searchField(new SearchField)
     , m_searchSummary(new QLabel)
+    , m_placeholderSymbol(centredLabel(u"placeholderSymbol"_s))
     , m_nothingFound(centredLabel(u"nothingFound"_s))
     , m_placeholder(placeholder())
 {
@@ -68,10 +69,7 @@ QWidget* EntryPane::placeholder()
 {
     auto* const cover = new QWidget(m_list->viewport());
     cover->setObjectName(u"placeholder"_s);
-    auto* const symbol = centredLabel(u"placeholderSymbol"_s);
-    symbol->setPixmap(
-        symbolIcon(u"magnifyingglass"_s)
-            .pixmap(QSize(placeholderSymbolSize, placeholderSymbolSize), devicePixelRatioF()));
+    drawPlaceholderSymbol();
     auto* const title = centredLabel(u"placeholderTitle"_s);
     title->setText(tr("No entries found"));
     QFont font = title->font();
@@ -81,7 +79,7 @@ QWidget* EntryPane::placeholder()
 
     auto* const layout = new QVBoxLayout(cover);
     layout->addStretch();
-    layout->addWidget(symbol);
+    layout->addWidget(m_placeholderSymbol);
     layout->addWidget(title);
     layout->addWidget(m_nothingFound);
     layout->addStretch();
@@ -90,6 +88,21 @@ QWidget* EntryPane::placeholder()
     overlay->setContentsMargins({});
     overlay->addWidget(cover);
     return cover;
+}
+
+/// In the colours of this moment.
+void EntryPane::drawPlaceholderSymbol()
+{
+    constexpr QSize size(48, 48);
+    m_placeholderSymbol->setPixmap(
+        symbolIcon(u"magnifyingglass"_s).pixmap(size, devicePixelRatioF()));
+}
+
+void EntryPane::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        drawPlaceholderSymbol();
 }
 
 void EntryPane::followState()

@@ -21,9 +21,13 @@ public:
     EntryListView& list() const { return *m_list; }
     SearchField& searchField() const { return *m_searchField; }
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
     QWidget* header();
     QWidget* placeholder();
+    void drawPlaceholderSymbol();
     void followState();
     void showSearchState();
 
@@ -32,6 +36,7 @@ private:
     EntryListView* m_list;
     SearchField* m_searchField;
     QLabel* m_searchSummary;
+    QLabel* m_placeholderSymbol;
     QLabel* m_nothingFound;
     QWidget* m_placeholder;
 };

@@ -3,12 +3,11 @@
 
 #include "mainwindow/messagerow.h"
 
-#include <QColor>
-
-class QPalette;
+#include <QPalette>
 
 /// The tones of the list in one appearance. Each text tone reads well (a contrast of 4.5:1 and
-/// more) on a plain, an alternate and a selected row.
+/// more) on a plain, an alternate and a selected row. Plain text is in the palette's colour; in a
+/// palette of high contrast all text is.
 class FieldColours
 {
 public:
@@ -24,4 +23,7 @@ public:
 
 private:
     bool m_dark;
+    bool m_highContrast;
+    QColor m_base;
+    QColor m_text;
 };

@@ -14,7 +14,6 @@ MiniPredView::MiniPredView(UserDefaults& defaults, PredicateCheck check, QWidget
     : QWidget(parent)
 {
     setObjectName(u"miniPredView"_s);
-    setWindowTitle(u"Predicate Editor"_s);
     setFixedSize(480, 240);
 
     auto* specPred = new PredicateEditor(std::move(check));

@@ -8,8 +8,7 @@ using namespace Qt::StringLiterals;
 TextView::TextView(UserDefaults& defaults, QWidget* parent) : QPlainTextEdit(parent)
 {
     setObjectName(u"textView"_s);
-    setWindowTitle(u"Gloss"_s);
-    setAccessibleName(u"Gloss"_s);
+    setAccessibleName(tr("Gloss"));
     bind(document(), defaults, preferences::selectText);
     moveCursor(QTextCursor::Start);
 }

@@ -5,23 +5,29 @@
 
 #include <algorithm>
 
-SystemLogStores::SystemLogStores(QStringList localFolders) : m_localFolders(std::move(localFolders))
+SystemLogStores::SystemLogStores(QStringList localFolders, StandIn standIn)
+    : m_localFolders(std::move(localFolders))
+    , m_standIn(std::move(standIn))
 {
-    Q_ASSERT(!m_localFolders.isEmpty());
 }
 
-QString SystemLogStores::localFolder() const
+Result<QString> SystemLogStores::localFolder() const
 {
     const auto found =
         std::find_if(m_localFolders.begin(), m_localFolders.end(), [](const QString& folder) {
             return QFileInfo(folder + QStringLiteral("/diagnostics")).isDir();
         });
-    return found != m_localFolders.end() ? *found : m_localFolders.last();
+    if (found != m_localFolders.end())
+        return *found;
+    return m_standIn();
 }
 
 Result<OSLogStore> SystemLogStores::local()
 {
-    return OSLogStore::open(localFolder(), logstore::StoreOrigin::System);
+    const auto folder = localFolder();
+    if (!folder)
+        return tl::unexpected(folder.error());
+    return OSLogStore::open(*folder, logstore::StoreOrigin::System);
 }
 
 Result<OSLogStore> SystemLogStores::archive(const QString& path)

@@ -5,20 +5,27 @@
 
 #include <QStringList>
 
+#include <functional>
+
 /// The log stores of this machine's file system. The local store is the first of the given folders
 /// that has a log store's folder of trace files.
 class SystemLogStores final : public LogStores
 {
 public:
-    /// `localFolders` are absolute paths, the most wanted first.
-    explicit SystemLogStores(QStringList localFolders);
+    /// Gives the folder of a store to take for the local one.
+    using StandIn = std::function<Result<QString>()>;
 
-    /// The folder that local() opens; the last one when none has a log store.
-    QString localFolder() const;
+    /// `localFolders` are absolute paths, the most wanted first. When none of them has a log store,
+    /// `standIn` is asked, each time anew.
+    SystemLogStores(QStringList localFolders, StandIn standIn);
+
+    /// The folder that local() opens.
+    Result<QString> localFolder() const;
 
     Result<OSLogStore> local() override;
     Result<OSLogStore> archive(const QString& path) override;
 
 private:
     QStringList m_localFolders;
+    StandIn m_standIn;
 };

@@ -66,9 +66,11 @@ UserDefaults::UserDefaults(const QString& path, QObject* parent)
         m_memory.emplace();
         for (const QString& key : keys)
             m_memory->insert(key, converted(m_settings.value(key), fromFile));
-        fail(tr("it is damaged. Repair or remove it to have settings kept again"));
+        fail(tr("The settings file “%1” is damaged. It stays as it is: repair or remove it to have "
+                "settings kept again. Until then, changes of settings last until Tessel quits."));
     } else if (m_settings.status() == QSettings::AccessError) {
-        fail(tr("it cannot be read"));
+        fail(tr("The settings file “%1” cannot be read. All settings begin as in a new "
+                "installation, and changes last until Tessel quits."));
     }
 }
 
@@ -135,19 +137,18 @@ void UserDefaults::write(const QString& key, const QVariant& value)
         m_settings.setValue(key, converted(value, asInFile));
         m_settings.sync();
         if (m_settings.status() != QSettings::NoError)
-            fail(tr("it cannot be written"));
+            fail(tr("The settings file “%1” cannot be written. Changes of settings last until "
+                    "Tessel quits."));
     }
     Q_EMIT changed(key);
 }
 
-void UserDefaults::fail(const QString& reason)
+void UserDefaults::fail(const QString& sentences)
 {
     if (m_saidFailed)
         return;
     m_saidFailed = true;
-    const QString description =
-        tr("The settings file “%1” is not in use: %2. Changes of settings last until Tessel quits.")
-            .arg(m_settings.fileName(), reason);
+    const QString description = sentences.arg(m_settings.fileName());
     // Sent from the event loop, so that whoever made this store has had the time to listen.
     QMetaObject::invokeMethod(
         this, [this, description] { Q_EMIT failed(description); }, Qt::QueuedConnection);

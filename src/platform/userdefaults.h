@@ -41,7 +41,8 @@ Q_SIGNALS:
 private:
     QVariant value(const QString& key) const;
     void write(const QString& key, const QVariant& value);
-    void fail(const QString& reason);
+    /// `sentences` have a place for the file's path.
+    void fail(const QString& sentences);
 
     QSettings m_settings;
     /// Values that are not to reach the file: everything, once the file was found damaged.

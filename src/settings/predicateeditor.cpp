@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QStyle>
 #include <QTextBlock>
+#include <QTextDocument>
 
 using namespace Qt::StringLiterals;
 
@@ -95,10 +96,10 @@ void PredicateEditor::showStatus()
 {
     const QString predicate = exactText(document());
     QString status;
-    if (!predicate.isEmpty() && m_check)
+    if (!predicate.isEmpty())
         status = m_check(withPlainQuotes(predicate)).value_or(tr("This predicate is valid."));
     setAccessibleDescription(status);
     m_status->setText(m_status->fontMetrics().elidedText(status, Qt::ElideRight,
                                                          m_status->contentsRect().width()));
-    m_status->setToolTip(status);
+    m_status->setToolTip(status.isEmpty() ? status : Qt::convertFromPlainText(status));
 }

@@ -17,7 +17,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QSize smallestContent(650, 200);
-constexpr int toolBarIconSize = 24;
 
 } // namespace
 
@@ -35,7 +34,6 @@ ToolView::ToolView(const QString& title,
     m_toolBar->setObjectName(toolBarIdentifier);
     m_toolBar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     m_toolBar->setMovable(false);
-    m_toolBar->setIconSize({toolBarIconSize, toolBarIconSize});
 
     auto* const content = new QWidget;
     content->setMinimumSize(smallestContent);

@@ -37,9 +37,14 @@ public:
 
     QString path(const QString& name) const { return platform.folder.filePath(name); }
 
-    Surroundings surroundings()
+    Surroundings surroundings() { return surroundings(platform.platform); }
+    Surroundings surroundings(const Platform& with)
     {
-        return {platform.platform, files, state, {path(QStringLiteral("db")).toStdString(), {}}};
+        return {with,
+                files,
+                state,
+                [this]() -> Result<QString> { return path(QStringLiteral("db")); },
+                {}};
     }
 
     TesselApp& start()
@@ -48,6 +53,19 @@ public:
         return *m_app;
     }
     void end() { m_app.reset(); }
+
+    /// The window of this identifier, freshly opened as the only one; "main" and "settings" are
+    /// those without one of their own.
+    QWidget& opened(const QString& identifier)
+    {
+        if (identifier == u"main")
+            m_app->newWindow();
+        else if (identifier == u"settings")
+            m_app->openSettings();
+        else
+            m_app->openWindow(identifier);
+        return *windows().constFirst();
+    }
 
     /// The windows that can be seen, without menus and the like.
     static QList<QWidget*> windows()

@@ -26,11 +26,15 @@ mkdir "$home/some.logarchive"
 running=$!
 main=$(window '^Tessel')
 xdotool windowfocus --sync "$main" key ctrl+n
-timeout 60 sh -c 'until [ "$(xdotool search --onlyvisible --name "^Tessel" | wc -l)" -eq 2 ]; do :; done' ||
+timeout 60 sh -c '
+    until [ "$(xdotool search --onlyvisible --name "^Tessel" | wc -l)" -eq 2 ]; do sleep 0.1; done' ||
     fail "New Window opened no second window"
 second=$(xdotool search --onlyvisible --name '^Tessel' | grep -v "^$main$")
 xdotool windowfocus --sync "$second" key ctrl+g
 window '^Tessel 20' >/dev/null
+statistics=$(find "$home/.cache" -name 'logdata.statistics.*.txt')
+[ -n "$statistics" ] || fail "The demonstration store has no statistics"
+! grep -E '[0-9],[0-9]' $statistics || fail "Numbers were written with a comma"
 xdotool windowfocus --sync "$second" key F1
 window '^Help Window$' >/dev/null
 xdotool windowfocus --sync "$second" key ctrl+q

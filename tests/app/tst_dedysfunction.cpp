@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/dedysfunction.h"
 #include "support/fakeplatform.h"
+#include "support/logfolder.h"
 #include "support/smallstore.h"
-#include "tools/logfolder.h"
 
 #include <QTest>
 
@@ -225,16 +225,16 @@ void tst_deDysfunction::failuresAreShownInOrder_data()
     QTest::addColumn<bool>("administrator");
     QTest::addColumn<bool>("persist");
     QTest::addColumn<bool>("timesync");
-    QTest::addColumn<int>("entries");
+    QTest::addColumn<bool>("entries");
     QTest::addColumn<QStringList>("messages");
     QTest::addColumn<int>("quits");
     const QStringList all{noAdministrator, noPersist, noTimesync, noEntries};
-    QTest::newRow("nothing") << true << true << true << 11 << QStringList() << 0;
-    QTest::newRow("administrator") << false << true << true << 11 << all.mid(0, 1) << 1;
-    QTest::newRow("Persist") << true << false << true << 11 << all.mid(1, 1) << 1;
-    QTest::newRow("timesync") << true << true << false << 11 << all.mid(2, 1) << 1;
-    QTest::newRow("entries") << true << true << true << 10 << all.mid(3, 1) << 0;
-    QTest::newRow("everything") << false << false << false << 10 << all << 3;
+    QTest::newRow("nothing") << true << true << true << true << QStringList() << 0;
+    QTest::newRow("administrator") << false << true << true << true << all.mid(0, 1) << 1;
+    QTest::newRow("Persist") << true << false << true << true << all.mid(1, 1) << 1;
+    QTest::newRow("timesync") << true << true << false << true << all.mid(2, 1) << 1;
+    QTest::newRow("entries") << true << true << true << false << all.mid(3, 1) << 0;
+    QTest::newRow("everything") << false << false << false << false << all << 3;
 }
 
 void tst_deDysfunction::failuresAreShownInOrder()
@@ -242,14 +242,15 @@ void tst_deDysfunction::failuresAreShownInOrder()
     QFETCH(bool, administrator);
     QFETCH(bool, persist);
     QFETCH(bool, timesync);
-    QFETCH(int, entries);
+    QFETCH(bool, entries);
     m_platform->processes.answer = administrator ? "20 80\n" : "20\n";
     if (persist)
         m_folder->make("diagnostics/Persist/0001.tracev3");
     if (timesync)
         m_folder->make("diagnostics/timesync/0001.timesync");
-    writeStore(*m_folder, entries);
-    m_platform->logStores.localPath = m_folder->shownPath(u"store"_s);
+    writeStore(*m_folder, 11);
+    if (entries)
+        m_platform->logStores.localPath = m_folder->shownPath(u"store"_s);
 
     QVERIFY(checker().check());
 

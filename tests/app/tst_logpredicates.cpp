@@ -24,8 +24,11 @@ private Q_SLOTS:
     void init();
     void predicatesChooseEntries_data();
     void predicatesChooseEntries();
+    void midnightsThatClocksSkip_data();
+    void midnightsThatClocksSkip();
     void errorsShowThePlace();
-    void checkTellsWhatIsWrong();
+    void checkTellsWhatIsWrongAndWhere_data();
+    void checkTellsWhatIsWrongAndWhere();
     void libraryIsValid();
     void manualsExamplesAreValid();
 
@@ -88,14 +91,59 @@ void tst_LogPredicates::errorsShowThePlace()
     QVERIFY2(text.contains(u"proces == \"x\""_s), qPrintable(text));
 }
 
-void tst_LogPredicates::checkTellsWhatIsWrong()
+void tst_LogPredicates::checkTellsWhatIsWrongAndWhere_data()
 {
-    const PredicateCheck check = predicateCheck(m_platform->clock);
-    QVERIFY(!check(u"process == \"x\""_s));
-    const auto wrong = check(u"process == "_s);
-    QVERIFY(wrong);
-    QVERIFY2(!wrong->contains(u'\n'), qPrintable(*wrong));
-    QVERIFY(check(u"process == %@"_s));
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("wrong");
+    const auto row = [](const char* name, const char* text, const char* wrong) {
+        QTest::newRow(name) << QString::fromUtf8(text) << QString::fromUtf8(wrong);
+    };
+    row("nothing", "process == \"x\"", "");
+    row("in the only line", "(process == 'x'", "Character 16: A closing parenthesis is missing.");
+    row("behind a pair of surrogates", "'📍' == ?", "Character 8: “?” can't be used here.");
+    row("in a later line", "process == 'x' AND\nnosuch == 1",
+        "Line 2, character 1: There is no field “nosuch”.");
+    row("before a line break", "process ?= 'x'\n", "Line 1, character 9: “?” can't be used here.");
+    row("without an argument", "process == %@",
+        "Character 12: Insufficient arguments: “%@” has no value to stand for.");
+}
+
+void tst_LogPredicates::checkTellsWhatIsWrongAndWhere()
+{
+    QFETCH(QString, text);
+    QTEST(predicateCheck(m_platform->clock)(text).value_or(QString()), "wrong");
+}
+
+void tst_LogPredicates::midnightsThatClocksSkip_data()
+{
+    QTest::addColumn<QByteArray>("zone");
+    QTest::addColumn<QString>("day");
+    QTest::addColumn<QString>("begins");
+    QTest::newRow("west of Greenwich")
+        << "America/Sao_Paulo"_ba << u"2018-11-04"_s << u"2018-11-04 03:00Z"_s;
+    QTest::newRow("east of Greenwich")
+        << "Asia/Beirut"_ba << u"2019-03-31"_s << u"2019-03-30 22:00Z"_s;
+    QTest::newRow("a day that was none")
+        << "Pacific/Apia"_ba << u"2011-12-30"_s << u"2011-12-30 10:00Z"_s;
+}
+
+void tst_LogPredicates::midnightsThatClocksSkip()
+{
+    QFETCH(QByteArray, zone);
+    QFETCH(QString, day);
+    QFETCH(QString, begins);
+    m_platform->clock.zone = QTimeZone(zone);
+    const std::int64_t now = m_platform->clock.now().toSecsSinceEpoch() * second;
+    SmallStore store(now);
+    store.log(now, "one");
+    const QString folder = m_platform->folder.filePath(u"store"_s);
+    QVERIFY(store.write(folder));
+    const auto filter = logPredicates(m_platform->clock)(
+        {u"CAST('%1', 'NSDate') == CAST('%2', 'NSDate')"_s.arg(day, begins), {}});
+    QVERIFY2(filter, filter ? "" : filter.error().description.c_str());
+    const auto opened = OSLogStore::open(folder);
+    QVERIFY(opened);
+    QVERIFY(opened->getEntries(opened->position(-200), *filter).next());
 }
 
 void tst_LogPredicates::libraryIsValid()

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/appfixture.h"
+#include "model/entrylistfile.h"
 #include "support/warnings.h"
 
 #include <QAbstractItemView>
@@ -60,6 +61,18 @@ QList<QAction*> menuCommands(const QWidget& window)
     return found;
 }
 
+/// The items that are seen together: those of the menu bar, and those of each of its menus.
+QList<QList<QAction*>> menuLevels(const QWidget& window)
+{
+    const auto* bar = window.findChild<QMenuBar*>();
+    if (!bar)
+        return {};
+    QList<QList<QAction*>> levels{bar->actions()};
+    for (const QAction* action : bar->actions())
+        levels.append(action->menu()->actions());
+    return levels;
+}
+
 const QStringList singleWindowTitles{u"Help Window"_s, u"Diagnostics Tool"_s, u"Logarchive Tool"_s,
                                      u"Predicate Editor"_s, u"Gloss"_s};
 
@@ -83,17 +96,11 @@ private Q_SLOTS:
     void shiftF10OpensTheContextMenu();
     void closeClosesTheActiveWindow();
     void quitClosesEveryWindow();
-    void toolbarCommandsAreInMenus_data();
-    void toolbarCommandsAreInMenus();
-    void noKeyHasTwoMeanings_data();
-    void noKeyHasTwoMeanings();
-    void mnemonicsDiffer_data();
-    void mnemonicsDiffer();
+    void everyWindowsMenusAreSound_data();
+    void everyWindowsMenusAreSound();
+    void recentFilesOpenAgain();
 
 private:
-    void everyWindow();
-    QWidget& opened(const QString& identifier);
-
     std::unique_ptr<AppFixture> m_fixture;
     TesselApp* m_app = nullptr;
 };
@@ -103,25 +110,6 @@ void tst_Menus::init()
     failOnWarnings();
     m_fixture = std::make_unique<AppFixture>();
     m_app = &m_fixture->start();
-}
-
-void tst_Menus::everyWindow()
-{
-    QTest::addColumn<QString>("identifier");
-    for (const char* identifier :
-         {"main", "settings", "help", "diagtool", "logarchtool", "miniPredView", "textView"})
-        QTest::newRow(identifier) << QString::fromLatin1(identifier);
-}
-
-QWidget& tst_Menus::opened(const QString& identifier)
-{
-    if (identifier == u"main")
-        m_app->newWindow();
-    else if (identifier == u"settings")
-        m_app->openSettings();
-    else
-        m_app->openWindow(identifier);
-    return *AppFixture::windows().constFirst();
 }
 
 void tst_Menus::menusStandInTheirOrder_data()
@@ -138,7 +126,7 @@ void tst_Menus::menusStandInTheirOrder_data()
 void tst_Menus::menusStandInTheirOrder()
 {
     QFETCH(QString, identifier);
-    const QWidget& window = opened(identifier);
+    const QWidget& window = m_fixture->opened(identifier);
     QStringList titles;
     for (const QAction* action : window.findChild<QMenuBar*>()->actions())
         titles.append(plain(action->text()));
@@ -208,7 +196,7 @@ void tst_Menus::helpCommandOpensOneWindow()
 
 void tst_Menus::keysWorkInWindowsWithoutMenus()
 {
-    QWidget& gloss = opened(u"textView"_s);
+    QWidget& gloss = m_fixture->opened(u"textView"_s);
     QTRY_VERIFY(gloss.isActiveWindow());
     QTest::keyClick(&gloss, Qt::Key_Comma, Qt::ControlModifier);
     QVERIFY(AppFixture::window(u"Settings"_s));
@@ -255,15 +243,18 @@ void tst_Menus::quitClosesEveryWindow()
     QVERIFY(AppFixture::windows().isEmpty());
 }
 
-void tst_Menus::toolbarCommandsAreInMenus_data()
+void tst_Menus::everyWindowsMenusAreSound_data()
 {
-    everyWindow();
+    QTest::addColumn<QString>("identifier");
+    for (const char* identifier :
+         {"main", "settings", "help", "diagtool", "logarchtool", "miniPredView", "textView"})
+        QTest::newRow(identifier) << QString::fromLatin1(identifier);
 }
 
-void tst_Menus::toolbarCommandsAreInMenus()
+void tst_Menus::everyWindowsMenusAreSound()
 {
     QFETCH(QString, identifier);
-    const QWidget& window = opened(identifier);
+    const QWidget& window = m_fixture->opened(identifier);
     const QList<QAction*> inMenus = menuCommands(window);
     for (const QToolBar* bar : window.findChildren<QToolBar*>()) {
         for (QAction* action : bar->actions()) {
@@ -271,18 +262,8 @@ void tst_Menus::toolbarCommandsAreInMenus()
                 QVERIFY2(inMenus.contains(action), qPrintable(action->text()));
         }
     }
-}
 
-void tst_Menus::noKeyHasTwoMeanings_data()
-{
-    everyWindow();
-}
-
-void tst_Menus::noKeyHasTwoMeanings()
-{
-    QFETCH(QString, identifier);
-    const QWidget& window = opened(identifier);
-    const QList<QAction*> all = menuCommands(window) + window.actions();
+    const QList<QAction*> all = inMenus + window.actions();
     QSet<QString> keys;
     for (const QAction* action : QSet<QAction*>(all.begin(), all.end())) {
         for (const QKeySequence& key : action->shortcuts()) {
@@ -292,33 +273,43 @@ void tst_Menus::noKeyHasTwoMeanings()
     }
     for (const QString& key : {u"Ctrl+N"_s, u"Ctrl+W"_s, u"Ctrl+Q"_s, u"Ctrl+,"_s, u"F1"_s})
         QVERIFY2(keys.contains(key), qPrintable(key));
-}
 
-void tst_Menus::mnemonicsDiffer_data()
-{
-    everyWindow();
-}
-
-void tst_Menus::mnemonicsDiffer()
-{
-    QFETCH(QString, identifier);
-    const QWidget& window = opened(identifier);
-    QList<QList<QAction*>> levels;
-    if (const auto* bar = window.findChild<QMenuBar*>()) {
-        levels.append(bar->actions());
-        for (const QAction* action : bar->actions())
-            levels.append(action->menu()->actions());
-    }
-    for (const QList<QAction*>& level : levels) {
+    for (const QList<QAction*>& level : menuLevels(window)) {
         QSet<QString> seen;
         for (const QAction* action : level) {
-            const QKeySequence mnemonic = QKeySequence::mnemonic(action->text());
-            if (mnemonic.isEmpty())
-                continue;
-            QVERIFY2(!seen.contains(mnemonic.toString()), qPrintable(action->text()));
-            seen.insert(mnemonic.toString());
+            const QString mnemonic = QKeySequence::mnemonic(action->text()).toString();
+            QVERIFY2(!seen.contains(mnemonic), qPrintable(action->text()));
+            if (!mnemonic.isEmpty())
+                seen.insert(mnemonic);
+            else if (!action->isSeparator() && identifier == u"main")
+                QFAIL(qPrintable(action->text()));
         }
     }
+}
+
+void tst_Menus::recentFilesOpenAgain()
+{
+    const QString list = m_fixture->path(u"salt & pepper.tessel"_s);
+    QVERIFY(saveEntryList({LogEntry()}, list));
+    const QString archive = m_fixture->path(u"mac.logarchive"_s);
+    QVERIFY(QDir().mkdir(archive));
+    m_app->openDocuments({list, archive, m_fixture->path(u"nowhere.tessel"_s)});
+    auto& window = *qobject_cast<ContentView*>(m_app->mainWindows().constFirst());
+    QVERIFY(window.menus().file->actions().contains(
+        window.findChild<QMenu*>(u"recentMenu"_s)->menuAction()));
+    QMenu& recent = *window.findChild<QMenu*>(u"recentMenu"_s);
+    Q_EMIT recent.aboutToShow();
+    QCOMPARE(texts(recent), QStringList({u"mac.logarchive"_s, u"salt & pepper.tessel"_s, u"-"_s,
+                                         u"Clear Menu"_s}));
+    recent.actions().at(0)->trigger();
+    QCOMPARE(window.state().logger().archURL().value_or(QUrl()), QUrl::fromLocalFile(archive));
+    QVERIFY(QDir().rmdir(archive));
+    Q_EMIT recent.aboutToShow();
+    QCOMPARE(texts(recent), QStringList({u"salt & pepper.tessel"_s, u"-"_s, u"Clear Menu"_s}));
+    recent.actions().constLast()->trigger();
+    Q_EMIT recent.aboutToShow();
+    QVERIFY(!recent.actions().constLast()->isEnabled());
+    QCOMPARE(m_fixture->state.recentFiles(), QStringList());
 }
 
 QTEST_MAIN(tst_Menus)

@@ -13,6 +13,29 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// Alerts under which the event loop runs, as it does under real ones.
+class PatientAlerts final : public Alerts
+{
+public:
+    void critical(const QString&, const QString& informativeText) override
+    {
+        mostAtOnce = std::max(mostAtOnce, ++m_open);
+        shown.append(informativeText);
+        QCoreApplication::processEvents();
+        --m_open;
+    }
+
+    QStringList shown;
+    int mostAtOnce = 0;
+
+private:
+    int m_open = 0;
+};
+
+} // namespace
+
 class tst_TesselApp : public QObject
 {
     Q_OBJECT
@@ -29,17 +52,17 @@ private Q_SLOTS:
     void startsWithOneMainWindow();
     void newWindowsTakeThePresentPreferences();
     void documentsOpenInTheirWindows();
+    void missingDocumentIsReported_data();
     void missingDocumentIsReported();
     void otherArgumentsAreIgnored_data();
     void otherArgumentsAreIgnored();
     void singleWindowsExistOnce_data();
     void singleWindowsExistOnce();
-    void mainWindowOpensSingleWindows();
     void settingsBeginWithGeneral();
     void closedWindowFreesItsModel();
     void panelOutlivesItsWindow();
     void endsWithWindowsAndPanelsOpen();
-    void damagedPreferencesAreReported();
+    void troubleAtTheStartIsToldInOrder();
 
 private:
     ContentView& mainWindow(qsizetype index = 0)
@@ -155,12 +178,25 @@ void tst_TesselApp::documentsOpenInTheirWindows()
              QUrl::fromLocalFile(archive));
 }
 
+void tst_TesselApp::missingDocumentIsReported_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("list") << u"nowhere.tessel"_s;
+    QTest::newRow("archive") << u"nowhere.logarchive"_s;
+    QTest::newRow("archive that is a file") << u"file.logarchive"_s;
+}
+
 void tst_TesselApp::missingDocumentIsReported()
 {
-    start({m_fixture->path(u"nowhere.tessel"_s)});
+    QFETCH(QString, name);
+    QVERIFY(QFile(m_fixture->path(u"file.logarchive"_s)).open(QFile::WriteOnly));
+    start({m_fixture->path(name)});
     QCOMPARE(m_fixture->platform.alerts.shown.size(), 1);
-    QVERIFY(m_fixture->platform.alerts.shown.first().informativeText.contains(u"nowhere.tessel"_s));
+    QVERIFY(
+        m_fixture->platform.alerts.shown.first().informativeText.contains(m_fixture->path(name)));
     QCOMPARE(m_app->mainWindows().size(), 1);
+    QVERIFY(!mainWindow().state().logger().usingArchive());
+    QVERIFY(m_fixture->state.recentFiles().isEmpty());
 }
 
 void tst_TesselApp::otherArgumentsAreIgnored_data()
@@ -170,7 +206,6 @@ void tst_TesselApp::otherArgumentsAreIgnored_data()
     QTest::newRow("an empty one") << QString();
     QTest::newRow("another file") << u"/etc/hosts"_s;
     QTest::newRow("another folder") << u"/tmp"_s;
-    QTest::newRow("an archive that is not there") << u"/nowhere/some.logarchive"_s;
 }
 
 void tst_TesselApp::otherArgumentsAreIgnored()
@@ -216,15 +251,6 @@ void tst_TesselApp::singleWindowsExistOnce()
     QVERIFY(!window);
     m_app->openWindow(identifier);
     QVERIFY(AppFixture::window(title));
-}
-
-void tst_TesselApp::mainWindowOpensSingleWindows()
-{
-    start();
-    mainWindow().state().setPredicate();
-    mainWindow().state().setPredicate();
-    QVERIFY(AppFixture::window(u"Predicate Editor"_s));
-    QCOMPARE(AppFixture::windows().size(), 2);
 }
 
 void tst_TesselApp::settingsBeginWithGeneral()
@@ -273,11 +299,8 @@ void tst_TesselApp::endsWithWindowsAndPanelsOpen()
 {
     QtPanels panels(m_fixture->state);
     const Platform& fake = m_fixture->platform.platform;
-    const Surroundings surroundings{
-        {panels, fake.alerts, fake.defaults, fake.logStores, fake.processes, fake.clock},
-        m_fixture->files,
-        m_fixture->state,
-        m_fixture->surroundings().localStore};
+    const Surroundings surroundings = m_fixture->surroundings(
+        {panels, fake.alerts, fake.defaults, fake.logStores, fake.processes, fake.clock});
     QPointer<Logger> logger;
     {
         TesselApp app(surroundings);
@@ -296,13 +319,32 @@ void tst_TesselApp::endsWithWindowsAndPanelsOpen()
     QVERIFY(!QApplication::activeModalWidget());
 }
 
-void tst_TesselApp::damagedPreferencesAreReported()
+void tst_TesselApp::troubleAtTheStartIsToldInOrder()
 {
-    start();
-    Q_EMIT m_fixture->platform.defaults.failed(u"The settings cannot be written."_s);
-    QCOMPARE(m_fixture->platform.alerts.shown.size(), 1);
-    QCOMPARE(m_fixture->platform.alerts.shown.first().informativeText,
-             u"The settings cannot be written."_s);
+    QFile file(m_fixture->path(u"damaged.conf"_s));
+    QVERIFY(file.open(QFile::WriteOnly));
+    file.write("no settings at all\xff");
+    file.close();
+    UserDefaults damaged(file.fileName());
+    QPalette atPreparation;
+    PatientAlerts alerts;
+    const Platform& fake = m_fixture->platform.platform;
+    Surroundings surroundings = m_fixture->surroundings(
+        {fake.panels, alerts, damaged, fake.logStores, fake.processes, fake.clock});
+    surroundings.prepareLocalStore = [&]() -> Result<QString> {
+        atPreparation = QApplication::palette();
+        return failure("The disk is full.");
+    };
+    QApplication::setPalette(QPalette(Qt::lightGray));
+    {
+        const TesselApp app(surroundings);
+        QVERIFY(atPreparation.color(QPalette::Base).lightnessF() < 0.2F);
+        QVERIFY(alerts.shown.first().contains(u"disk is full"_s));
+        QVERIFY(alerts.shown.last().contains(file.fileName()));
+    }
+    QCoreApplication::processEvents();
+    QCOMPARE(alerts.shown.filter(file.fileName()).size(), 1);
+    QCOMPARE(alerts.mostAtOnce, 1);
 }
 
 QTEST_MAIN(tst_TesselApp)

@@ -45,16 +45,15 @@ private Q_SLOTS:
     void initTestCase() { QApplication::setQuitOnLastWindowClosed(false); }
     void init();
     void cleanup() { m_fixture.reset(); }
-    void storedFormGivesTheSame();
     void storedFormsAreRead_data();
     void storedFormsAreRead();
     void dialogArranges();
     void dialogMovesByDragging();
     void dialogRestores();
-    void contextMenuHidesAndShows();
     void contextMenuSetsTheStyle();
     void arrangementIsKept_data();
     void arrangementIsKept();
+    void hiddenToolbarStaysHidden();
     void otherWindowsFollow();
     void pickerSurvivesBeingHidden();
 
@@ -92,18 +91,6 @@ QAction* tst_ToolBars::contextMenuItem(const QWidget& window, const QString& tex
         }
     }
     return nullptr;
-}
-
-void tst_ToolBars::storedFormGivesTheSame()
-{
-    const ToolBarArrangement original = arrangement({u"a"_s, u"b"_s, u"c"_s});
-    ToolBarArrangement changed = arrangement({u"c"_s, u"a"_s, u"b"_s});
-    changed.items[1].shown = false;
-    for (const auto style :
-         {Qt::ToolButtonIconOnly, Qt::ToolButtonTextOnly, Qt::ToolButtonTextUnderIcon}) {
-        changed.style = style;
-        QVERIFY(ToolBarArrangement::fromBytes(changed.toBytes(), original) == changed);
-    }
 }
 
 void tst_ToolBars::storedFormsAreRead_data()
@@ -173,17 +160,6 @@ void tst_ToolBars::dialogRestores()
     QCOMPARE(shownItems(window), mainItems);
 }
 
-void tst_ToolBars::contextMenuHidesAndShows()
-{
-    const QWidget& window = m_app->newWindow();
-    QAction* const item = contextMenuItem(window, u"Save RTF"_s);
-    QVERIFY(item->isChecked());
-    item->trigger();
-    QVERIFY(!shownItems(window).contains(u"savertf"_s));
-    item->trigger();
-    QCOMPARE(shownItems(window), mainItems);
-}
-
 void tst_ToolBars::contextMenuSetsTheStyle()
 {
     const QWidget& window = m_app->newWindow();
@@ -196,28 +172,51 @@ void tst_ToolBars::arrangementIsKept_data()
 {
     QTest::addColumn<QString>("window");
     QTest::addColumn<QString>("identifier");
-    QTest::newRow("diagnostics tool") << u"diagtool"_s << u"DiagnosticsView.toolbar"_s;
-    QTest::newRow("logarchive tool") << u"logarchtool"_s << u"ArchiveView.toolbar"_s;
+    QTest::addColumn<Qt::ToolButtonStyle>("style");
+    QTest::newRow("main window") << u"main"_s << u"ContentView.toolbar"_s << Qt::ToolButtonTextOnly;
+    QTest::newRow("diagnostics tool")
+        << u"diagtool"_s << u"DiagnosticsView.toolbar"_s << Qt::ToolButtonIconOnly;
+    QTest::newRow("logarchive tool")
+        << u"logarchtool"_s << u"ArchiveView.toolbar"_s << Qt::ToolButtonTextUnderIcon;
 }
 
 void tst_ToolBars::arrangementIsKept()
 {
     QFETCH(QString, window);
     QFETCH(QString, identifier);
-    m_app->openWindow(window);
-    QWidget* const first = AppFixture::windows().constFirst();
+    QFETCH(Qt::ToolButtonStyle, style);
+    QWidget* const first = &m_fixture->opened(window);
     ToolBarArrangement changed = customisation(*first).arrangement();
     std::reverse(changed.items.begin(), changed.items.end());
     changed.items[1].shown = false;
+    changed.style = style;
     customisation(*first).arrange(changed);
     const QStringList shown = shownItems(*first);
     QVERIFY(!m_fixture->state.arrangement(identifier).isEmpty());
 
     first->close();
     AppFixture::runDeletions();
+    m_fixture->start();
+    const QWidget& second = m_fixture->opened(window);
+    QCOMPARE(shownItems(second), shown);
+    QVERIFY(customisation(second).arrangement() == changed);
+}
+
+void tst_ToolBars::hiddenToolbarStaysHidden()
+{
+    const QWidget& first = m_app->newWindow();
+    const QWidget& second = m_app->newWindow();
+    first.findChild<QToolBar*>()->toggleViewAction()->trigger();
+    QVERIFY(!first.findChild<QToolBar*>()->isVisible());
+    QVERIFY(!second.findChild<QToolBar*>()->isVisible());
     m_app = &m_fixture->start();
-    m_app->openWindow(window);
-    QCOMPARE(shownItems(*AppFixture::windows().constFirst()), shown);
+    const QWidget& third = m_app->newWindow();
+    const auto* const bar = third.findChild<QToolBar*>();
+    QVERIFY(!bar->isVisible());
+    QVERIFY(!bar->toggleViewAction()->isChecked());
+    bar->toggleViewAction()->trigger();
+    QVERIFY(bar->isVisible());
+    QVERIFY(m_app->newWindow().findChild<QToolBar*>()->isVisible());
 }
 
 void tst_ToolBars::otherWindowsFollow()
@@ -227,6 +226,7 @@ void tst_ToolBars::otherWindowsFollow()
     m_app->openWindow(u"diagtool"_s);
     const QStringList tool = shownItems(*AppFixture::window(u"Diagnostics Tool"_s));
     contextMenuItem(first, u"Gloss"_s)->trigger();
+    QVERIFY(!shownItems(first).contains(u"gloss"_s));
     QVERIFY(!shownItems(second).contains(u"gloss"_s));
     QCOMPARE(shownItems(*AppFixture::window(u"Diagnostics Tool"_s)), tool);
 }
@@ -238,6 +238,7 @@ void tst_ToolBars::pickerSurvivesBeingHidden()
     item->trigger();
     QVERIFY(!window.findChild<QComboBox*>(u"searchType"_s));
     item->trigger();
+    QCOMPARE(shownItems(window), mainItems);
     auto* const picker = window.findChild<QComboBox*>(u"searchType"_s);
     QVERIFY(picker);
     QTRY_VERIFY(picker->isVisible());

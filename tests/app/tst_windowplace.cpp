@@ -22,7 +22,6 @@ private Q_SLOTS:
     void windowsDoNotHideOneAnother();
     void applicationKeepsEachKind_data();
     void applicationKeepsEachKind();
-    void preferencesHoldNoPlaces();
 
 private:
     std::unique_ptr<QWidget> shown(const QString& kind)
@@ -99,29 +98,14 @@ void tst_WindowPlace::applicationKeepsEachKind_data()
 void tst_WindowPlace::applicationKeepsEachKind()
 {
     QFETCH(QString, identifier);
-    const auto open = [&](TesselApp& app) {
-        if (identifier == u"main")
-            app.newWindow();
-        else if (identifier == u"settings")
-            app.openSettings();
-        else
-            app.openWindow(identifier);
-        return AppFixture::windows().constFirst();
-    };
-    QWidget* const first = open(m_fixture->start());
+    m_fixture->start();
+    QWidget* const first = &m_fixture->opened(identifier);
     const QSize size = first->minimumSizeHint().expandedTo(first->minimumSize()) + QSize(37, 53);
     first->resize(size);
     first->close();
     AppFixture::runDeletions();
-    QCOMPARE(open(m_fixture->start())->size(), size);
-}
-
-void tst_WindowPlace::preferencesHoldNoPlaces()
-{
-    m_fixture->start().newWindow().close();
-    const QSettings preferences(m_fixture->path(u"preferences.ini"_s), QSettings::IniFormat);
-    QCOMPARE(preferences.allKeys(), QStringList());
-    QVERIFY(!m_fixture->state.arrangement(u"window.main"_s).isEmpty());
+    m_fixture->start();
+    QCOMPARE(m_fixture->opened(identifier).size(), size);
 }
 
 QTEST_MAIN(tst_WindowPlace)

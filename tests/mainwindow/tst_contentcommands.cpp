@@ -31,6 +31,8 @@ private Q_SLOTS:
     void setAndGlossOpenTheirWindows();
     void copyPutsLinesOnTheClipboard();
     void copyInAFieldCopiesItsText();
+    void keysSetTheTextSize_data();
+    void keysSetTheTextSize();
     void drops_data();
     void drops();
     void journey();
@@ -163,6 +165,36 @@ void TestContentCommands::copyInAFieldCopiesItsText()
     QCOMPARE(QApplication::clipboard()->text(), u"typed"_s);
 }
 
+void TestContentCommands::keysSetTheTextSize_data()
+{
+    QTest::addColumn<QList<QKeySequence>>("keys");
+    QTest::addColumn<int>("times");
+    QTest::addColumn<double>("size");
+    using Keys = QList<QKeySequence>;
+    QTest::addRow("larger") << Keys{u"Ctrl++"_s, u"Ctrl+="_s} << 1 << 14.0;
+    QTest::addRow("largest") << Keys{u"Ctrl++"_s} << 50 << 36.0;
+    QTest::addRow("smaller") << Keys{u"Ctrl+-"_s} << 2 << 10.0;
+    QTest::addRow("smallest") << Keys{u"Ctrl+-"_s} << 50 << 6.0;
+    QTest::addRow("normal again") << Keys{u"Ctrl+-"_s, u"Ctrl+-"_s, u"Ctrl+0"_s} << 1 << 12.0;
+}
+
+void TestContentCommands::keysSetTheTextSize()
+{
+    QFETCH(QList<QKeySequence>, keys);
+    QFETCH(int, times);
+    m_window->state().logger().setLogList(sampleEntries());
+    const int before = list().visualRect(list().model()->index(0, 0)).height();
+    for (int i = 0; i < times; ++i) {
+        for (const QKeySequence& key : keys)
+            QTest::keySequence(m_window.get(), key);
+    }
+    QTEST(m_window->state().theFontSize.value(), "size");
+    const int after = list().visualRect(list().model()->index(0, 0)).height();
+    const double size = m_window->state().theFontSize;
+    QCOMPARE(after > before, size > 12);
+    QCOMPARE(after < before, size < 12);
+}
+
 void TestContentCommands::drops_data()
 {
     QTest::addColumn<QString>("name");
@@ -172,7 +204,7 @@ void TestContentCommands::drops_data()
     QTest::addRow("archive") << u"mac.logarchive"_s << true;
     QTest::addRow("plain folder") << u"folder"_s << false;
     QTest::addRow("other file") << u"list.json"_s << false;
-    QTest::addRow("archive that is a file") << u"file.logarchive"_s << false;
+    QTest::addRow("archive that is a file") << u"file.logarchive"_s << true;
 }
 
 void TestContentCommands::drops()
@@ -187,8 +219,8 @@ void TestContentCommands::drops()
     const QUrl url = QUrl::fromLocalFile(folder.filePath(name));
     QCOMPARE(drop(url), accepted);
     QCOMPARE(rowCount(), name.endsWith(u".tessel"_s, Qt::CaseInsensitive) ? 4 : 0);
-    QCOMPARE(m_window->state().logger().archURL().has_value(),
-             accepted && name.endsWith(u".logarchive"_s));
+    QCOMPARE(m_window->state().logger().archURL().has_value(), name == u"mac.logarchive"_s);
+    QCOMPARE(m_fake->alerts.shown.size(), name == u"file.logarchive"_s ? 1 : 0);
     QVERIFY(!drop(QUrl(u"https://example.org/list.tessel"_s)));
 }
 

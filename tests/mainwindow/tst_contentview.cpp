@@ -26,7 +26,6 @@ private Q_SLOTS:
     void fieldsHaveTheirWidths();
     void everyControlIsNamed();
     void everyToolbarCommandIsInAMenu();
-    void menuKeysAreUnambiguous();
     void typingReachesTheState();
     void pickerOffersTheLibrary();
     void missingNamesLeaveRowsEmpty();
@@ -127,28 +126,6 @@ void TestContentView::everyToolbarCommandIsInAMenu()
         QVERIFY(inMenus.contains(action));
 }
 
-void TestContentView::menuKeysAreUnambiguous()
-{
-    const ContentMenus& menus = m_window->menus();
-    QStringList shortcuts;
-    for (const QMenu* menu : {menus.file, menus.edit, menus.view}) {
-        QStringList mnemonics;
-        for (const QAction* action : menu->actions()) {
-            if (action->isSeparator())
-                continue;
-            const QString mnemonic = QKeySequence::mnemonic(action->text()).toString();
-            QVERIFY2(!mnemonic.isEmpty() && !mnemonics.contains(mnemonic),
-                     qPrintable(action->text()));
-            mnemonics.append(mnemonic);
-            if (action->shortcut().isEmpty())
-                continue;
-            QVERIFY2(!shortcuts.contains(action->shortcut().toString()),
-                     qPrintable(action->text()));
-            shortcuts.append(action->shortcut().toString());
-        }
-    }
-}
-
 void TestContentView::typingReachesTheState()
 {
     ContentState& state = m_window->state();
@@ -246,6 +223,11 @@ void TestContentView::archiveIsShownInRed()
     QCOMPARE(label->toolTip(), u"/logs/mac.logarchive"_s);
     const QColor colour = label->palette().color(QPalette::WindowText);
     QVERIFY(colour.red() > colour.green() + 80 && colour.red() > colour.blue() + 80);
+    QPalette other;
+    const bool wasDark = other.color(QPalette::Base).lightness() < 128;
+    other.setColor(QPalette::Base, wasDark ? Qt::white : Qt::black);
+    m_window->setPalette(other);
+    QVERIFY(label->palette().color(QPalette::WindowText) != colour);
     clickTool(u"setarch"_s);
     m_fake->panels.cancel();
     QVERIFY(!label->isVisible());

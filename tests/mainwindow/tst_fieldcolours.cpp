@@ -42,18 +42,38 @@ void TestFieldColours::everyToneCanBeRead_data()
 {
     QTest::addColumn<QColor>("base");
     QTest::addColumn<QColor>("alternate");
-    QTest::addRow("dark") << QColor(0x1e1e1e) << QColor(0x262626);
-    QTest::addRow("light") << QColor(0xffffff) << QColor(0xf5f5f5);
+    QTest::addColumn<QColor>("text");
+    QTest::addColumn<QColor>("window");
+    QTest::addColumn<bool>("hasTones");
+    const QColor black(Qt::black);
+    const QColor white(Qt::white);
+    const auto row = [](const char* name, QColor base, QColor alternate, QColor text, QColor window,
+                        bool hasTones) {
+        QTest::addRow("%s", name) << base << alternate << text << window << hasTones;
+    };
+    row("dark", 0x1e1e1e, 0x262626, 0xf0f0f0, 0x2b2b2d, true);
+    row("light", white, 0xf5f5f5, 0x1a1a1a, 0xefefef, true);
+    row("black on white in grey windows", white, 0xf5f5f5, black, 0xefefef, true);
+    row("grey on white throughout", white, 0xf5f5f5, 0x404040, white, true);
+    row("black on white throughout", white, white, black, white, false);
+    row("white on black throughout", black, black, white, black, false);
+    row("yellow on black throughout", black, black, 0xffff00, black, false);
 }
 
 void TestFieldColours::everyToneCanBeRead()
 {
     QFETCH(QColor, base);
     QFETCH(QColor, alternate);
+    QFETCH(QColor, text);
+    QFETCH(QColor, window);
     QPalette palette;
     palette.setColor(QPalette::Base, base);
+    palette.setColor(QPalette::Text, text);
+    palette.setColor(QPalette::Window, window);
     const FieldColours colours(palette);
     using enum FieldColour;
+    QCOMPARE(colours[Normal], text);
+    QTEST(colours[Red] != text, "hasTones");
     for (const QColor& row : {base, alternate, colours.selectedRow()}) {
         for (const FieldColour field : {Normal, Red, Green, Blue, Yellow})
             QVERIFY2(contrast(colours[field], row) >= 4.5,

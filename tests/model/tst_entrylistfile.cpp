@@ -203,8 +203,8 @@ void TestEntryListFile::reads_data()
          {"null", "true", "\"text\"", "-1.5e300", "123456789012345678901234567890", "[]", "{}",
           R"([{"id":1,"type":[{}]},[["x"]],null])", R"({"sender":{"sender":7}})"})
         row(qPrintable(u"extra member "_s + QLatin1String(extra)), listWith("extra", extra), plain);
-    row("extra member nested deeply", listWith("extra", QByteArray(490, '[') + QByteArray(490, ']')),
-        plain);
+    row("extra member nested deeply",
+        listWith("extra", QByteArray(490, '[') + QByteArray(490, ']')), plain);
 }
 
 void TestEntryListFile::reads()

@@ -48,8 +48,6 @@ private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral("."))); }
     void holdsTheLastHour();
     void everyMessageIsWhole();
-    void everySearchFindsSomething_data();
-    void everySearchFindsSomething();
     void holdsEveryKind_data();
     void holdsEveryKind();
     void holdsSeveralBoots();
@@ -114,36 +112,6 @@ void TestDemonstrationStore::everyMessageIsWhole()
                && (!entry.hasProcess() || entry.process().empty());
     };
     QCOMPARE(count(logstore::Store::beginning, INT64_MAX, nameless), 0);
-}
-
-void TestDemonstrationStore::everySearchFindsSomething_data()
-{
-    QTest::addColumn<Test>("test");
-    QTest::newRow("subsystem of the backups")
-        << Test([](const Entry& e) { return e.subsystem() == "com.apple.TimeMachine"; });
-    QTest::newRow("backups by their words") << Test([](const Entry& e) {
-        return contains(e.composedMessage(), "backup")
-               || contains(e.composedMessage(), "Time Machine");
-    });
-    QTest::newRow("errors by their word")
-        << Test([](const Entry& e) { return contains(e.composedMessage(), "error"); });
-    QTest::newRow("kernel") << Test(
-        [](const Entry& e) { return e.hasProcess() && e.processIdentifier() == 0; });
-    QTest::newRow("quillon") << Test(
-        [](const Entry& e) { return e.subsystem() == "org.tessel.quillon"; });
-}
-
-void TestDemonstrationStore::everySearchFindsSomething()
-{
-    QFETCH(Test, test);
-    // Any five minutes of the hour, any five seconds of the last minutes.
-    for (int minutesAgo = 60; minutesAgo >= 5; --minutesAgo)
-        QVERIFY2(count(now - minutesAgo * 60 * second, now - (minutesAgo - 5) * 60 * second, test)
-                     > 0,
-                 qPrintable(QStringLiteral("%1 minutes ago").arg(minutesAgo)));
-    for (int secondsAgo = 290; secondsAgo >= 5; --secondsAgo)
-        QVERIFY2(count(now - secondsAgo * second, now - (secondsAgo - 5) * second, test) > 0,
-                 qPrintable(QStringLiteral("%1 seconds ago").arg(secondsAgo)));
 }
 
 void TestDemonstrationStore::holdsEveryKind_data()

@@ -232,6 +232,7 @@ void tst_UserDefaults::damagedFileIsLeftAlone()
     const QSignalSpy failed(&defaults, &UserDefaults::failed);
     QTRY_COMPARE(failed.count(), 1);
     QVERIFY(failed.first().first().toString().contains(path()));
+    QVERIFY(failed.first().first().toString().contains(u"is damaged."_s));
 
     QCOMPARE(defaults.string(u"maxCount"_s), u"9"_s); // what can be read is still used
     defaults.set(u"predList"_s, QStringList());
@@ -257,6 +258,7 @@ void tst_UserDefaults::unwritablePlaceIsSaidOnce()
     defaults.set(u"period"_s, u"9"_s);
     QCOMPARE(defaults.string(u"period"_s), u"9"_s);
     QTRY_COMPARE(failed.count(), 1);
+    QVERIFY(failed.first().first().toString().contains(u"cannot be written."_s));
     QCoreApplication::processEvents();
     QCOMPARE(failed.count(), 1);
 }

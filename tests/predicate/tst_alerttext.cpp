@@ -34,7 +34,10 @@ void AlertText::linesAndCarets_data()
     QTest::newRow("wide and combining") << u"日e\u0301?"_s << 3 << u"Why.\n\n日e\u0301?\n   ^"_s;
     QTest::newRow("inside a pair") << u"📍?"_s << 1 << u"Why.\n\n📍?\n^"_s;
     QTest::newRow("nothing to show") << u""_s << 0 << u"Why."_s;
-    QTest::newRow("empty line") << u"a ==\n\n"_s << 5 << u"Why."_s;
+    QTest::newRow("empty line") << u"a ==\n\n"_s << 5 << u"Why.\n\na ==\n    ^"_s;
+    QTest::newRow("line of blanks") << u"b\na == \r\n \t"_s << 10 << u"Why.\n\na == \n    ^"_s;
+    QTest::newRow("only blanks") << u"\n "_s << 1 << u"Why.\n\n \n^"_s;
+    QTest::newRow("character that is not shown") << u"a\u200d?"_s << 2 << u"Why.\n\na ?\n  ^"_s;
 }
 
 void AlertText::linesAndCarets()

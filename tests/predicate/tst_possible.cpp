@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "platform/predicate/fieldtable.h"
 #include "platform/predicate/predicate.h"
 #include "support/predicategenerator.h"
 #include "support/warnings.h"
@@ -44,6 +45,8 @@ private Q_SLOTS:
     void knownProcess_data();
     void knownProcess();
     void neverRulesOutWhatMatches();
+    void fieldsLookedAt_data();
+    void fieldsLookedAt();
 };
 
 void Possible::knownProcess_data()
@@ -109,6 +112,35 @@ void Possible::neverRulesOutWhatMatches()
         }
     }
     QVERIFY2(ruledOut > 100, "hardly anything was ruled out, so little was tested");
+}
+
+void Possible::fieldsLookedAt_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("fields");
+    QTest::newRow("none") << u"TRUEPREDICATE OR SELF == nil"_s << u""_s;
+    QTest::newRow("under any name")
+        << u"pid == 1 AND library == 'a'"_s << u"processIdentifier sender"_s;
+    QTest::newRow("anywhere in an expression")
+        << u"{lowercase:(SELF.process)}[#size * 2] IN TERNARY(category == 'a', 'b', %K)"_s
+        << u"process size category subsystem"_s;
+    QTest::newRow("what a symbolic name means")
+        << u"type == error AND signpostScope == process"_s << u"logType signpostScope"_s;
+}
+
+void Possible::fieldsLookedAt()
+{
+    QFETCH(const QString, text);
+    QFETCH(const QString, fields);
+    const auto built = build(text.toStdString(), {{std::string("subsystem")}});
+    QVERIFY2(built, built ? "" : built.error().sentence.c_str());
+    std::set<Field> expected;
+    for (const QString& name : fields.split(u' ', Qt::SkipEmptyParts))
+        expected.insert(fieldNamed(name.toStdString()).value());
+    for (std::size_t i = 0; i < fieldCount; ++i) {
+        const auto field = static_cast<Field>(i);
+        QCOMPARE(built->looksAt(field), expected.contains(field));
+    }
 }
 
 QTEST_APPLESS_MAIN(Possible)

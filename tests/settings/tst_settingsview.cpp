@@ -52,7 +52,7 @@ std::optional<QString> needsAnEqualsSign(const QString& predicate)
 {
     if (predicate.contains(u'=') && !predicate.contains(u'\u201c'))
         return std::nullopt;
-    return u"Expected a comparison at character %1."_s.arg(predicate.size());
+    return u"Character %1: <b> is no comparison."_s.arg(predicate.size());
 }
 
 } // namespace
@@ -170,13 +170,14 @@ void tst_SettingsView::statusSaysWhetherThePredicateIsRight()
     const auto* status = editor->findChild<QLabel*>(u"predicateStatus"_s);
     QCOMPARE(status->text(), u""_s);
     QTest::keyClicks(editor, u"pid"_s);
-    QCOMPARE(status->text(), u"Expected a comparison at character 3."_s);
+    QCOMPARE(status->text(), u"Character 3: <b> is no comparison."_s);
     QCOMPARE(editor->accessibleDescription(), status->text());
+    QVERIFY(status->toolTip().contains(u"&lt;b&gt;"_s));
     // Typographic quotation marks are no error: they are made plain before the predicate is used.
     editor->insertPlainText(u" = “1”"_s);
     QCOMPARE(status->text(), u"This predicate is valid."_s);
     m_defaults->set(u"PredicateText"_s, u"from elsewhere"_s);
-    QCOMPARE(status->text(), u"Expected a comparison at character 14."_s);
+    QCOMPARE(status->text(), u"Character 14: <b> is no comparison."_s);
     QVERIFY(status->geometry().bottom() < editor->height());
     QVERIFY(status->geometry().top() > editor->viewport()->geometry().bottom());
 }

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/propertylist.h"
 #include "support/fakeplatform.h"
+#include "support/logfolder.h"
 #include "tools/archiver.h"
 #include "tools/diagnoser.h"
-#include "tools/logfolder.h"
 #include "tools/statisticstext.h"
 
 #include <QTest>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "support/fakeplatform.h"
+#include "support/logfolder.h"
 #include "tools/diagnoser.h"
-#include "tools/logfolder.h"
 #include "tools/statisticstext.h"
 
 #include <QSignalSpy>

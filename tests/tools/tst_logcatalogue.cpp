@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
+#include "support/logfolder.h"
 #include "tools/logcatalogue.h"
-#include "tools/logfolder.h"
 
 #include <QTest>
+
+#include <cerrno>
+#include <cstring>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -142,10 +145,9 @@ void tst_LogCatalogue::failuresAreGathered()
     LogCatalogue catalogue(files, QTimeZone::utc());
     catalogue.addFolder(folder.path("missing"), {});
     catalogue.addFolder(folder.path(), {});
-    QCOMPARE(
-        catalogue.errors(),
-        u"The folder “%1” could not be listed: No such file or directory.[gone.tracev3 failed]"_s
-            .arg(folder.shownPath(u"missing"_s)));
+    QCOMPARE(catalogue.errors(),
+             u"The folder “%1” could not be listed: %2.[gone.tracev3 failed]"_s.arg(
+                 folder.shownPath(u"missing"_s), QString::fromLocal8Bit(std::strerror(ENOENT))));
     QCOMPARE(catalogue.sortedLines().size(), 1);
 }
 

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "tools/logfolder.h"
+#include "support/logfolder.h"
 #include "tools/logstatistics.h"
 #include "tools/statisticstext.h"
 
 #include <QTest>
+
+#include <cerrno>
+#include <cstring>
 
 using namespace Qt::StringLiterals;
 
@@ -253,8 +256,9 @@ void tst_LogStatistics::failuresAreGathered()
     QCOMPARE(statistics.fileNames(), QStringList{u"good"_s});
     QCOMPARE(statistics.errors(),
              u"The file “%1” could not be read: It is not text in UTF-8.[2.txt failed]"
-             "The file “%2” could not be read: Is a directory."_s.arg(
-                 folder.shownPath(u"1.txt"_s), folder.shownPath(u"4.txt"_s)));
+             "The file “%2” could not be read: %3."_s.arg(
+                 folder.shownPath(u"1.txt"_s), folder.shownPath(u"4.txt"_s),
+                 QString::fromLocal8Bit(std::strerror(EISDIR))));
 }
 
 QTEST_GUILESS_MAIN(tst_LogStatistics)

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "support/fakeplatform.h"
+#include "support/logfolder.h"
 #include "tools/archiveview.h"
 #include "tools/diagnosticsview.h"
-#include "tools/logfolder.h"
 
 #include <QAction>
 #include <QCheckBox>

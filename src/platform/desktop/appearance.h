@@ -8,7 +8,7 @@ namespace appearance {
 void forceDark();
 
 /// As the desktop is set. Where the desktop's theme does not reach the toolkit, its light or dark
-/// preference is asked for.
+/// preference is asked for, and followed when it changes.
 void followSystem();
 
 } // namespace appearance

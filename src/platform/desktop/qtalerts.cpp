@@ -2,11 +2,29 @@
 #include "platform/desktop/qtalerts.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QMessageBox>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+/// Shows both texts to the letter: they carry names of files, which may look like markup.
+void showPlain(QMessageBox& box, const QString& message, const QString& informativeText)
+{
+    box.setTextFormat(Qt::PlainText);
+    box.setText(message);
+    box.setInformativeText(informativeText);
+    // What is set above does not reach this label, nor is it wider than the short message.
+    auto* const label = box.findChild<QLabel*>(u"qt_msgbox_informativelabel"_s);
+    label->setTextFormat(Qt::PlainText);
+    constexpr int columns = 56;
+    const QFontMetrics metrics = label->fontMetrics();
+    label->setMinimumWidth(
+        std::min(metrics.averageCharWidth() * columns, metrics.size(0, informativeText).width()));
+}
 
 /// Lines after an empty one are an excerpt with a mark below it: they stand in a font of equal
 /// widths, and as they are.
@@ -23,15 +41,13 @@ void showWithExcerpt(QMessageBox& box, const QString& message, const QString& in
 
 void QtAlerts::critical(const QString& message, const QString& informativeText)
 {
-    QMessageBox box(QMessageBox::Critical, QApplication::applicationDisplayName(), message,
+    QMessageBox box(QMessageBox::Critical, QApplication::applicationDisplayName(), {},
                     QMessageBox::Ok, QApplication::activeWindow());
     box.setObjectName(u"alert"_s);
-    if (informativeText.contains("\n\n"_L1)) {
+    if (informativeText.contains("\n\n"_L1))
         showWithExcerpt(box, message, informativeText);
-    } else {
-        box.setTextFormat(Qt::PlainText);
-        box.setInformativeText(informativeText);
-    }
+    else
+        showPlain(box, message, informativeText);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     box.exec();
 }

@@ -120,7 +120,7 @@ void QtPanels::open(const OpenPanelRequest& request, PanelCompletion completion)
         dialog->setLabelText(QFileDialog::Accept, request.confirmText);
     if (request.showsHidden)
         dialog->setFilter(dialog->filter() | QDir::Hidden);
-    show(dialog, std::move(completion));
+    show(dialog, request.contentType, std::move(completion));
 }
 
 void QtPanels::save(const SavePanelRequest& request, PanelCompletion completion)
@@ -134,17 +134,20 @@ void QtPanels::save(const SavePanelRequest& request, PanelCompletion completion)
         dialog->setNameFilter(kind.nameFilter);
     dialog->setDefaultSuffix(kind.suffix);
     dialog->selectFile(fileName(request.proposedName));
-    show(dialog, std::move(completion));
+    show(dialog, request.contentType, std::move(completion));
 }
 
-void QtPanels::show(QFileDialog* dialog, PanelCompletion completion)
+void QtPanels::show(QFileDialog* dialog, ContentType type, PanelCompletion completion)
 {
     dialog->setObjectName(u"panel"_s);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     // A path may be typed, so what was chosen need not lie in the folder that the panel shows.
-    QObject::connect(dialog, &QFileDialog::fileSelected, dialog, [this](const QString& chosen) {
-        m_state.setLastFolder(QFileInfo(chosen).absolutePath());
-    });
+    QObject::connect(dialog, &QFileDialog::fileSelected, dialog,
+                     [this, type](const QString& chosen) {
+                         m_state.setLastFolder(QFileInfo(chosen).absolutePath());
+                         if (type == ContentType::EntryList || type == ContentType::LogArchive)
+                             m_state.addRecentFile(chosen);
+                     });
     new Completion(dialog, std::move(completion));
     dialog->open();
 }

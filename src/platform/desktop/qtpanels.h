@@ -16,7 +16,7 @@ public:
     void save(const SavePanelRequest& request, PanelCompletion completion) override;
 
 private:
-    void show(QFileDialog* dialog, PanelCompletion completion);
+    void show(QFileDialog* dialog, ContentType type, PanelCompletion completion);
 
     StateFile& m_state;
 };

@@ -9,6 +9,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString lastFolderKey = u"lastFolder"_s;
+const QString recentFilesKey = u"recentFiles"_s;
 
 QString arrangementKey(const QString& identifier)
 {
@@ -43,6 +44,28 @@ QString StateFile::lastFolder() const
 void StateFile::setLastFolder(const QString& path)
 {
     m_settings.setValue(lastFolderKey, path);
+}
+
+QStringList StateFile::recentFiles() const
+{
+    QStringList files = m_settings.value(recentFilesKey).toStringList();
+    files.removeIf([](const QString& path) { return !QFileInfo::exists(path); });
+    return files;
+}
+
+void StateFile::addRecentFile(const QString& path)
+{
+    constexpr qsizetype most = 10;
+    const QString absolute = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+    QStringList files = m_settings.value(recentFilesKey).toStringList();
+    files.removeAll(absolute);
+    files.prepend(absolute);
+    m_settings.setValue(recentFilesKey, files.mid(0, most));
+}
+
+void StateFile::clearRecentFiles()
+{
+    m_settings.remove(recentFilesKey);
 }
 
 QByteArray StateFile::arrangement(const QString& identifier) const

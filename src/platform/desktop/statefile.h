@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QSettings>
+#include <QStringList>
 
 /// What the windows remember unasked, such as the last folder used and their geometry. Kept apart
 /// from the preferences, which hold what the user has set.
@@ -15,6 +16,12 @@ public:
     /// The folder last used in a panel, while it exists; else the user's documents.
     QString lastFolder() const;
     void setLastFolder(const QString& path);
+
+    /// The documents last opened or saved, the newest first; those that are not there now are left
+    /// out.
+    QStringList recentFiles() const;
+    void addRecentFile(const QString& path);
+    void clearRecentFiles();
 
     /// The state of a window or toolbar under its identifier, as the toolkit saved it.
     QByteArray arrangement(const QString& identifier) const;

@@ -23,7 +23,9 @@ class EntryStream
 {
 public:
     explicit EntryStream(std::unique_ptr<EntryStreamState> state);
+    EntryStream(const EntryStream&) = delete;
     EntryStream(EntryStream&&) noexcept;
+    EntryStream& operator=(const EntryStream&) = delete;
     EntryStream& operator=(EntryStream&&) noexcept;
     ~EntryStream();
 

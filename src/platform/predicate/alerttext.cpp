@@ -11,6 +11,7 @@ namespace predicate {
 
 namespace {
 
+constexpr std::u16string_view breaks = u"\n\r";
 constexpr std::size_t widest = 72; // columns of a line that fit an alert
 
 /// A character of the line and the columns it takes in a font of equal widths.
@@ -23,7 +24,7 @@ struct Cell
 std::size_t widthOf(UChar32 character)
 {
     const auto category = u_charType(character);
-    if (category == U_NON_SPACING_MARK || category == U_ENCLOSING_MARK || category == U_FORMAT_CHAR)
+    if (category == U_NON_SPACING_MARK || category == U_ENCLOSING_MARK)
         return 0;
     const int width = u_getIntPropertyValue(character, UCHAR_EAST_ASIAN_WIDTH);
     return width == U_EA_FULLWIDTH || width == U_EA_WIDE ? 2 : 1;
@@ -35,12 +36,29 @@ struct Line
     std::size_t caret = 0; ///< the cell that the position falls on
 };
 
-Line lineAt(std::u16string_view text, std::size_t position)
+/// Where the line begins that holds the position.
+std::size_t lineStart(std::u16string_view text, std::size_t position)
 {
-    constexpr std::u16string_view breaks = u"\n\r";
     const std::size_t before =
         position == 0 ? std::u16string_view::npos : text.find_last_of(breaks, position - 1);
-    const std::size_t start = before == std::u16string_view::npos ? 0 : before + 1;
+    return before == std::u16string_view::npos ? 0 : before + 1;
+}
+
+/// The position, or from a blank line the end of the last line before it that has something to
+/// show.
+std::size_t shownPosition(std::u16string_view text, std::size_t position)
+{
+    const std::size_t start = lineStart(text, position);
+    const std::size_t end = std::min(text.find_first_of(breaks, position), text.size());
+    const std::u16string_view line = text.substr(start, end - start);
+    const bool blank = line.find_first_not_of(blanks) == std::u16string_view::npos;
+    const std::size_t last = text.substr(0, start).find_last_not_of(blanks);
+    return blank && last != std::u16string_view::npos ? last + 1 : position;
+}
+
+Line lineAt(std::u16string_view text, std::size_t position)
+{
+    const std::size_t start = lineStart(text, position);
     const std::size_t end = std::min(text.find_first_of(breaks, position), text.size());
     Line line;
     for (std::size_t i = start; i < end;) {
@@ -96,7 +114,8 @@ Line shortLine(const Line& line)
 std::string alertText(const PredicateError& error, std::string_view formatText)
 {
     const std::u16string text = utf16(formatText);
-    const Line line = shortLine(lineAt(text, std::min(error.position, text.size())));
+    const Line line =
+        shortLine(lineAt(text, shownPosition(text, std::min(error.position, text.size()))));
     std::u16string shown;
     for (const Cell& cell : line.cells)
         shown += cell.text;

@@ -13,7 +13,6 @@ __extension__ using Int128 = __int128;
 
 constexpr Int128 lowest = std::numeric_limits<std::int64_t>::min();
 constexpr Int128 highest = std::numeric_limits<std::uint64_t>::max();
-constexpr Int128 nanosecondsPerSecond = 1'000'000'000;
 
 Int128 wide(const Value& integer)
 {

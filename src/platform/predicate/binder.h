@@ -21,14 +21,17 @@ public:
     Binder(const Tree& tree, const BuildSettings& settings) : m_tree(tree), m_settings(settings) {}
 
     tl::expected<ConditionPtr, PredicateError> run();
+    /// Those that the conditions look at.
+    const Fields& fields() const { return m_fields; }
 
 private:
     /// How words and texts are read beside what they are compared with.
     struct Reading
     {
-        Types symbols = type::nil; ///< names of this symbolic type have values
-        bool dates = false;        ///< texts are dates
-        bool besideText = false;   ///< an unknown name is probably a text without its quotes
+        Types symbols = type::nil;  ///< names of this symbolic type have values
+        bool typeIsLogType = false; ///< the name `type` means the message type
+        bool dates = false;         ///< texts are dates
+        bool besideText = false;    ///< an unknown name is probably a text without its quotes
     };
 
     // Conditions (binder.cpp).
@@ -43,12 +46,12 @@ private:
     };
     ConditionPtr comparison(const Node& node);
     Sides bindSides(const Node& node);
-    std::optional<Field> symbolicField(const Node& side, const Node& other) const;
-    TermPtr side(const Node& node, std::optional<Field> symbolic, Reading reading);
     void readDates(const Node& node, Sides& sides);
-    ConditionPtr quantified(const Node& node, const Sides& sides, Folding folding);
-    ConditionPtr
-    compiled(const Node& node, const TermPtr& left, const TermPtr& right, Folding folding);
+
+    // What they become (comparisoncompiler.cpp).
+    ConditionPtr quantified(const Node& node, const Sides& sides);
+    ConditionPtr compiled(const Node& node, const TermPtr& left, const TermPtr& right);
+    ConditionPtr mixedMembership(const Node& node, const TermPtr& left, const TermPtr& right);
     ConditionPtr
     compiledMatches(const Node& node, const TermPtr& left, const TermPtr& right, Folding folding);
 
@@ -71,9 +74,9 @@ private:
 
     // Paths, calls and casts (callbinder.cpp).
     TermPtr path(const Node& node);
-    TermPtr suffix(const Node& path, TermPtr base, const Node& suffix);
     TermPtr member(const Node& path, TermPtr base, const Node& member);
-    TermPtr element(const Node& path, TermPtr base, const Node& index);
+    ElementTerm::Place place(const Node& index);
+    TermPtr element(const Node& path, TermPtr base, std::size_t& next);
     TermPtr call(const Node& node);
     TermPtr listCall(const Node& node, const FunctionInfo& function);
     TermPtr cast(const Node& node);
@@ -89,6 +92,7 @@ private:
 
     const Tree& m_tree;
     const BuildSettings& m_settings;
+    Fields m_fields;
     std::optional<PredicateError> m_error;
 };
 

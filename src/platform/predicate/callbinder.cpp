@@ -29,6 +29,30 @@ Value aggregated(const FunctionInfo& function,
     return function.call(elements, match);
 }
 
+bool isPlace(NodeKind kind)
+{
+    return kind == NodeKind::Index || kind == NodeKind::First || kind == NodeKind::Last;
+}
+
+TermPtr constantElement(TermPtr list, std::vector<ElementTerm::Place> places)
+{
+    const TermPtr element = foldedConstant(
+        std::make_shared<ElementTerm>(std::move(list), std::move(places), Type{}), true);
+    return std::make_shared<ConstantTerm>(*element->constant(), typeOf(*element->constant()));
+}
+
+/// What a sentence calls the thing that a path begins with.
+std::string owner(const Node& path)
+{
+    const Node& base = path.children.front();
+    if (base.kind == NodeKind::Name)
+        return quoted(base.name);
+    if (base.kind != NodeKind::Self)
+        return "This";
+    const Node& field = path.children[1];
+    return field.kind == NodeKind::Member ? quoted(field.name) : "SELF";
+}
+
 std::string counted(std::size_t count)
 {
     return count == 1 ? "one argument" : "two arguments";
@@ -47,34 +71,23 @@ TermPtr Binder::path(const Node& node)
     } else {
         result = term(base);
     }
-    for (; next < node.children.size() && !failed(); ++next)
-        result = suffix(node, std::move(result), node.children[next]);
-    return result;
-}
-
-TermPtr Binder::suffix(const Node& path, TermPtr base, const Node& suffix)
-{
-    switch (suffix.kind) {
-    case NodeKind::Member: return member(path, std::move(base), suffix);
-    case NodeKind::Size: break;
-    default: return element(path, std::move(base), suffix);
+    while (next < node.children.size() && !failed()) {
+        const Node& suffix = node.children[next];
+        if (isPlace(suffix.kind))
+            result = element(node, std::move(result), next);
+        else
+            result = member(node, std::move(result), node.children[next++]);
     }
-    Node count;
-    count.kind = NodeKind::Member;
-    count.name = "@count";
-    return member(path, std::move(base), count);
+    return result;
 }
 
 TermPtr Binder::member(const Node& path, TermPtr base, const Node& member)
 {
-    const bool length = member.name == "length" && base->type().fits(type::anyText);
-    const bool count = member.name == "@count" && base->type().fits(type::list);
-    if (!length && !count) {
-        const std::string owner = path.children.front().kind == NodeKind::Name
-                                      ? quoted(path.children.front().name)
-                                      : "This";
-        return failedTerm(path.position, owner + " has no member " + quoted(member.name) + ".");
-    }
+    const std::string name = member.kind == NodeKind::Size ? "@count" : member.name;
+    const bool length = name == "length" && base->type().fits(type::anyText);
+    const bool count = name == "@count" && base->type().fits(type::list);
+    if (!length && !count)
+        return failedTerm(path.position, owner(path) + " has no member " + quoted(name) + ".");
     const auto function = [length](std::span<const Value> values, Match&) {
         if (length)
             return textLength(values.front());
@@ -89,32 +102,42 @@ TermPtr Binder::member(const Node& path, TermPtr base, const Node& member)
                           constant);
 }
 
-TermPtr Binder::element(const Node& path, TermPtr base, const Node& index)
+ElementTerm::Place Binder::place(const Node& index)
 {
-    const Type list = base->type();
-    if (!list.fits(type::list))
-        return failedTerm(path.position, "Only a list has elements; "
-                                             + sourceIs(path.children.front(), list.types) + ".");
-    TermPtr number;
-    auto place =
-        index.kind == NodeKind::First ? ElementTerm::Place::First : ElementTerm::Place::Last;
-    if (index.kind == NodeKind::Index) {
-        place = ElementTerm::Place::Number;
-        number = term(index.children.front());
-        if (!number->type().fits(type::wholeNumber)) {
-            const std::string given = sourceIs(index.children.front(), number->type().types);
-            return failedTerm(index.children.front().position,
-                              "The place in a list is a whole number; " + given + ".");
+    using Kind = ElementTerm::Place::Kind;
+    if (index.kind != NodeKind::Index)
+        return {index.kind == NodeKind::First ? Kind::First : Kind::Last, nullptr};
+    const Node& written = index.children.front();
+    TermPtr number = term(written);
+    if (!number->type().fits(type::wholeNumber))
+        fail(written.position, "The place in a list is a whole number; "
+                                   + sourceIs(written, number->type().types) + ".");
+    return {Kind::Number, std::move(number)};
+}
+
+/// Takes up all places that follow one another in the path from `next` on.
+TermPtr Binder::element(const Node& path, TermPtr base, std::size_t& next)
+{
+    std::vector<ElementTerm::Place> places;
+    Type type = base->type();
+    for (; next < path.children.size() && isPlace(path.children[next].kind); ++next) {
+        if (!type.fits(type::list))
+            return failedTerm(path.position, "Only a list has elements; "
+                                                 + sourceIs(path.children.front(), type.types)
+                                                 + ".");
+        places.push_back(place(path.children[next]));
+        if (failed())
+            return base;
+        // Of lists in lists only the outermost is known in detail.
+        type = {type.elements, (type.elements & type::list) != 0 ? anything : type::nil, {}};
+        if (base->constant() != nullptr && places.size() == 1 && places.front().isConstant()) {
+            base = constantElement(base, std::move(places));
+            type = base->type();
+            places.clear();
         }
     }
-    // Of lists in lists only the outermost is known in detail.
-    Type type{list.elements, (list.elements & type::list) != 0 ? anything : type::nil, {}};
-    const bool constant = base->constant() != nullptr && (!number || number->constant() != nullptr);
-    TermPtr result = foldedConstant(
-        std::make_shared<ElementTerm>(place, std::move(base), std::move(number), type), constant);
-    if (const Value* value = result->constant())
-        return std::make_shared<ConstantTerm>(*value, typeOf(*value));
-    return result;
+    return places.empty() ? base
+                          : std::make_shared<ElementTerm>(std::move(base), std::move(places), type);
 }
 
 TermPtr Binder::call(const Node& node)
@@ -164,6 +187,8 @@ TermPtr Binder::listCall(const Node& node, const FunctionInfo& function)
     Types all = type::nil;
     for (const TermPtr& argument : arguments)
         all |= fromList ? argument->type().elements : argument->type().types;
+    if ((all & type::entry) != 0)
+        return failedTerm(node.position, "SELF can only be compared with nil.");
     if ((all & ~function.argument) != 0)
         return failedTerm(node.position, quoted(node.name) + " needs numbers.");
     const bool constant = areConstant(arguments);
@@ -185,10 +210,10 @@ TermPtr Binder::cast(const Node& node)
             typeNode.position,
             R"(CAST needs the name of a type in quotes: "NSDate", "NSNumber" or "NSString".)");
     if (*name == "NSDate") {
-        const bool text = operandNode.kind == NodeKind::Constant
-                          && std::holds_alternative<std::string>(operandNode.value.value);
-        if (text)
-            return term(operandNode, {type::nil, true, false});
+        Reading dates;
+        dates.dates = true;
+        if (isText(operandNode))
+            return term(operandNode, dates);
         const auto toDate = [offset = m_settings.utcOffset](std::span<const Value> values, Match&) {
             return castToDate(values.front(), offset);
         };

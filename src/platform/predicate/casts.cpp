@@ -12,7 +12,6 @@ namespace predicate {
 
 namespace {
 
-constexpr std::int64_t nanosecondsPerSecond = 1'000'000'000;
 constexpr std::int64_t referenceDate = 978307200 * nanosecondsPerSecond; // 2001-01-01 00:00:00 UTC
 
 Value dateFromReference(std::int64_t nanoseconds)
@@ -48,16 +47,6 @@ Value numberFromDate(std::int64_t date)
         return Value::real((static_cast<double>(date) - static_cast<double>(referenceDate))
                            / static_cast<double>(nanosecondsPerSecond));
     return Value::seconds(nanoseconds);
-}
-
-Value valueOf(const Constant& number)
-{
-    if (const auto* integer = std::get_if<std::int64_t>(&number.value))
-        return Value::integer(*integer);
-    if (const auto* large = std::get_if<std::uint64_t>(&number.value))
-        return Value::unsignedInteger(*large);
-    const auto* real = std::get_if<double>(&number.value);
-    return real != nullptr ? Value::real(*real) : Value();
 }
 
 /// The text is a number as predicates write them, with a sign if wanted.

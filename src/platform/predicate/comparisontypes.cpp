@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "platform/predicate/binder.h"
+#include "platform/predicate/unicode.h"
 
 #include <algorithm>
 #include <array>
+
+using namespace std::string_view_literals;
 
 namespace predicate {
 
@@ -73,9 +76,13 @@ void Binder::checkLeft(const Node& node, const Term& left)
     const Type& type = left.type();
     const bool quantified = node.quantifier != Quantifier::One;
     if (quantified && (type.types & type::list) == 0) {
+        const std::u16string_view written =
+            std::u16string_view(m_tree.text).substr(node.position, 4);
+        const bool some = equalIgnoringCase(written, u"some"sv); // which means ANY
+        const std::string quantifier(some ? "SOME" : spelling(node.quantifier));
         const std::string given = sourceIs(node.children[0], type.types);
-        return fail(node.children[0].position, std::string(spelling(node.quantifier))
-                                                   + " needs a list on its left; " + given + ".");
+        return fail(node.children[0].position,
+                    quantifier + " needs a list on its left; " + given + ".");
     }
     if (node.comparison >= Operator::UtiConformsTo)
         return fail(node.operatorPosition, sign + " is not supported in log predicates.");

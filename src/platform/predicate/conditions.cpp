@@ -10,13 +10,12 @@ namespace {
 // Beside the cost of the texts themselves, in the same rough unit.
 constexpr int searchCost = 4;
 constexpr int regexCost = 200;
-constexpr int most = 1 << 20;
 
 int sum(const Conditions& parts)
 {
     int cost = 1;
     for (const ConditionPtr& part : parts)
-        cost = std::min(most, cost + part->cost());
+        cost = std::min(highestCost, cost + part->cost());
     return cost;
 }
 
@@ -25,7 +24,7 @@ int comparisonCost(Operator comparison, const Term& left, const Term& right)
     const int own = comparison == Operator::Matches ? regexCost
                     : comparison >= Operator::In    ? searchCost
                                                     : 1;
-    return std::min(most, own + left.cost() + right.cost());
+    return std::min(highestCost, own + left.cost() + right.cost());
 }
 
 /// Nothing holds for nil and for what is no text.
@@ -158,7 +157,7 @@ Truth TextSetCondition::evaluate(Match& match) const
 }
 
 RegexCondition::RegexCondition(TermPtr text, Regex regex, Folding folding)
-    : Condition(std::min(most, text->cost() + regexCost))
+    : Condition(std::min(highestCost, text->cost() + regexCost))
     , m_text(std::move(text))
     , m_regex(std::move(regex))
     , m_folding(folding)

@@ -8,6 +8,8 @@
 
 namespace predicate {
 
+constexpr std::int64_t nanosecondsPerSecond = 1'000'000'000;
+
 struct Nil
 {
     bool operator==(const Nil&) const { return true; }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/predicate/datetext.h"
 
+#include "platform/predicate/constant.h"
 #include "platform/predicate/unicode.h"
 
 #include <array>
@@ -11,7 +12,6 @@ namespace predicate {
 namespace {
 
 constexpr std::int64_t secondsPerDay = 86400;
-constexpr std::int64_t nanosecondsPerSecond = 1'000'000'000;
 
 /// Reads what a date text is made of; after the first failure nothing fits any more.
 class DateReader

@@ -4,8 +4,9 @@
 #include "platform/predicate/sentences.h"
 #include "platform/predicate/unicode.h"
 
-#include <algorithm>
 #include <limits>
+
+using namespace std::string_view_literals;
 
 namespace predicate {
 
@@ -30,20 +31,14 @@ std::optional<Constant> negated(const Constant& constant)
     return std::nullopt;
 }
 
-bool sameWord(std::u16string_view word, std::u16string_view lower)
-{
-    return std::equal(word.begin(), word.end(), lower.begin(), lower.end(),
-                      [](char16_t a, char16_t b) { return asciiLower(a) == b; });
-}
-
 /// The kind of a word that is reserved inside brackets, else Index.
 NodeKind indexWord(std::u16string_view word)
 {
-    if (sameWord(word, u"first"))
+    if (equalIgnoringCase(word, u"first"sv))
         return NodeKind::First;
-    if (sameWord(word, u"last"))
+    if (equalIgnoringCase(word, u"last"sv))
         return NodeKind::Last;
-    return sameWord(word, u"size") ? NodeKind::Size : NodeKind::Index;
+    return equalIgnoringCase(word, u"size"sv) ? NodeKind::Size : NodeKind::Index;
 }
 
 } // namespace
@@ -203,9 +198,9 @@ Node Parser::word()
     default: return failNoExpression();
     }
     if (next().sign == Sign::OpenParenthesis) {
-        if (sameWord(slice(token()), u"random"))
+        if (equalIgnoringCase(slice(token()), u"random"sv))
             return failAtToken("random() is not supported in log predicates.");
-        if (sameWord(slice(token()), u"now")) {
+        if (equalIgnoringCase(slice(token()), u"now"sv)) {
             Node node = take(NodeKind::Now);
             ++m_index;
             expect(Sign::CloseParenthesis);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <bitset>
 #include <cstddef>
 #include <cstdint>
 
@@ -45,6 +46,8 @@ enum class Field : std::uint8_t {
 };
 
 constexpr std::size_t fieldCount = static_cast<std::size_t>(Field::SignpostScope) + 1;
+
+using Fields = std::bitset<fieldCount>;
 
 enum class EntryKind : std::uint8_t {
     Log = 1,

@@ -16,8 +16,6 @@ namespace predicate {
 
 namespace {
 
-constexpr std::u16string_view blanks = u"\t\n\v\f\r ";
-
 /// “U+00A0 NO-BREAK SPACE” for what cannot be seen, else the character in quotation marks.
 std::string named(char32_t character)
 {
@@ -70,7 +68,7 @@ class Lexer
 public:
     explicit Lexer(std::u16string_view text) : m_text(text) {}
 
-    tl::expected<std::vector<Token>, PredicateError> run();
+    Tokens run();
 
 private:
     void next();
@@ -88,33 +86,30 @@ private:
 
     std::u16string_view m_text;
     std::size_t m_position = 0;
-    std::vector<Token> m_tokens;
-    std::optional<PredicateError> m_error;
+    Tokens m_tokens;
 };
 
-tl::expected<std::vector<Token>, PredicateError> Lexer::run()
+Tokens Lexer::run()
 {
-    while (!m_error) {
+    while (!m_tokens.error) {
         m_position = std::min(m_text.find_first_not_of(blanks, m_position), m_text.size());
         if (m_position == m_text.size())
             break;
         next();
     }
-    if (m_error)
-        return tl::unexpected(*std::move(m_error));
     add(TokenKind::End, 0);
     return std::move(m_tokens);
 }
 
 void Lexer::add(TokenKind kind, std::size_t length, Sign sign)
 {
-    m_tokens.push_back({kind, sign, m_position, m_position + length});
+    m_tokens.found.push_back({kind, sign, m_position, m_position + length});
     m_position += length;
 }
 
 void Lexer::fail(std::size_t position, std::string sentence)
 {
-    m_error = PredicateError{Stage::Parse, position, std::move(sentence)};
+    m_tokens.error = PredicateError{Stage::Parse, position, std::move(sentence)};
 }
 
 void Lexer::next()
@@ -193,15 +188,11 @@ void Lexer::word()
     const std::size_t length = wordLength(rest());
     if (const std::size_t function = functionNameLength(length))
         return add(TokenKind::Function, function);
-    // The two reserved words with hyphens.
-    for (const std::size_t hyphenated : {std::size_t{15}, std::size_t{10}}) {
-        const std::u16string_view candidate = rest().substr(0, hyphenated);
-        const Sign sign =
-            candidate.size() == hyphenated && length == 3 ? reservedSign(candidate) : Sign::None;
-        const bool ends = rest().size() == hyphenated
-                          || (rest().size() > hyphenated && !isWordPart(rest()[hyphenated]));
-        if (sign != Sign::None && ends)
-            return add(TokenKind::Word, hyphenated, sign);
+    for (const std::u16string_view hyphenated : {u"uti-conforms-to", u"uti-equals"}) {
+        const std::u16string_view candidate = rest().substr(0, hyphenated.size());
+        if (equalIgnoringCase(candidate, hyphenated)
+            && runLength(rest().substr(candidate.size())) == 0)
+            return add(TokenKind::Word, candidate.size(), reservedSign(hyphenated));
     }
     add(TokenKind::Word, length, reservedSign(rest().substr(0, length)));
 }
@@ -216,7 +207,9 @@ void Lexer::format()
         std::u16string_view(u"diouxXeEfFgGaA").find(letter) != std::u16string_view::npos;
     if (plain || numeric)
         return add(TokenKind::Format, conversion + 1);
-    const std::size_t shown = std::min(conversion + 1, text.size());
+    std::size_t shown = conversion;
+    if (shown < text.size())
+        U16_FWD_1(text, shown, text.size());
     fail(m_position, quoted(text.substr(0, shown))
                          + " can't be used here; the format arguments are %@, %K, %s, %d and %f.");
 }
@@ -243,10 +236,10 @@ void Lexer::strange()
 
 } // namespace
 
-tl::expected<std::vector<Token>, PredicateError> tokens(std::u16string_view text)
+Tokens tokens(std::u16string_view text)
 {
     if (text.find_first_not_of(blanks) == std::u16string_view::npos)
-        return tl::unexpected(PredicateError{Stage::Parse, 0, "The predicate is empty."});
+        return {{Token{}}, PredicateError{Stage::Parse, 0, "The predicate is empty."}};
     return Lexer(text).run();
 }
 

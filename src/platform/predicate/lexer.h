@@ -4,13 +4,20 @@
 #include "platform/predicate/predicateerror.h"
 #include "platform/predicate/token.h"
 
+#include <optional>
 #include <string_view>
-#include <tl/expected.hpp>
 #include <vector>
 
 namespace predicate {
 
-/// The tokens of a format text, an End token last. A text with a piece that is no token has none.
-tl::expected<std::vector<Token>, PredicateError> tokens(std::u16string_view text);
+/// The tokens of a format text, an End token last; those before the first piece that is no token,
+/// when there is one.
+struct Tokens
+{
+    std::vector<Token> found;
+    std::optional<PredicateError> error;
+};
+
+Tokens tokens(std::u16string_view text);
 
 } // namespace predicate

@@ -3,8 +3,10 @@
 
 #include "platform/predicate/unicode.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 
 namespace predicate {
@@ -68,6 +70,20 @@ std::optional<Constant> integerValue(std::u16string_view digits, int base)
     return Constant{static_cast<std::int64_t>(value)};
 }
 
+/// The power of ten of the first digit that is not 0.
+long long magnitude(std::string_view number)
+{
+    const std::size_t e = std::min(number.find_first_of("eE"), number.size());
+    const std::size_t point = std::min(number.find('.'), e);
+    const std::size_t digit = number.find_first_not_of("0.");
+    const auto place = static_cast<long long>(point) - static_cast<long long>(digit);
+    const std::string exponent(number.substr(std::min(e + 1, number.size())));
+    // Beyond its type the exponent is as great as that can be, which leaves no room for the sum.
+    constexpr long long furthest = std::numeric_limits<long long>::max() / 2;
+    return std::clamp(std::strtoll(exponent.c_str(), nullptr, 10), -furthest, furthest)
+           + (digit < point ? place - 1 : place);
+}
+
 std::optional<Constant> realValue(std::u16string_view number)
 {
     const std::string ascii(number.begin(), number.end());
@@ -75,9 +91,7 @@ std::optional<Constant> realValue(std::u16string_view number)
     const auto [end, error] = std::from_chars(ascii.data(), ascii.data() + ascii.size(), value);
     if (error == std::errc::result_out_of_range) {
         // Too small is 0; only too large has no value.
-        const std::size_t exponent = ascii.find_first_of("eE");
-        const bool tiny = exponent != std::string::npos && ascii[exponent + 1] == '-';
-        return tiny ? std::optional(Constant{0.0}) : std::nullopt;
+        return magnitude(ascii) < 0 ? std::optional(Constant{0.0}) : std::nullopt;
     }
     return Constant{value};
 }

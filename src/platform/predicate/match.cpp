@@ -81,10 +81,10 @@ const std::u16string& Match::regexText(std::string_view text, Folding folding)
 
 bool Match::matchesRegex(const Regex& compiled, std::string_view text, Folding folding)
 {
-    Regex& regex = m_regexes[compiled.get()];
-    if (!regex)
-        regex = copyOf(compiled);
-    return regex && wholeMatches(regex.get(), regexText(text, folding));
+    OwnRegex& own = m_regexes[compiled.get()];
+    if (!own.regex)
+        own.regex = copyOf(compiled);
+    return own.regex && wholeMatches(own.regex.get(), regexText(text, folding), own.overruns);
 }
 
 bool Match::matchesPattern(std::string_view pattern, std::string_view text, Folding folding)
@@ -96,7 +96,7 @@ bool Match::matchesPattern(std::string_view pattern, std::string_view text, Fold
             LastPattern{std::string(pattern), folding, regex ? *std::move(regex) : nullptr};
     }
     return m_lastPattern->regex
-           && wholeMatches(m_lastPattern->regex.get(), regexText(text, folding));
+           && wholeMatches(m_lastPattern->regex.get(), regexText(text, folding), m_patternOverruns);
 }
 
 } // namespace predicate

@@ -7,7 +7,6 @@
 #include "platform/predicate/value.h"
 
 #include <array>
-#include <bitset>
 #include <deque>
 #include <string>
 #include <unordered_map>
@@ -50,7 +49,7 @@ private:
     const EntryFields* m_fields = nullptr;
     std::optional<EntryKind> m_kind;
     std::array<Value, fieldCount> m_values{};
-    std::bitset<fieldCount> m_known;
+    Fields m_known;
     FoldedTexts m_folds;
 
     std::deque<std::string> m_texts;
@@ -58,7 +57,12 @@ private:
     std::deque<std::vector<Value>> m_lists;
     std::size_t m_usedLists = 0;
 
-    std::unordered_map<const URegularExpression*, Regex> m_regexes;
+    struct OwnRegex
+    {
+        Regex regex;
+        int overruns = 0;
+    };
+    std::unordered_map<const URegularExpression*, OwnRegex> m_regexes;
     std::u16string m_regexText;
     std::string_view m_regexSource;
     Folding m_regexFolding;
@@ -69,6 +73,7 @@ private:
         Regex regex;
     };
     std::optional<LastPattern> m_lastPattern;
+    int m_patternOverruns = 0; ///< of all patterns that are known only with the entry
 };
 
 } // namespace predicate

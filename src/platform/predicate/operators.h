@@ -25,6 +25,12 @@ enum class Operator : std::uint8_t {
     UtiEquals
 };
 
+/// Whether one side is looked for in the other, be that a list or a text.
+constexpr bool looksInside(Operator comparison)
+{
+    return comparison == Operator::In || comparison == Operator::Contains;
+}
+
 enum class Quantifier : std::uint8_t { One, Any, All, None };
 
 /// The letters in brackets behind an operator.

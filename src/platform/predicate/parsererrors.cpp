@@ -51,8 +51,9 @@ Node Parser::failNoOperator(const Node& left)
     const std::string source = shortened(m_text.substr(left.position, left.end - left.position));
     if (at(Sign::Not)) {
         const bool followed = comparisonOperator(next().sign).has_value();
-        const std::string rest = followed ? shortened(slice(next())) + " …" : "…";
-        return failAtToken("Put NOT before the comparison: NOT " + source + " " + rest + ".");
+        const std::string rest = followed ? shortened(slice(next())) + " " : "";
+        return failAtToken("Put NOT before the comparison: NOT " + source + " " + rest
+                           + (next().sign == Sign::In ? "{…}." : "…"));
     }
     if (token().kind == TokenKind::Word && token().sign == Sign::None) {
         const std::string_view meant = nearest(utf8(written), operatorWords());

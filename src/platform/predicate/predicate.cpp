@@ -8,14 +8,32 @@
 
 namespace predicate {
 
+namespace {
+
+/// Of a mistake in how tokens stand and one that is no token, the first in the text counts. But
+/// behind a quotation mark inside of a text, which ends it too early, the mistake shows only where
+/// the last such mark has no partner.
+bool comesFirst(const PredicateError& order,
+                const PredicateError& noToken,
+                std::u16string_view text)
+{
+    if (order.position >= noToken.position)
+        return false;
+    const char16_t first = text[noToken.position];
+    const bool quote = first == u'"' || first == u'\'';
+    return !quote || order.position == 0 || text[order.position - 1] != first;
+}
+
+} // namespace
+
 tl::expected<Tree, PredicateError> parse(std::string_view formatText, const Arguments& arguments)
 {
     Tree tree;
     tree.text = utf16(formatText);
-    auto found = tokens(tree.text);
-    if (!found)
-        return tl::unexpected(std::move(found).error());
-    auto root = Parser(tree.text, *std::move(found), arguments).run();
+    Tokens read = tokens(tree.text);
+    auto root = Parser(tree.text, std::move(read.found), arguments).run();
+    if (read.error && (root || !comesFirst(root.error(), *read.error, tree.text)))
+        return tl::unexpected(*std::move(read.error));
     if (!root)
         return tl::unexpected(std::move(root).error());
     tree.root = *std::move(root);
@@ -24,8 +42,9 @@ tl::expected<Tree, PredicateError> parse(std::string_view formatText, const Argu
 
 tl::expected<Predicate, PredicateError> bind(const Tree& tree, const BuildSettings& settings)
 {
-    return Binder(tree, settings).run().map([](ConditionPtr condition) {
-        return Predicate(std::shared_ptr<const Condition>(std::move(condition)));
+    Binder binder(tree, settings);
+    return binder.run().map([&](ConditionPtr condition) {
+        return Predicate(std::shared_ptr<const Condition>(std::move(condition)), binder.fields());
     });
 }
 

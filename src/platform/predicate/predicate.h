@@ -33,14 +33,19 @@ struct BuildSettings
 class Predicate
 {
 public:
-    explicit Predicate(std::shared_ptr<const Condition> condition)
+    Predicate(std::shared_ptr<const Condition> condition, const Fields& fields)
         : m_condition(std::move(condition))
+        , m_fields(fields)
     {
     }
+
+    /// Whether the outcome for an entry may hang on the field.
+    bool looksAt(Field field) const { return m_fields[static_cast<std::size_t>(field)]; }
 
 private:
     friend class Matcher;
     std::shared_ptr<const Condition> m_condition;
+    Fields m_fields;
 };
 
 /// Format text (UTF-8) and the arguments of its format arguments to a tree.

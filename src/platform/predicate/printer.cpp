@@ -58,8 +58,7 @@ bool isPlainName(std::string_view name)
 bool needsEscape(std::string_view name)
 {
     const std::u16string word = utf16(name);
-    std::string lower(name);
-    std::transform(lower.begin(), lower.end(), lower.begin(), asciiLower<char>);
+    const std::string lower = lowered(name);
     return reservedSign(word) != Sign::None || lower == "first" || lower == "last"
            || lower == "size";
 }

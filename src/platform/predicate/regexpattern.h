@@ -25,6 +25,14 @@ tl::expected<Regex, std::string> compiledRegex(std::string_view pattern, Folding
 Regex copyOf(const Regex& regex);
 
 /// Whether the whole text matches. A match that runs into the limits does not.
-bool wholeMatches(URegularExpression* regex, const std::u16string& text);
+///
+/// `overruns` counts the matches that ran out of time. After twenty of them, each of some
+/// hundredths of a second, the pattern is taken to be one that tries a text in exponentially many
+/// ways, and gets a fiftieth of the time from then on: else a fetch of a million entries would take
+/// hours.
+///
+/// To ICU `$` also stands before a line break at the end of the text. It matters only to a pattern
+/// that goes on behind it, as the whole text has to match.
+bool wholeMatches(URegularExpression* regex, const std::u16string& text, int& overruns);
 
 } // namespace predicate

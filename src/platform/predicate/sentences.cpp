@@ -12,13 +12,6 @@ namespace {
 
 constexpr std::size_t longestPiece = 40; // more than this of a text in a sentence is noise
 
-std::string lower(std::string_view word)
-{
-    std::string out(word);
-    std::transform(out.begin(), out.end(), out.begin(), asciiLower<char>);
-    return out;
-}
-
 /// Letters to insert, remove, replace or swap with a neighbour.
 std::size_t editDistance(std::string_view a, std::string_view b)
 {
@@ -47,7 +40,7 @@ std::string shortened(std::u16string_view piece)
 {
     std::u16string oneLine;
     for (const char16_t unit : piece) {
-        const bool blank = unit == u' ' || (unit >= u'\t' && unit <= u'\r');
+        const bool blank = blanks.find(unit) != std::u16string_view::npos;
         if (oneLine.size() == longestPiece) {
             const bool insidePair = unit >= 0xDC00 && unit <= 0xDFFF;
             if (insidePair)
@@ -88,12 +81,12 @@ std::string_view nearest(std::string_view word, const std::vector<std::string_vi
     constexpr std::size_t longestWord = 64;
     if (word.size() > longestWord)
         return {};
-    const std::string wanted = lower(word);
+    const std::string wanted = lowered(word);
     // In a very short word two changed letters leave nothing of it.
     std::size_t best = word.size() <= 4 ? 2 : 3;
     std::string_view found;
     for (const std::string_view candidate : candidates) {
-        const std::size_t distance = editDistance(wanted, lower(candidate));
+        const std::size_t distance = editDistance(wanted, lowered(candidate));
         if (distance < best) {
             best = distance;
             found = candidate;

@@ -4,7 +4,6 @@
 #include "platform/predicate/sentences.h"
 #include "platform/predicate/unicode.h"
 
-#include <algorithm>
 #include <array>
 #include <vector>
 
@@ -59,18 +58,12 @@ constexpr std::array<SymbolRow, 31> symbols = {{
     {type::signpostScope, "system", 3},
 }};
 
-bool sameIgnoringCase(std::string_view a, std::string_view b)
-{
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](char x, char y) { return asciiLower(x) == asciiLower(y); });
-}
-
 } // namespace
 
 std::optional<Value> symbolicValue(Types symbolicType, std::string_view name)
 {
     for (const SymbolRow& symbol : symbols) {
-        if (symbol.type == symbolicType && sameIgnoringCase(symbol.name, name))
+        if (symbol.type == symbolicType && equalIgnoringCase(symbol.name, name))
             return symbol.numbered ? Value::integer(symbol.number) : Value::symbol(symbol.number);
     }
     return std::nullopt;

@@ -39,6 +39,9 @@ private:
 using TermPtr = std::shared_ptr<const Term>;
 using Terms = std::vector<TermPtr>;
 
+/// Keeps the sum for any number of terms inside of its type.
+constexpr int highestCost = 1 << 20;
+
 int costOf(const Terms& terms);
 bool areConstant(const Terms& terms);
 

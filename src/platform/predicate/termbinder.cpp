@@ -5,27 +5,9 @@
 #include "platform/predicate/symbolicvalues.h"
 #include "platform/predicate/unicode.h"
 
-#include <algorithm>
-
 namespace predicate {
 
 namespace {
-
-Value valueOf(const Constant& constant)
-{
-    struct Visitor
-    {
-        Value operator()(Nil) const { return {}; }
-        Value operator()(bool value) const { return Value::integer(value ? 1 : 0); }
-        Value operator()(std::int64_t value) const { return Value::integer(value); }
-        Value operator()(std::uint64_t value) const { return Value::unsignedInteger(value); }
-        Value operator()(double value) const { return Value::real(value); }
-        Value operator()(const std::string& value) const { return Value::text(value); }
-        Value operator()(Date value) const { return Value::date(value.nanoseconds); }
-        Value operator()(const Constant::List&) const { return {}; } // lists are nodes
-    };
-    return std::visit(Visitor{}, constant.value);
-}
 
 std::string notSymbolic(Types symbols, std::string_view name)
 {
@@ -111,16 +93,18 @@ TermPtr Binder::name(const Node& node, Reading reading)
         if (!fieldNamed(node.name))
             return failedTerm(node.position, notSymbolic(reading.symbols, node.name));
     }
-    return field(node.name, node.position, reading);
+    const bool logType = reading.typeIsLogType && node.name == "type";
+    return field(logType ? "logType" : node.name, node.position, reading);
 }
 
 TermPtr Binder::field(const std::string& name, std::size_t position, Reading reading)
 {
-    if (const auto found = fieldNamed(name))
+    if (const auto found = fieldNamed(name)) {
+        m_fields.set(static_cast<std::size_t>(*found));
         return std::make_shared<FieldTerm>(*found);
+    }
     const std::string_view meant = suggestedField(name);
-    const bool onlyCase = std::equal(name.begin(), name.end(), meant.begin(), meant.end(),
-                                     [](char a, char b) { return asciiLower(a) == asciiLower(b); });
+    const bool onlyCase = equalIgnoringCase(std::string_view(name), meant);
     std::string sentence = "There is no field " + quoted(name) + ".";
     if (reading.besideText && !onlyCase)
         sentence += " A text needs quotes: \"" + name + "\".";
@@ -132,16 +116,12 @@ TermPtr Binder::field(const std::string& name, std::size_t position, Reading rea
 TermPtr Binder::list(const Node& node, Reading reading)
 {
     Terms elements;
-    Type type{type::list, type::nil, node.children.size()};
     for (const Node& child : node.children) {
         elements.push_back(term(child, reading));
-        const Types types = elements.back()->type().types;
-        if ((types & type::entry) != 0)
+        if ((elements.back()->type().types & type::entry) != 0)
             return failedTerm(child.position, "SELF can only be compared with nil.");
-        type.elements |= types;
     }
-    const bool constant = areConstant(elements);
-    return foldedConstant(std::make_shared<ListTerm>(std::move(elements), type), constant);
+    return listTerm(std::move(elements));
 }
 
 TermPtr Binder::chain(const Node& node)

@@ -23,12 +23,38 @@ bool anyNil(std::span<const Value> values)
                        [](const Value& value) { return value.isNil(); });
 }
 
+int costOf(const TermPtr& list, const std::vector<ElementTerm::Place>& places)
+{
+    return std::accumulate(places.begin(), places.end(), list->cost(),
+                           [](int cost, const ElementTerm::Place& place) {
+                               const int own = place.number ? place.number->cost() : 0;
+                               return std::min(highestCost, cost + 1 + own);
+                           });
+}
+
+Value elementAt(const Value& list, const ElementTerm::Place& place, Match& match)
+{
+    const Value number = place.number ? place.number->value(match) : Value();
+    if (list.isUnknown() || number.isUnknown())
+        return Value::unknown();
+    if (list.kind() != Value::Kind::List || list.asList().empty())
+        return {};
+    using Kind = ElementTerm::Place::Kind;
+    const std::span<const Value> elements = list.asList();
+    if (place.kind != Kind::Number)
+        return place.kind == Kind::First ? elements.front() : elements.back();
+    const bool inside = number.kind() == Value::Kind::Integer && number.asInteger() >= 0
+                        && static_cast<std::uint64_t>(number.asInteger()) < elements.size();
+    return inside ? elements[static_cast<std::size_t>(number.asInteger())] : Value();
+}
+
 } // namespace
 
 int costOf(const Terms& terms)
 {
-    return std::accumulate(terms.begin(), terms.end(), 1,
-                           [](int cost, const TermPtr& term) { return cost + term->cost(); });
+    return std::accumulate(terms.begin(), terms.end(), 1, [](int cost, const TermPtr& term) {
+        return std::min(highestCost, cost + term->cost());
+    });
 }
 
 bool areConstant(const Terms& terms)
@@ -108,28 +134,22 @@ Value CallTerm::value(Match& match) const
     return m_function(values, match);
 }
 
-ElementTerm::ElementTerm(Place place, TermPtr list, TermPtr number, Type type)
-    : Term(type, 1 + list->cost() + (number ? number->cost() : 0))
-    , m_place(place)
+ElementTerm::ElementTerm(TermPtr list, std::vector<Place> places, Type type)
+    : Term(type, costOf(list, places))
     , m_list(std::move(list))
-    , m_number(std::move(number))
+    , m_places(std::move(places))
 {
 }
 
 Value ElementTerm::value(Match& match) const
 {
-    const Value list = m_list->value(match);
-    const Value number = m_number ? m_number->value(match) : Value();
-    if (list.isUnknown() || number.isUnknown())
-        return Value::unknown();
-    if (list.kind() != Value::Kind::List || list.asList().empty())
-        return {};
-    const std::span<const Value> elements = list.asList();
-    if (m_place != Place::Number)
-        return m_place == Place::First ? elements.front() : elements.back();
-    const bool inside = number.kind() == Value::Kind::Integer && number.asInteger() >= 0
-                        && static_cast<std::uint64_t>(number.asInteger()) < elements.size();
-    return inside ? elements[static_cast<std::size_t>(number.asInteger())] : Value();
+    Value value = m_list->value(match);
+    for (const Place& place : m_places) {
+        value = elementAt(value, place, match);
+        if (value.isUnknown())
+            break;
+    }
+    return value;
 }
 
 TernaryTerm::TernaryTerm(ConditionPtr condition, TermPtr whenTrue, TermPtr whenFalse, Type type)
@@ -147,6 +167,15 @@ Value TernaryTerm::value(Match& match) const
     case Truth::False: return m_whenFalse->value(match);
     default: return Value::unknown();
     }
+}
+
+TermPtr listTerm(Terms elements)
+{
+    Type type{type::list, type::nil, elements.size()};
+    for (const TermPtr& element : elements)
+        type.elements |= element->type().types;
+    const bool constant = areConstant(elements);
+    return foldedConstant(std::make_shared<ListTerm>(std::move(elements), type), constant);
 }
 
 TermPtr foldedConstant(TermPtr term, bool constant)

@@ -84,19 +84,27 @@ private:
     bool m_takesNil;
 };
 
-/// An element of a list: by number, the first or the last.
+/// An element of a list, or of the list that an element is, and so on: a text may say this so often
+/// that a term for each index would be too deep to walk.
 class ElementTerm : public Term
 {
 public:
-    enum class Place { Number, First, Last };
+    struct Place
+    {
+        enum class Kind { Number, First, Last };
 
-    ElementTerm(Place place, TermPtr list, TermPtr number, Type type);
+        Kind kind = Kind::Number;
+        TermPtr number;
+
+        bool isConstant() const { return !number || number->constant() != nullptr; }
+    };
+
+    ElementTerm(TermPtr list, std::vector<Place> places, Type type);
     Value value(Match& match) const override;
 
 private:
-    Place m_place;
     TermPtr m_list;
-    TermPtr m_number;
+    std::vector<Place> m_places;
 };
 
 class TernaryTerm : public Term
@@ -110,6 +118,9 @@ private:
     TermPtr m_whenTrue;
     TermPtr m_whenFalse;
 };
+
+/// The list of the elements.
+TermPtr listTerm(Terms elements);
 
 /// The term, or its value when it is the same for every entry.
 TermPtr foldedConstant(TermPtr term, bool constant);

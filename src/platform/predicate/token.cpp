@@ -3,7 +3,6 @@
 
 #include "platform/predicate/unicode.h"
 
-#include <algorithm>
 #include <array>
 #include <string>
 #include <unordered_map>
@@ -95,9 +94,7 @@ Sign reservedSign(std::u16string_view word)
     constexpr std::size_t longest = 15;
     if (word.size() > longest)
         return Sign::None;
-    std::u16string lower(word);
-    std::transform(lower.begin(), lower.end(), lower.begin(), asciiLower<char16_t>);
-    const auto found = reservedWords().find(lower);
+    const auto found = reservedWords().find(lowered(word));
     return found == reservedWords().end() ? Sign::None : found->second;
 }
 

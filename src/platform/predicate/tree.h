@@ -64,6 +64,11 @@ inline bool isCondition(const Node& node)
     return node.kind >= NodeKind::Comparison;
 }
 
+inline bool isText(const Node& node)
+{
+    return node.kind == NodeKind::Constant && std::holds_alternative<std::string>(node.value.value);
+}
+
 /// A parsed predicate and the format text it was read from, which the sentences of later errors
 /// quote.
 struct Tree

@@ -42,6 +42,7 @@ struct Type
     std::optional<std::size_t> count; ///< of a list whose length is known
 
     bool fits(Types wanted) const { return types == type::nil || (types & wanted) != 0; }
+    bool isText() const { return types != type::nil && (types & ~type::anyText) == 0; }
     bool isList() const { return (types & type::list) != 0; }
     /// Of a list its elements' types, else its own.
     Types compared() const { return isList() ? elements : types; }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -25,6 +26,9 @@ int compareUtf16Order(std::string_view left, std::string_view right);
 
 bool isAscii(std::string_view text);
 
+/// What may stand between tokens.
+constexpr std::u16string_view blanks = u"\t\n\v\f\r ";
+
 constexpr bool isAsciiDigit(char32_t c)
 {
     return c >= U'0' && c <= U'9';
@@ -45,6 +49,23 @@ template <typename Character>
 constexpr Character asciiLower(Character c)
 {
     return c >= Character('A') && c <= Character('Z') ? static_cast<Character>(c + ('a' - 'A')) : c;
+}
+
+/// The text with its ASCII letters in lower case.
+template <typename Text>
+auto lowered(Text text)
+{
+    std::basic_string<typename Text::value_type> out(text);
+    std::transform(out.begin(), out.end(), out.begin(), [](auto c) { return asciiLower(c); });
+    return out;
+}
+
+/// Of ASCII letters only.
+template <typename Text>
+bool equalIgnoringCase(Text left, Text right)
+{
+    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                      [](auto a, auto b) { return asciiLower(a) == asciiLower(b); });
 }
 
 } // namespace predicate

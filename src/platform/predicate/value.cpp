@@ -7,7 +7,6 @@ namespace predicate {
 
 namespace {
 
-constexpr std::int64_t nanosecondsPerSecond = 1'000'000'000;
 constexpr double twoTo63 = 9223372036854775808.0;
 constexpr double twoTo64 = 18446744073709551616.0;
 
@@ -80,6 +79,22 @@ Value Value::list(std::span<const Value> elements)
     Value out(Kind::List, 0);
     out.m_list = {elements.data(), elements.size()};
     return out;
+}
+
+Value valueOf(const Constant& constant)
+{
+    struct Visitor
+    {
+        Value operator()(Nil) const { return {}; }
+        Value operator()(bool value) const { return Value::integer(value ? 1 : 0); }
+        Value operator()(std::int64_t value) const { return Value::integer(value); }
+        Value operator()(std::uint64_t value) const { return Value::unsignedInteger(value); }
+        Value operator()(double value) const { return Value::real(value); }
+        Value operator()(const std::string& value) const { return Value::text(value); }
+        Value operator()(Date value) const { return Value::date(value.nanoseconds); }
+        Value operator()(const Constant::List&) const { return {}; }
+    };
+    return std::visit(Visitor{}, constant.value);
 }
 
 double toReal(const Value& number)

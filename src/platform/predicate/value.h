@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/predicate/constant.h"
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -102,6 +104,9 @@ inline std::span<const Value> Value::asList() const
 {
     return {m_list.first, m_list.count};
 }
+
+/// Nil for a list, whose elements are nodes of their own.
+Value valueOf(const Constant& constant);
 
 /// The nearest real to any number.
 double toReal(const Value& number);

@@ -2,7 +2,11 @@
 #include "platform/desktop/appearance.h"
 
 #include <QApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVariant>
 #include <QLineEdit>
+#include <QProcess>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -14,9 +18,19 @@ class TestAppearance : public QObject
 private Q_SLOTS:
     void init();
     void systemWithoutAPreferenceIsLight();
+    void changesOfTheSystemAreFollowed();
     void forcedDarkIsDarkThroughout();
     void emptyFieldsHaveVisibleOutlines();
 };
+
+namespace {
+
+bool isDark()
+{
+    return QApplication::palette().color(QPalette::Window).lightness() < 128;
+}
+
+} // namespace
 
 void TestAppearance::init()
 {
@@ -26,7 +40,32 @@ void TestAppearance::init()
 void TestAppearance::systemWithoutAPreferenceIsLight()
 {
     appearance::followSystem();
-    QVERIFY(QApplication::palette().color(QPalette::Window).lightness() > 128);
+    QVERIFY(!isDark());
+}
+
+void TestAppearance::changesOfTheSystemAreFollowed()
+{
+    if (!QDBusConnection::sessionBus().isConnected())
+        QSKIP("There is no message bus");
+    QDBusConnection portal = QDBusConnection::connectToBus(
+        qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"), u"portal"_s);
+    QVERIFY(portal.registerService(u"org.freedesktop.portal.Desktop"_s));
+    const auto tell = [&portal](const QString& key, uint value) {
+        QDBusMessage signal =
+            QDBusMessage::createSignal(u"/org/freedesktop/portal/desktop"_s,
+                                       u"org.freedesktop.portal.Settings"_s, u"SettingChanged"_s);
+        signal << u"org.freedesktop.appearance"_s << key
+               << QVariant::fromValue(QDBusVariant(value));
+        QVERIFY(portal.send(signal));
+    };
+    const QPalette before = QApplication::palette();
+    tell(u"color-scheme"_s, 1);
+    QTRY_VERIFY(isDark());
+    tell(u"accent-color"_s, 0);
+    tell(u"color-scheme"_s, 2);
+    QTRY_VERIFY(!isDark());
+    QCOMPARE(QApplication::palette(), before);
+    QDBusConnection::disconnectFromBus(portal.name());
 }
 
 void TestAppearance::forcedDarkIsDarkThroughout()
@@ -59,5 +98,20 @@ void TestAppearance::emptyFieldsHaveVisibleOutlines()
     QVERIFY(outline > image.pixelColor(60, 32).lightness() + 40);
 }
 
-QTEST_MAIN(TestAppearance)
+/// With a message bus for these tests alone, where there is the program that runs one. The toolkit
+/// looks for it but once, when the application begins.
+int main(int argc, char* argv[])
+{
+    QProcess bus;
+    bus.start(u"dbus-daemon"_s, {u"--session"_s, u"--print-address"_s, u"--nofork"_s});
+    if (bus.waitForStarted() && bus.waitForReadyRead())
+        qputenv("DBUS_SESSION_BUS_ADDRESS", bus.readLine().trimmed());
+    const QApplication application(argc, argv);
+    TestAppearance test;
+    const int failures = QTest::qExec(&test, argc, argv);
+    bus.terminate();
+    bus.waitForFinished();
+    return failures;
+}
+
 #include "tst_appearance.moc"

@@ -35,6 +35,8 @@ void TestQtAlerts::criticalWaitsForItsButton()
         wasShown = true;
         QCOMPARE(box->text(), u"An error occurred:"_s);
         QCOMPARE(box->informativeText(), u"<b>markup</b> is text"_s);
+        for (const QString& label : {u"qt_msgbox_label"_s, u"qt_msgbox_informativelabel"_s})
+            QCOMPARE(box->findChild<QLabel*>(label)->textFormat(), Qt::PlainText);
         QCOMPARE(box->icon(), QMessageBox::Critical);
         QCOMPARE(box->buttons().size(), 1);
         QCOMPARE(box->buttons().first()->text().remove(u'&'), u"OK"_s);

@@ -175,6 +175,7 @@ void TestQtPanels::openPanelYieldsTheFile()
     static_cast<QDialog*>(dialog())->accept();
     QCOMPARE(m_results.size(), 1);
     QCOMPARE(m_results.first().location, QUrl::fromLocalFile(path(u"a.tessel"_s)));
+    QCOMPARE(m_state->recentFiles(), QStringList{path(u"a.tessel"_s)});
 }
 
 void TestQtPanels::cancelledPanelSaysSo()

@@ -18,6 +18,7 @@ private Q_SLOTS:
     void remembersTheLastFolder();
     void vanishedFolderIsForgotten();
     void remembersArrangements();
+    void remembersRecentFiles();
 
 private:
     QString path() const { return m_folder->filePath(u"deep/state.ini"_s); }
@@ -70,6 +71,25 @@ void TestStateFile::remembersArrangements()
     const StateFile state(path());
     QCOMPARE(state.arrangement(u"ContentView.toolbar"_s), arrangement);
     QCOMPARE(state.arrangement(u"another"_s), QByteArray());
+}
+
+void TestStateFile::remembersRecentFiles()
+{
+    QStringList paths;
+    for (int i = 0; i < 12; ++i) {
+        paths.prepend(m_folder->filePath(u"%1.tessel"_s.arg(i)));
+        QVERIFY(QFile(paths.constFirst()).open(QFile::WriteOnly));
+        StateFile(path()).addRecentFile(paths.constFirst());
+    }
+    StateFile state(path());
+    QCOMPARE(state.recentFiles(), paths.mid(0, 10));
+    QVERIFY(QFile::remove(paths.at(3)));
+    paths.removeAt(3);
+    paths.move(5, 0);
+    state.addRecentFile(paths.constFirst());
+    QCOMPARE(state.recentFiles(), paths.mid(0, 9)); // the missing one is back with its file
+    state.clearRecentFiles();
+    QCOMPARE(state.recentFiles(), QStringList());
 }
 
 QTEST_GUILESS_MAIN(TestStateFile)

@@ -2,6 +2,7 @@
 #include "platform/desktop/symbols.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QImage>
 #include <QPalette>
 #include <QTest>
@@ -51,13 +52,8 @@ void TestSymbols::init()
 void TestSymbols::everySymbolIsDrawn_data()
 {
     QTest::addColumn<QString>("name");
-    for (const char* name :
-         {"arrow.triangle.2.circlepath", "archivebox.fill", "arrow.up.doc.fill", "text.badge.plus",
-          "doc.text.magnifyingglass", "rectangle.compress.vertical", "arrow.down.doc.fill",
-          "square.and.arrow.down.fill", "magnifyingglass", "gear",
-          "line.3.horizontal.decrease.circle", "checklist", "list.bullet", "numbers.rectangle",
-          "arrow.down.document.fill"})
-        QTest::addRow("%s", name) << QString::fromLatin1(name);
+    for (const QFileInfo& drawing : QDir(u":/symbols"_s).entryInfoList())
+        QTest::newRow(qPrintable(drawing.fileName())) << drawing.completeBaseName();
 }
 
 void TestSymbols::everySymbolIsDrawn()

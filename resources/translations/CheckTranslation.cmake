@@ -1,0 +1,16 @@
+cmake_minimum_required(VERSION 3.25)
+
+# Fails when the translation SOURCE lacks a text of the program, or has one that is none any more.
+list(GET UPDATE 0 tool)
+if(NOT tool)
+    message("lupdate is missing")
+    return()
+endif()
+file(COPY_FILE ${SOURCE} ${COPY})
+execute_process(COMMAND ${UPDATE} ${COPY} COMMAND_ERROR_IS_FATAL ANY)
+file(STRINGS ${SOURCE} before REGEX "<(name|source|comment)>")
+file(STRINGS ${COPY} after REGEX "<(name|source|comment)>")
+if(NOT before STREQUAL after)
+    execute_process(COMMAND diff ${SOURCE} ${COPY})
+    message(FATAL_ERROR "Build the target update-translations, and translate what is new")
+endif()
