@@ -41,9 +41,9 @@ OSLogStore::Position OSLogStore::Position::after(double seconds) const
     return {saturatingSum(time, wholeNanoseconds(seconds))};
 }
 
-Result<OSLogStore> OSLogStore::open(const QString& path)
+Result<OSLogStore> OSLogStore::open(const QString& path, logstore::StoreOrigin origin)
 {
-    return logstore::Store::open(QFile::encodeName(path).toStdString())
+    return logstore::Store::open(QFile::encodeName(path).toStdString(), origin)
         .map([](logstore::Store&& store) { return OSLogStore(std::move(store)); });
 }
 

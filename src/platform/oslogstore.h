@@ -25,7 +25,8 @@ public:
     };
 
     /// Opens the archive or log folder at an absolute path.
-    static Result<OSLogStore> open(const QString& path);
+    static Result<OSLogStore>
+    open(const QString& path, logstore::StoreOrigin origin = logstore::StoreOrigin::HandedOver);
 
     Position position(const QDateTime& date) const;
     /// `seconds` counts from the store's last entry; negative is before it.

@@ -27,7 +27,7 @@ Result<OSLogStore> SystemLogStores::local()
     const auto folder = localFolder();
     if (!folder)
         return tl::unexpected(folder.error());
-    return OSLogStore::open(*folder);
+    return OSLogStore::open(*folder, logstore::StoreOrigin::System);
 }
 
 Result<OSLogStore> SystemLogStores::archive(const QString& path)

@@ -190,37 +190,6 @@ private Q_SLOTS:
         QVERIFY(survivors > all * static_cast<std::size_t>(chosen.flips) / 2 / 4);
     }
 
-    void flippedBitsInOtherFiles_data()
-    {
-        QTest::addColumn<QString>("sample");
-        QTest::addColumn<QString>("file");
-        QTest::newRow("strings of an executable")
-            << u"forged.logarchive"_qs << u"66/9C2DFF63D1521899AAE1E925BEE32E"_qs;
-        QTest::newRow("strings of a cache")
-            << u"forged.logarchive"_qs << u"dsc/E43D59AA2B6254AABE5EB90DAB3648F7"_qs;
-        QTest::newRow("old strings of a cache")
-            << u"forged.logarchive"_qs << u"dsc/671F6DEDEDE35B3782CF200AA1552042"_qs;
-        QTest::newRow("times") << u"forged.logarchive"_qs
-                               << u"timesync/0000000000000001.timesync"_qs;
-    }
-    void flippedBitsInOtherFiles()
-    {
-        QFETCH(const QString, sample);
-        QFETCH(const QString, file);
-        const Copy copy(sample.toUtf8().constData());
-        const fs::path path = copy.root() / file.toStdString();
-        const Buffer whole = contentsOf(path);
-        std::mt19937 random(3);
-        for (int i = 0; i < 500; ++i) {
-            Buffer bytes = whole;
-            bytes[random() % bytes.size()] ^= static_cast<std::uint8_t>(1U << random() % 8);
-            if (i % 3 == 0)
-                bytes.resize(random() % bytes.size());
-            write(path, bytes);
-            QVERIFY(readAll(copy.root()) > 0);
-        }
-    }
-
 private:
     static void addTargets()
     {

@@ -6,22 +6,10 @@
 #include <QRegularExpression>
 #include <QTest>
 
+#include <unistd.h>
+
 using namespace logstore::writer;
-
-namespace {
-
-constexpr std::uint32_t enormous = 0xffffffff;
-constexpr auto persist = "Persist/0000000000000001.tracev3";
-
-QString lines(std::initializer_list<const char*> texts)
-{
-    QStringList result;
-    for (const char* text : texts)
-        result += QString::fromUtf8(text);
-    return result.join(QLatin1Char('\n'));
-}
-
-} // namespace
+using logstore::StoreOrigin;
 
 /// Damage of the files beside the records, and folders that are no store.
 class TestDamagedFiles : public QObject
@@ -36,6 +24,8 @@ private Q_SLOTS:
     void damagedTimeFiles();
     void strangeNamesAreIgnored();
     void linksOutOfTheStoreAreNotFollowed();
+    void linkedLogFolders_data();
+    void linkedLogFolders();
     void openFailsWithAReason_data();
     void openFailsWithAReason();
 };
@@ -144,6 +134,9 @@ void TestDamagedFiles::strangeNamesAreIgnored()
 {
     WrittenStore store;
     store.addRecords({store.message(1, "one"), store.message(2, "two")});
+    store.files.add("Persist/copy of one.tracev3",
+                    store.trace({{{store.page({store.message(1, "one")})}}}));
+    store.files.add("another.timesync", {Boot{store.boot.uuid, 7, 1, 0, {}}});
     for (const char* name :
          {"Persist/._0000000000000001.tracev3", "Persist/readme.txt",
           "Other/0000000000000001.tracev3", "timesync/._0000000000000001.timesync", "11/._rest",
@@ -166,28 +159,90 @@ void TestDamagedFiles::linksOutOfTheStoreAreNotFollowed()
     QCOMPARE(store.messages(), QStringLiteral("inside"));
 }
 
+void TestDamagedFiles::linkedLogFolders_data()
+{
+    QTest::addColumn<QString>("linked");
+    QTest::addColumn<StoreOrigin>("origin");
+    QTest::addColumn<QString>("message"); // of its entry, empty when it does not open
+    const auto text = QStringLiteral("text");
+    const auto noUuid = QStringLiteral("<compose failure [UUID]>");
+    const auto strings = QStringLiteral("uuidtext");
+    const auto logs = QStringLiteral("diagnostics");
+    QTest::newRow("none, handed over") << QString() << StoreOrigin::HandedOver << text;
+    QTest::newRow("strings, handed over") << strings << StoreOrigin::HandedOver << noUuid;
+    QTest::newRow("logs, handed over") << logs << StoreOrigin::HandedOver << QString();
+    QTest::newRow("strings, the system's") << strings << StoreOrigin::System << text;
+    QTest::newRow("logs, the system's") << logs << StoreOrigin::System << text;
+}
+
+void TestDamagedFiles::linkedLogFolders()
+{
+    QFETCH(QString, linked);
+    QFETCH(StoreOrigin, origin);
+    QFETCH(QString, message);
+    WrittenStore store;
+    store.files.layout = StoreLayout::Live;
+    store.addRecords({store.message(1, "text")});
+    const auto root = store.write();
+    QTemporaryDir elsewhere;
+    if (!linked.isEmpty()) {
+        const std::filesystem::path moved = elsewhere.filePath(linked).toStdString();
+        std::filesystem::rename(root / linked.toStdString(), moved);
+        std::filesystem::create_directory_symlink(moved, root / linked.toStdString());
+    }
+    const auto opened = logstore::Store::open(root, origin);
+    QCOMPARE(opened.has_value(), !message.isEmpty());
+    if (!opened)
+        return;
+    auto stream = opened->entries(WrittenStore::bootTime + 1);
+    const logstore::Entry* entry = stream.next();
+    QVERIFY(entry);
+    QCOMPARE(entry->composedMessage(), std::string_view(message.toStdString()));
+}
+
 void TestDamagedFiles::openFailsWithAReason_data()
 {
     QTest::addColumn<QString>("name");
-    QTest::newRow("missing") << QStringLiteral("missing.logarchive");
-    QTest::newRow("a file") << QStringLiteral("file.logarchive");
-    QTest::newRow("an empty folder") << QStringLiteral("empty.logarchive");
-    QTest::newRow("a folder of other things") << QStringLiteral("other.logarchive");
+    QTest::addColumn<QString>("reason");
+    const auto row = [](const char* what, const char* name, const char* reason) {
+        QTest::newRow(what) << utf8(name) << utf8(reason);
+    };
+    row("missing", "missing.logarchive", "No such file");
+    row("a file", "file.logarchive", "not a folder");
+    row("an empty folder", "empty.logarchive", "no log files");
+    row("a folder of other things", "other.logarchive", "no log files");
+    row("no trace files", "bare.logarchive", "no trace files");
+    row("folders in place of trace files", "folders.logarchive", "is not a file");
+    if (::geteuid() == 0)
+        return; // for whom everything may be read
+    row("logs that may not be listed", "listed.logarchive", "Permission denied");
+    row("logs that may not be looked at", "looked.logarchive", "Permission denied");
 }
 
 void TestDamagedFiles::openFailsWithAReason()
 {
     QFETCH(QString, name);
+    QFETCH(QString, reason);
     QTemporaryDir folder;
     QFile file(folder.filePath(QStringLiteral("file.logarchive")));
     QVERIFY(file.open(QIODevice::WriteOnly));
-    QDir(folder.path()).mkpath(QStringLiteral("empty.logarchive"));
-    QDir(folder.path()).mkpath(QStringLiteral("other.logarchive/Pictures"));
+    for (const char* path :
+         {"empty.logarchive", "other.logarchive/Pictures", "bare.logarchive/Persist",
+          "folders.logarchive/Persist/0000000000000001.tracev3", "listed.logarchive/Persist",
+          "looked.logarchive/diagnostics/Persist"})
+        QDir(folder.path()).mkpath(utf8(path));
+    const auto shut = [&folder](const char* path, QFile::Permissions permissions) {
+        QFile::setPermissions(folder.filePath(utf8(path)), permissions);
+    };
+    shut("listed.logarchive/Persist", {});
+    shut("looked.logarchive/diagnostics", QFile::ReadOwner);
     const QString path = folder.filePath(name);
     const auto store = logstore::Store::open(path.toStdString());
+    shut("listed.logarchive/Persist", QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    shut("looked.logarchive/diagnostics", QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     QVERIFY(!store);
-    const QString reason = QString::fromStdString(store.error().description);
-    QVERIFY2(reason.contains(path) && reason.size() > path.size() + 10, qPrintable(reason));
+    const QString description = QString::fromStdString(store.error().description);
+    QVERIFY2(description.contains(path) && description.contains(reason), qPrintable(description));
 }
 
 QTEST_APPLESS_MAIN(TestDamagedFiles)

@@ -4,22 +4,12 @@
 #include <QRegularExpression>
 #include <QTest>
 
+#include <algorithm>
+#include <array>
+
 using namespace logstore::writer;
 
 namespace {
-
-QString utf8(const char* text)
-{
-    return QString::fromUtf8(text);
-}
-
-/// The only entry of a store with the record.
-Seen only(WrittenStore& store, const Record& record)
-{
-    store.addRecords({record});
-    const auto entries = store.entries();
-    return entries.size() == 1 ? entries[0] : Seen{};
-}
 
 Oversize oversizeOf(const WrittenStore& store,
                     std::uint64_t time,
@@ -57,6 +47,8 @@ private Q_SLOTS:
     void packings_data();
     void packings();
     void processOfTheNextCatalog();
+    void oversizeItemsBehindAFurtherHeader();
+    void catalogHoldsBehindAFurtherHeader();
 };
 
 void TestStoreChunks::oversizeItems_data()
@@ -142,7 +134,7 @@ void TestStoreChunks::oversizeItems()
     QFETCH(std::function<std::vector<ChunkSet>(WrittenStore&)>, sets);
     QFETCH(QString, messages);
     WrittenStore store;
-    store.files.add("Persist/0000000000000001.tracev3", store.trace(sets(store)));
+    store.files.add(persist, store.trace(sets(store)));
     QCOMPARE(store.messages(), messages);
 }
 
@@ -214,7 +206,7 @@ void TestStoreChunks::chunksWithoutPadding()
                  false,
                  {},
                  {}};
-    store.files.add("Persist/0000000000000001.tracev3", store.trace({set}));
+    store.files.add(persist, store.trace({set}));
     QCOMPARE(store.messages(), utf8("odd\nodd\nnext\nlast"));
 }
 
@@ -246,8 +238,7 @@ void TestStoreChunks::packings()
         }
         chunks.push_back(store.page(records));
     }
-    store.files.add("Persist/0000000000000001.tracev3",
-                    store.trace({ChunkSet{chunks, packing, true, {}, {}}}));
+    store.files.add(persist, store.trace({ChunkSet{chunks, packing, true, {}, {}}}));
     QCOMPARE(store.messages(), expected.join(QLatin1Char('\n')));
 }
 
@@ -258,11 +249,43 @@ void TestStoreChunks::processOfTheNextCatalog()
     Section second = file.sections[0];
     second.processes[0].pid = 78;
     file.sections.push_back(second);
-    store.files.add("Persist/0000000000000001.tracev3", file);
+    store.files.add(persist, file);
     const auto entries = store.entries();
     QCOMPARE(entries.size(), std::size_t(2));
     QCOMPARE(entries[0].processIdentifier, 77);
     QCOMPARE(entries[1].processIdentifier, 78);
+}
+
+/// The boot is in no time file, so each header counts the time for itself.
+void TestStoreChunks::oversizeItemsBehindAFurtherHeader()
+{
+    WrittenStore store;
+    TraceFile file = store.trace({{{oversizeOf(store, 9, 3, "found")}}});
+    file.header.boot = testUuid(0xee);
+    Section second = file.sections[0];
+    second.header = file.header;
+    second.sets = {{{store.page({withOversize(store, 9, 3)})}}};
+    file.sections.push_back(second);
+    store.files.add(persist, file);
+    QCOMPARE(store.messages(), utf8("[found]"));
+}
+
+void TestStoreChunks::catalogHoldsBehindAFurtherHeader()
+{
+    WrittenStore store;
+    TraceFile file = store.trace({{{store.page({store.message(1, "first")})}}});
+    Section second = file.sections[0];
+    second.header = file.header;
+    second.sets = {{{store.page({store.message(2, "second")})}}};
+    file.sections.push_back(second);
+    store.files.add(persist, file);
+    Bytes& bytes = store.files.files[persist];
+    constexpr std::array<std::uint8_t, 8> catalogHead{0x0b, 0x60, 0, 0, 0x11, 0, 0, 0};
+    const auto last =
+        std::find_end(bytes.begin(), bytes.end(), catalogHead.begin(), catalogHead.end());
+    QVERIFY(last != bytes.end());
+    *last = 0x77; // no catalog any more
+    QCOMPARE(store.messages(), utf8("first\nsecond"));
 }
 
 QTEST_APPLESS_MAIN(TestStoreChunks)

@@ -12,17 +12,28 @@ using logstore::StoreCategory;
 
 namespace {
 
-QString utf8(const char* text)
-{
-    return QString::fromUtf8(text);
-}
-
 Bytes plist(const char* inner)
 {
     const std::string text =
         std::string("<?xml version=\"1.0\" encoding=\"UTF-8\"?><plist version=\"1.0\">") + inner
         + "</plist>";
     return Bytes(text.begin(), text.end());
+}
+
+/// So many arrays one in the other, and how they are shown.
+Bytes nestedArrays(int levels)
+{
+    std::string inner = "<array/>";
+    for (int level = 1; level < levels; ++level)
+        inner = "<array>" + inner + "</array>";
+    return plist(inner.c_str());
+}
+std::string shownArrays(int levels, int level = 0)
+{
+    const std::string pad(std::size_t(level) * 4, ' ');
+    const std::string inner =
+        levels == 1 ? "" : pad + "    " + shownArrays(levels - 1, level + 1) + "\n";
+    return pad + "(\n" + inner + pad + ")";
 }
 
 } // namespace
@@ -113,6 +124,10 @@ void TestStoreDumps::stateDumps_data()
             .take(),
         "Title\nabc");
     row("not readable", PropertyListData, {1, 2, 3}, "Title\n<decode: unsupported value>");
+    row("nested as deep as is read", PropertyListData, nestedArrays(64),
+        ("Title\n" + shownArrays(64)).c_str());
+    row("nested too deep", PropertyListData, nestedArrays(65),
+        "Title\n<decode: unsupported value>");
     row("protocol buffer", ProtocolBufferData, {8, 1},
         "Title\n<decode: unsupported decoder: protobuf>");
     row("unknown type", 9, {1}, "Title\n<decode: unsupported decoder: 9>");

@@ -1,58 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "logstore/writtenstore.h"
+#include "logstore/messagerows.h"
 
 #include <QRegularExpression>
-#include <QTest>
 
 #include <cmath>
 
 using namespace logstore::writer;
-
-namespace {
-
-using Items = std::vector<Item>;
-using i32 = std::int32_t;
-using u32 = std::uint32_t;
-using u64 = std::uint64_t;
-
-void row(const char* name, const char* format, Items items, const char* expected)
-{
-    QTest::newRow(name) << QByteArray(format) << std::move(items) << QString::fromUtf8(expected);
-}
-
-void addColumns()
-{
-    QTest::addColumn<QByteArray>("format");
-    QTest::addColumn<Items>("items");
-    QTest::addColumn<QString>("expected");
-}
-
-Item noBytes(ItemKind kind, Privacy privacy = Privacy::Public)
-{
-    return item(kind, privacy, {});
-}
-
-Bytes counted(std::size_t size)
-{
-    Bytes result(size);
-    for (std::size_t i = 0; i < size; ++i)
-        result[i] = static_cast<std::uint8_t>(i);
-    return result;
-}
-
-Item built(ByteBuilder& builder)
-{
-    return bytes(builder.take());
-}
-
-Bytes zeros(std::size_t count, Bytes tail = {})
-{
-    Bytes result(count);
-    result.insert(result.end(), tail.begin(), tail.end());
-    return result;
-}
-
-} // namespace
 
 /// What messages read, from a store's bytes to the text.
 class TestStoreMessages : public QObject
@@ -62,44 +15,16 @@ class TestStoreMessages : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral("."))); }
     void formatText_data();
-    void formatText() { compare(); }
+    void formatText() { compareMessage(); }
     void numbers_data();
-    void numbers() { compare(); }
+    void numbers() { compareMessage(); }
     void texts_data();
-    void texts() { compare(); }
+    void texts() { compareMessage(); }
     void mismatches_data();
-    void mismatches() { compare(); }
+    void mismatches() { compareMessage(); }
     void privacy_data();
-    void privacy() { compare(); }
-    void decoratedNumbers_data();
-    void decoratedNumbers() { compare(); }
-    void decoratedBytes_data();
-    void decoratedBytes() { compare(); }
-    void decorationRules_data();
-    void decorationRules() { compare(); }
-
-private:
-    void compare();
+    void privacy() { compareMessage(); }
 };
-
-void TestStoreMessages::compare()
-{
-    QFETCH(QByteArray, format);
-    QFETCH(Items, items);
-    QFETCH(QString, expected);
-    WrittenStore store;
-    Record record = store.message(1, format.toStdString());
-    record.items = items;
-    // Others around it: the private data of a record must not be taken for another's.
-    Record neighbour = store.message(0, "%s");
-    neighbour.items = {text("neighbour", Privacy::Private)};
-    store.addRecords({neighbour, record, neighbour});
-    const auto entries = store.entries();
-    QCOMPARE(entries.size(), std::size_t(3));
-    QCOMPARE(entries[2].message, expected);
-    QCOMPARE(entries[2].format, QString::fromUtf8(format));
-    QCOMPARE(entries[0].message + entries[1].message, QStringLiteral("neighbourneighbour"));
-}
 
 void TestStoreMessages::formatText_data()
 {
@@ -177,6 +102,7 @@ void TestStoreMessages::numbers_data()
     row("unknown error number", "%m", {errorNumber(9999)}, "Unknown error: 9999");
     row("nothing is written", "[%n]%d", {number<i32>(1), number<i32>(2)}, "[]2");
     row("public numbers", "%d", {number<i32>(7, Privacy::Public)}, "7");
+    row("error number below zero", "%m", {errorNumber(-5)}, "Unknown error: -5");
     row("size of three bytes", "%d", {rawItem(0x00, {1, 2, 3})}, "<decode: unsupported value>");
     row("size of no bytes", "%d", {rawItem(0x02, {})}, "<decode: unsupported value>");
 }
@@ -209,6 +135,9 @@ void TestStoreMessages::texts_data()
     row("precision of zero does not", "%.0s", {text("abcdef")}, "abcdef");
     row("precision does not cut an object", "%.2@", {object("abcdef")}, "abcdef");
     row("bytes", "%.4P", {count(4), bytes(Bytes{0xca, 0xfe, 0x00, 0x26})}, "CAFE0026");
+    row("width of bytes", "[%8.2P] [%-8.2P]",
+        {count(2), bytes(Bytes{0xab, 0xcd}), count(2), bytes(Bytes{0xab, 0xcd})},
+        "[    ABCD] [ABCD    ]");
     row("several values in their places", "%s %@ %s", {text("one"), object("two"), text("three")},
         "one two three");
 }
@@ -272,141 +201,8 @@ void TestStoreMessages::privacy_data()
     row("mask on nothing", "%{public, mask.hash}s %{mask.hash}@",
         {noBytes(ItemKind::Text), noBytes(ItemKind::Object)},
         "<mask.hash: (null)> <mask.hash: (null)>");
+    row("mask on no bytes", "%{mask.hash}.4P", {noBytes(ItemKind::Data)}, "<mask.hash: (null)>");
     row("mask on a value that was kept", "%{mask.hash}s", {maskName("hash"), text("abc")}, "abc");
-}
-
-void TestStoreMessages::decoratedNumbers_data()
-{
-    addColumns();
-    row("bool", "%{bool}d %{bool}d", {number<i32>(0), number<i32>(2)}, "false true");
-    row("BOOL", "%{BOOL}d %{BOOL}d", {number<std::int8_t>(0), number<std::int8_t>(1)}, "NO YES");
-    row("errno", "%{darwin.errno}d %{errno}d", {number<i32>(61), number<i32>(32)},
-        "[61: Connection refused] [32: Broken pipe]");
-    row("mode of a folder", "%{darwin.mode}d", {number<u32>(040755)}, "drwxr-xr-x");
-    row("mode of a file", "%{darwin.mode}d", {number<u32>(0104711)}, "-rws--x--x");
-    row("mode with the sticky bit", "%{darwin.mode}d", {number<u32>(0041776)}, "drwxrwxrwT");
-    row("signal", "%{darwin.signal}d", {number<i32>(11)}, "[sigsegv: Segmentation fault]");
-    row("unknown signal", "%{darwin.signal}d", {number<i32>(99)}, "[99: Unknown signal: 99]");
-    row("time", "%{time_t}d", {number<std::int64_t>(1452627697)}, "2016-01-12 19:41:37");
-    row("bytes", "%{bytes}d %{bytes}d %{bytes}d",
-        {number<i32>(999), number<i32>(4720), number<i32>(12'300'000)},
-        "999 bytes 4.72 kB 12.3 MB");
-    row("bytes in powers of two", "%{iec-bytes}d %{iec-bytes}d",
-        {number<i32>(4720), number<i32>(1023 * 1024)}, "4.61 KiB 1023 KiB");
-    row("bits", "%{bitrate}d %{bitrate}d", {number<i32>(999), number<i32>(123'000)},
-        "999 bps 123 kbps");
-    row("bits in powers of two", "%{iec-bitrate}d", {number<i32>(118 * 1024)}, "118 Kibps");
-    row("authorisation",
-        "%{location:CLClientAuthorizationStatus}d %{location:CLClientAuthorizationStatus}d",
-        {number<i32>(0), number<i32>(4)}, "\"Not Determined\" \"Authorized When In Use\"");
-    row("unknown authorisation", "%{location:CLClientAuthorizationStatus}d", {number<i32>(9)},
-        "<decode: unknown value: 9>");
-    row("reachability", "%{location:CLDaemonStatus_Type::Reachability}d", {number<i32>(1000)},
-        "\"Reachability Unachievable\"");
-    row("harvester", "%{location:CLSubHarvesterIdentifier}d", {number<i32>(9)}, "\"Trace\"");
-    row("I/O message", "%{location:IOMessage}d", {number<u32>(0xe0000280)}, "\"SystemWillSleep\"");
-    row("SQLite result", "%{location:SqliteResult}d %{location:SqliteResult}d",
-        {number<i32>(5), number<u64>(101)}, "\"SQLITE_BUSY\" \"SQLITE_DONE\"");
-    row("yes or no", "%{mdns:yesno}d %{mdns:yesno}d", {number<i32>(0), number<i32>(1)}, "no yes");
-    row("acceptable", "%{mdns:acceptable}d %{mdns:acceptable}d", {number<i32>(0), number<i32>(1)},
-        "unacceptable acceptable");
-    row("added or removed", "%{mdns:addrmv}d %{mdns:addrmv}d", {number<i32>(0), number<i32>(1)},
-        "rmv add");
-    row("resource record", "%{mdns:rrtype}d %{mdns:rrtype}d", {number<i32>(28), number<i32>(65)},
-        "AAAA HTTPS");
-    row("unknown resource record", "%{mdns:rrtype}d", {number<i32>(4711)},
-        "<decode: unknown value: 4711>");
-    row("negative reason", "%{mdns:nreason}d", {number<i32>(2)}, "nxdomain");
-    row("protocol", "%{mdns:protocol}d", {number<i32>(4)}, "HTTPS");
-    row("options", "%{mdns:gaiopts}d", {number<i32>(0xc)}, "0xC {in-app-browser, use-failover}");
-    row("DNS counts", "%{mdns:dns.counts}d", {number<u64>(0x0001'0002'0000'0000)}, "1/2/0/0");
-    row("DNS identifier and flags", "%{mdns:dns.idflags}d", {number<u32>(0x4bbb'0100)},
-        "id: 0x4BBB (19387), flags: 0x0100 (Q/Query, RD, NoError)");
-    row("directory identifier type", "%{odtypes:mbridtype}d", {number<i32>(4)}, "Username");
-    row("directory error", "%{odtypes:ODError}d", {number<i32>(2200)}, "ODErrorNodeUnknownHost");
-    row("telemetry", "%{signpost.telemetry:number1}f", {number(5.88671875)},
-        "__##__signpost.telemetry#____#number1#_##_#5.88671875##__##");
-    row("description", "%{signpost.description:attribute}@", {object("value")},
-        "__##__signpost.description#____#attribute#_##_#value##__##");
-}
-
-void TestStoreMessages::decoratedBytes_data()
-{
-    addColumns();
-    ByteBuilder b;
-    const Bytes uuid{0x10, 0x74, 0x2e, 0x39, 0x06, 0x57, 0x41, 0xf8,
-                     0xab, 0x99, 0x87, 0x8c, 0x5e, 0xc2, 0xdc, 0xaa};
-    row("identifier", "%{uuid_t}.16P", {count(16), bytes(uuid)},
-        "10742E39-0657-41F8-AB99-878C5EC2DCAA");
-    row("identifier of a wrong size", "%{uuid_t}.16P", {count(16), bytes(counted(15))},
-        "<decode: unsupported value>");
-    row("time of 16 bytes", "%{timeval}.*P", {count(16), built(b.i64(1452627697).i64(774236))},
-        "2016-01-12 19:41:37.774236");
-    row("time of 12 bytes", "%{timeval}.*P", {count(12), built(b.i64(1452627697).i32(774236))},
-        "2016-01-12 19:41:37.774236");
-    row("time of 8 bytes", "%{timeval}.*P", {count(8), built(b.i32(1452627697).i32(774236))},
-        "2016-01-12 19:41:37.774236");
-    row("time to the nanosecond", "%{timespec}.*P",
-        {count(16), built(b.i64(1452627697).i64(238238282))}, "2016-01-12 19:41:37.238238282");
-    row("address as a number", "%{network:in_addr}d", {number<u32>(0x0100007f)}, "127.0.0.1");
-    row("address as bytes", "%{in_addr}.4P", {count(4), bytes(Bytes{192, 0, 2, 1})}, "192.0.2.1");
-    row("long address", "%{network:in6_addr}.16P",
-        {count(16),
-         bytes(Bytes{0xfe, 0x80, 0, 0, 0, 0, 0, 0, 0, 0x0f, 0x86, 0xff, 0xfe, 0xe9, 0x5c, 0x16})},
-        "fe80::f:86ff:fee9:5c16");
-    row("long address of zeros", "%{in6_addr}.16P", {count(16), bytes(zeros(16))}, "::");
-    row("mapped address", "%{in6_addr}.16P",
-        {count(16), bytes(zeros(10, {0xff, 0xff, 1, 2, 3, 4}))}, "::ffff:1.2.3.4");
-    row("socket address", "%{network:sockaddr}.*P",
-        {count(16), bytes(Bytes{16, 2, 0, 80, 127, 0, 0, 1, 0, 0, 0, 0, 0, 0, 0, 0})}, "127.0.0.1");
-    row("long socket address", "%{sockaddr}.*P",
-        {count(28), built(b.u8(28).u8(30).zeros(6).zeros(15).u8(1).zeros(4))}, "::1");
-    row("socket address of another family", "%{sockaddr}.*P",
-        {count(16), built(b.u8(16).u8(1).zeros(14))}, "<decode: unsupported value>");
-    row("no socket address", "%{sockaddr}.*P", {count(0), noBytes(ItemKind::Data)}, "<NULL>");
-    row("resolver's address", "%{mdnsresponder:ip_addr}.20P",
-        {count(8), built(b.u32(4).bytes(Bytes{1, 2, 3, 4}))}, "1.2.3.4");
-    row("resolver's long address", "%{mdnsresponder:ip_addr}.20P",
-        {count(20), built(b.u32(6).zeros(15).u8(1))}, "::1");
-    row("hardware address", "%{mdnsresponder:mac_addr}.6P",
-        {count(6), bytes(Bytes{0xde, 0xad, 0xbe, 0xef, 0, 1})}, "DE:AD:BE:EF:00:01");
-    row("domain name", "%{mdnsresponder:domain_name}.*P",
-        {count(17), built(b.u8(3).text("www").u8(7).text("example").u8(3).text("com").u8(0))},
-        "www.example.com.");
-    row("root domain", "%{mdnsresponder:domain_name}.*P", {count(1), bytes(Bytes{0})}, ".");
-    row("DNS head", "%{mdns:dnshdr}.12P",
-        {count(12), bytes(Bytes{0x4b, 0xbb, 0x81, 0x80, 0, 1, 0, 2, 0, 0, 0, 1})},
-        "id: 0x4BBB (19387), flags: 0x8180 (R/Query, RD, RA, NoError), counts: 1/2/0/1");
-    row("user by number", "%{odtypes:mbr_details}.*P",
-        {count(20), built(b.u8(0x23).i32(-2).cstr("/Local/Default"))}, "user: -2@/Local/Default");
-    row("user by name", "%{odtypes:mbr_details}.*P",
-        {count(20), built(b.u8(0x24).cstr("ada").cstr("/Local/Default"))},
-        "user: ada@/Local/Default");
-    row("security identifier", "%{odtypes:nt_sid_t}.*P",
-        {count(28), built(b.u8(1).u8(5).zeros(5).u8(5).u32(21).u32(1).u32(2).u32(3).u32(500))},
-        "S-1-5-21-1-2-3-500");
-    row("path in quotes", "%{location:escape_only}s", {text("/a/b")}, "\"\\/a\\/b\"");
-    row("location client state", "%{location:_CLClientManagerStateTrackerState}.*P",
-        {count(8), built(b.u32(1).u32(0))},
-        R"({"locationRestricted":false,"locationServicesEnabledStatus":1})");
-}
-
-void TestStoreMessages::decorationRules_data()
-{
-    addColumns();
-    row("names that have no effect", "%{public}s %{private, name=x}d %{xcode:size-in-bytes}d",
-        {text("a"), number<i32>(1), number<i32>(2)}, "a 1 2");
-    row("capitals matter", "%{PUBLIC}s %{Bool}d", {text("a"), number<i32>(1)}, "a 1");
-    row("first that applies", "%{public, bool, BOOL}d", {number<i32>(1)}, "true");
-    row("spaces around commas", "%{ public , BOOL }d", {number<i32>(1)}, "YES");
-    row("prefix of the system's own", "%{builtin:bool}d", {number<i32>(1)}, "true");
-    row("for numbers, on a text", "%{bool}s", {text("abc")}, "abc");
-    row("on a private value that was not kept", "%{private, uuid_t}.16P",
-        {count(16), redacted(ItemKind::Data)}, "<private>");
-    row("on a private value that was kept", "%{private, bool}d", {number<i32>(1, Privacy::Private)},
-        "true");
-    row("width does not apply", "[%{bool}10d]", {number<i32>(1)}, "[true]");
-    row("empty decorations", "%{}d", {number<i32>(3)}, "3");
 }
 
 QTEST_APPLESS_MAIN(TestStoreMessages)

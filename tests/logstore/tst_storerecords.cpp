@@ -13,18 +13,26 @@ using logstore::StoreCategory;
 
 namespace {
 
-QString utf8(const char* text)
+/// Wants the entries of one subsystem, and says so before their records are looked at.
+class OfSubsystem final : public logstore::EntryFilter
 {
-    return QString::fromUtf8(text);
-}
+public:
+    explicit OfSubsystem(std::string wanted) : m_wanted(std::move(wanted)) {}
+    bool matches(const logstore::Entry& entry) const override
+    {
+        return entry.subsystem() == m_wanted;
+    }
+    using EntryFilter::mayMatch;
+    bool mayMatch(const logstore::ProcessFacts&,
+                  std::string_view subsystem,
+                  std::string_view) const override
+    {
+        return subsystem == m_wanted;
+    }
 
-/// The only entry of a store with the record.
-Seen only(WrittenStore& store, const Record& record)
-{
-    store.addRecords({record});
-    const auto entries = store.entries();
-    return entries.size() == 1 ? entries[0] : Seen{};
-}
+private:
+    std::string m_wanted;
+};
 
 } // namespace
 
@@ -48,6 +56,8 @@ private Q_SLOTS:
     void traces_data();
     void traces();
     void losses();
+    void subsystemOfNumberZero_data();
+    void subsystemOfNumberZero();
 };
 
 void TestStoreRecords::levels_data()
@@ -298,6 +308,33 @@ void TestStoreRecords::losses()
     QCOMPARE(entry.process, utf8("tester"));
     QCOMPARE(entry.sender + entry.format, QString());
     QCOMPARE(entry.time, WrittenStore::bootTime + 500);
+}
+
+void TestStoreRecords::subsystemOfNumberZero_data()
+{
+    QTest::addColumn<QByteArray>("subsystem");
+    QTest::addColumn<QByteArray>("message"); // of the only entry
+    QTest::newRow("the subsystem") << QByteArray("org.example") << QByteArray("with");
+    QTest::newRow("none") << QByteArray("") << QByteArray("without");
+}
+
+void TestStoreRecords::subsystemOfNumberZero()
+{
+    QFETCH(QByteArray, subsystem);
+    QFETCH(QByteArray, message);
+    WrittenStore store;
+    store.process.subsystems = {{0, "org.example", "general"}};
+    Record with = store.message(1, "with");
+    with.subsystem = 0;
+    store.addRecords({with, store.message(2, "without")});
+    const auto opened = logstore::Store::open(store.write());
+    QVERIFY(opened);
+    auto stream = opened->entries(WrittenStore::bootTime + 1,
+                                  std::make_shared<OfSubsystem>(subsystem.toStdString()));
+    const logstore::Entry* entry = stream.next();
+    QVERIFY(entry);
+    QCOMPARE(entry->composedMessage(), std::string_view(message.toStdString()));
+    QVERIFY(!stream.next());
 }
 
 QTEST_APPLESS_MAIN(TestStoreRecords)

@@ -20,7 +20,7 @@ constexpr auto middlePath = "/usr/lib/libmiddle.dylib";
 constexpr auto farPath = "/usr/lib/libfar.dylib";
 
 constexpr std::uint64_t load = 0xfe0001000000;
-constexpr std::uint64_t nearLoad = 0x5000; ///< so low that an address can equal a string's offset
+constexpr std::uint32_t nearLoad = 0x5000; ///< so low that an address can equal a string's offset
 constexpr std::uint32_t loadSize = 0x800;
 constexpr std::uint64_t middleStart = 0x9000'0000;
 constexpr std::uint64_t farStart = 0x1'a000'0000;
@@ -48,6 +48,7 @@ public:
         files.add(other);
         UuidText extension = extensionImage();
         inExtension = extension.offset("in extension");
+        extension.entries.push_back({nearLoad + 0x10, ByteBuilder().cstr("at its code").take()});
         files.add(extension);
         process.images.push_back({loadSize, extension.uuid, load});
         process.images.push_back({loadSize, extension.uuid, nearLoad});
@@ -65,6 +66,8 @@ public:
     std::uint64_t inMiddle = 0;
     std::uint64_t inFar = 0;
 };
+
+using Change = std::function<void(StringStore&, Firehose&)>;
 
 StringReference withLarge(StringReference reference, std::uint16_t largeOffset)
 {
@@ -104,11 +107,6 @@ Record record(const StringReference& format)
     return result;
 }
 
-QString utf8(const char* text)
-{
-    return QString::fromUtf8(text);
-}
-
 } // namespace
 
 /// How records find their format strings, and what stands for those that are not found.
@@ -120,12 +118,6 @@ private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral("."))); }
     void everySource_data();
     void everySource();
-    void firstVersionOfTheCache_data();
-    void firstVersionOfTheCache();
-    void processThatIsNotInTheCatalog_data();
-    void processThatIsNotInTheCatalog();
-    void missingFiles_data();
-    void missingFiles();
     void signpostNames_data();
     void signpostNames();
     void placesInAStringFile_data();
@@ -140,11 +132,14 @@ void TestStoreStrings::everySource_data()
     QTest::addColumn<StringReference>("reference");
     QTest::addColumn<QString>("message");
     QTest::addColumn<QString>("sender");
+    QTest::addColumn<Change>("change");
+    QTest::addColumn<QString>("process");
 
     const StringStore s;
     const auto row = [](const char* name, const StringReference& reference, const char* message,
-                        const char* sender) {
-        QTest::newRow(name) << reference << utf8(message) << utf8(sender);
+                        const char* sender, Change change = {}, const char* process = testerPath) {
+        QTest::newRow(name) << reference << utf8(message) << utf8(sender) << change
+                            << utf8(process);
     };
     row("main executable", inMain(s.inTester), "in tester", testerPath);
     row("main executable, dynamic", dynamic(inMain(0x77)), "given", testerPath);
@@ -209,6 +204,46 @@ void TestStoreStrings::everySource_data()
     row("unknown source 0xe", withSource(inMain(s.inTester), 0xe), noLog, "");
     row("unknown source with a large offset", withLarge(withSource(inMain(s.inTester), 6), 3),
         noLog, "");
+
+    const Change oldCache = [](StringStore& store, Firehose&) {
+        store.cache.version = 1;
+        store.cache.images.pop_back();
+        store.cache.ranges.pop_back();
+    };
+    row("old cache", inSharedCache(s.inFirst), "in first", firstPath, oldCache);
+    row("old cache, beyond 2 GiB", inSharedCache(s.inMiddle), "in middle", middlePath, oldCache);
+    row("old cache, outside", inSharedCache(0x7000'0000), noOffset, "", oldCache);
+
+    const Change stranger = [](StringStore&, Firehose& page) {
+        page.process.second += 1; // both parts of the key count
+    };
+    row("unknown process, main executable", inMain(s.inTester), noUuid, "", stranger, "");
+    row("unknown process, shared cache", inSharedCache(s.inFirst), noSharedUuid, "", stranger, "");
+    row("unknown process, large shared cache", inLargeSharedCache(s.inFar), noSharedUuid, "",
+        stranger, "");
+    row("unknown process, absolute", absolute(load, s.inExtension), noLog, "", stranger, "");
+    row("unknown process, relative", inImage(testUuid(0x12), s.inOther), "in other", otherPath,
+        stranger, "");
+
+    const Change noMain = [](StringStore& store, Firehose&) {
+        store.process.mainImage = testUuid(0x77);
+    };
+    const Change noCache = [](StringStore& store, Firehose&) { store.process.sharedCache.reset(); };
+    const Change otherCache = [](StringStore& store, Firehose&) {
+        store.process.sharedCache = testUuid(0x78);
+    };
+    const Change badText = [](StringStore& store, Firehose&) {
+        store.files.files[store.files.stringsPath(store.image.uuid)] = {0x99, 0x88, 0x77, 0x67,
+                                                                        0,    0,    0,    0};
+    };
+    row("image missing", inMain(s.inTester), noUuid, "", noMain, "");
+    row("image missing, string elsewhere", inSharedCache(s.inFirst), "in first", firstPath, noMain,
+        "");
+    row("image damaged", inMain(s.inTester), noUuid, "", badText, "");
+    row("process without cache", inSharedCache(s.inFirst), noSharedUuid, "", noCache);
+    row("process without cache, dynamic", dynamic(inSharedCache(s.inFirst)), noSharedUuid, "",
+        noCache);
+    row("cache missing", inLargeSharedCache(s.inFar), noSharedUuid, "", otherCache);
 }
 
 void TestStoreStrings::everySource()
@@ -216,147 +251,35 @@ void TestStoreStrings::everySource()
     QFETCH(StringReference, reference);
     QFETCH(QString, message);
     QFETCH(QString, sender);
+    QFETCH(Change, change);
+    QFETCH(QString, process);
     StringStore store;
     Record entry = record(reference);
     entry.subsystem = store.process.subsystem("org.example", "general");
     entry.timeToLive = 3;
-    store.addRecords({entry});
-    const auto entries = store.entries();
-    QCOMPARE(entries.size(), std::size_t(1));
-    QCOMPARE(entries[0].message, message);
-    QCOMPARE(entries[0].senderPath, sender);
-    QCOMPARE(entries[0].sender, sender.section(QLatin1Char('/'), -1));
-    QCOMPARE(entries[0].processPath, utf8(testerPath));
-    // What follows the reference was read at its right place.
-    QCOMPARE(entries[0].subsystem, QStringLiteral("org.example"));
-    QCOMPARE(entries[0].storeCategory, logstore::StoreCategory::LongTerm3);
-    const bool failed = message.startsWith(QLatin1Char('<'));
-    QCOMPARE(entries[0].format, failed                ? QString()
-                                : message == u"given" ? QStringLiteral("%s")
-                                                      : message);
-}
-
-void TestStoreStrings::firstVersionOfTheCache_data()
-{
-    QTest::addColumn<StringReference>("reference");
-    QTest::addColumn<QString>("message");
-    QTest::addColumn<QString>("sender");
-    const StringStore s;
-    QTest::newRow("below 2 GiB") << inSharedCache(s.inFirst) << utf8("in first") << utf8(firstPath);
-    QTest::newRow("beyond 2 GiB") << inSharedCache(s.inMiddle) << utf8("in middle")
-                                  << utf8(middlePath);
-    QTest::newRow("outside") << inSharedCache(0x7000'0000) << utf8(noOffset) << QString();
-}
-
-void TestStoreStrings::firstVersionOfTheCache()
-{
-    QFETCH(StringReference, reference);
-    QFETCH(QString, message);
-    QFETCH(QString, sender);
-    StringStore store;
-    store.cache.version = 1;
-    store.cache.images.pop_back();
-    store.cache.ranges.pop_back();
-    store.addRecords({record(reference)});
-    const auto entries = store.entries();
-    QCOMPARE(entries.size(), std::size_t(1));
-    QCOMPARE(entries[0].message, message);
-    QCOMPARE(entries[0].senderPath, sender);
-}
-
-void TestStoreStrings::processThatIsNotInTheCatalog_data()
-{
-    QTest::addColumn<StringReference>("reference");
-    QTest::addColumn<QString>("message");
-    QTest::addColumn<QString>("sender");
-    const StringStore s;
-    QTest::newRow("main executable") << inMain(s.inTester) << utf8(noUuid) << QString();
-    QTest::newRow("shared cache") << inSharedCache(s.inFirst) << utf8(noSharedUuid) << QString();
-    QTest::newRow("large shared cache")
-        << inLargeSharedCache(s.inFar) << utf8(noSharedUuid) << QString();
-    QTest::newRow("absolute") << absolute(load, s.inExtension) << utf8(noLog) << QString();
-    QTest::newRow("relative") << inImage(testUuid(0x12), s.inOther) << utf8("in other")
-                              << utf8(otherPath);
-}
-
-void TestStoreStrings::processThatIsNotInTheCatalog()
-{
-    QFETCH(StringReference, reference);
-    QFETCH(QString, message);
-    QFETCH(QString, sender);
-    StringStore store;
-    Record stranger = record(reference);
-    stranger.subsystem = store.process.subsystem("org.example", "general");
-    stranger.thread = 42;
-    Firehose page = store.page({stranger});
-    page.process.second += 1; // both parts of the key count
+    entry.thread = 42;
+    Firehose page = store.page({entry});
+    if (change)
+        change(store, page);
     store.addChunks({page});
     const auto entries = store.entries();
     QCOMPARE(entries.size(), std::size_t(1));
     QCOMPARE(entries[0].message, message);
     QCOMPARE(entries[0].senderPath, sender);
-    QCOMPARE(entries[0].process + entries[0].processPath + entries[0].subsystem, QString());
+    QCOMPARE(entries[0].sender, sender.section(QLatin1Char('/'), -1));
+    QCOMPARE(entries[0].processPath, process);
+    QCOMPARE(entries[0].process, process.section(QLatin1Char('/'), -1));
+    const bool isKnown = page.process == store.process.key;
+    QCOMPARE(entries[0].processIdentifier, isKnown ? 77 : 0);
     QCOMPARE(entries[0].time, WrittenStore::bootTime + 1);
     QCOMPARE(entries[0].thread, std::uint64_t(42));
-}
-
-void TestStoreStrings::missingFiles_data()
-{
-    using Change = std::function<void(StringStore&)>;
-    QTest::addColumn<Change>("change");
-    QTest::addColumn<StringReference>("reference");
-    QTest::addColumn<QString>("message");
-    QTest::addColumn<QString>("process");
-    QTest::addColumn<QString>("sender");
-
-    const StringStore s;
-    const auto row = [](const char* name, Change change, const StringReference& reference,
-                        const char* message, const char* process, const char* sender) {
-        QTest::newRow(name) << change << reference << utf8(message) << utf8(process)
-                            << utf8(sender);
-    };
-    const Change noMain = [](StringStore& store) { store.process.mainImage = testUuid(0x77); };
-    const Change noCache = [](StringStore& store) { store.process.sharedCache.reset(); };
-    const Change otherCache = [](StringStore& store) {
-        store.process.sharedCache = testUuid(0x78);
-    };
-    const Change badText = [](StringStore& store) {
-        store.files.files[store.files.stringsPath(store.image.uuid)] = {0x99, 0x88, 0x77, 0x67,
-                                                                        0,    0,    0,    0};
-    };
-    const Change badCache = [](StringStore& store) {
-        store.files.files[store.files.cachePath(store.cache.uuid)] = {'h', 'c', 's', 'd',
-                                                                      9,   0,   0,   0};
-    };
-    row("image of the process missing", noMain, inMain(s.inTester), noUuid, "", "");
-    row("image of the process missing, string elsewhere", noMain, inSharedCache(s.inFirst),
-        "in first", "", firstPath);
-    row("image of the process damaged", badText, inMain(s.inTester), noUuid, "", "");
-    row("process without cache", noCache, inSharedCache(s.inFirst), noSharedUuid, testerPath, "");
-    row("process without cache, dynamic", noCache, dynamic(inSharedCache(s.inFirst)), noSharedUuid,
-        testerPath, "");
-    row("cache missing", otherCache, inLargeSharedCache(s.inFar), noSharedUuid, testerPath, "");
-    row("cache of an unknown version", badCache, inSharedCache(s.inFirst), noSharedUuid, testerPath,
-        "");
-}
-
-void TestStoreStrings::missingFiles()
-{
-    QFETCH(std::function<void(StringStore&)>, change);
-    QFETCH(StringReference, reference);
-    QFETCH(QString, message);
-    QFETCH(QString, process);
-    QFETCH(QString, sender);
-    StringStore store;
-    change(store);
-    store.addRecords({record(reference)});
-    const auto entries = store.entries();
-    QCOMPARE(entries.size(), std::size_t(1));
-    QCOMPARE(entries[0].message, message);
-    QCOMPARE(entries[0].format, message.startsWith(QLatin1Char('<')) ? QString() : message);
-    QCOMPARE(entries[0].processPath, process);
-    QCOMPARE(entries[0].senderPath, sender);
-    QCOMPARE(entries[0].processIdentifier, 77);
+    // What follows the reference was read at its right place.
+    QCOMPARE(entries[0].subsystem, isKnown ? QStringLiteral("org.example") : QString());
+    QCOMPARE(entries[0].storeCategory, logstore::StoreCategory::LongTerm3);
+    const bool failed = message.startsWith(QLatin1Char('<'));
+    QCOMPARE(entries[0].format, failed                ? QString()
+                                : message == u"given" ? QStringLiteral("%s")
+                                                      : message);
 }
 
 void TestStoreStrings::signpostNames_data()
@@ -383,6 +306,9 @@ void TestStoreStrings::signpostNames_data()
         << inLargeSharedCache(s.inFar) << Name(nameAt(s.inMiddle)) << utf8("in middle");
     QTest::newRow("absolute") << absolute(load, s.inExtension) << Name(nameAt(s.inExtension))
                               << utf8("in extension");
+    QTest::newRow("absolute, at the address of its code")
+        << absolute(nearLoad + 0x10, s.inExtension) << Name(nameAt(nearLoad + 0x10))
+        << utf8("at its code");
     QTest::newRow("relative") << inImage(testUuid(0x12), s.inOther) << Name(nameAt(s.inOther))
                               << utf8("in other");
 }

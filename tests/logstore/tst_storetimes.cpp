@@ -23,19 +23,14 @@ QString timeline(const std::vector<Seen>& entries)
     return lines.join(QLatin1Char('\n'));
 }
 
-QString lines(std::initializer_list<const char*> texts)
-{
-    QStringList result;
-    for (const char* text : texts)
-        result += QString::fromUtf8(text);
-    return result.join(QLatin1Char('\n'));
-}
-
 std::vector<Seen> boundariesOf(std::vector<Seen> entries)
 {
     std::erase_if(entries, [](const Seen& each) { return each.kind != EntryKind::Boundary; });
     return entries;
 }
+
+/// Where they begin in a catalog with two identifiers and one process of 56 bytes.
+constexpr std::size_t subChunks = 24 + 2 * 16 + 56;
 
 constexpr auto bootB0 = "=== system boot: B0B0B0B0-B0B0-B0B0-B0B0-B0B0B0B0B0B0";
 constexpr auto adjusted = "=== system wallclock time adjusted";
@@ -64,6 +59,7 @@ private Q_SLOTS:
     void boundaryComesBeforeAnEntryOfItsTime();
     void lyingIndexLosesNothing_data();
     void lyingIndexLosesNothing();
+    void endTimeIsThatOfTheLastEntry_data();
     void endTimeIsThatOfTheLastEntry();
 };
 
@@ -138,7 +134,7 @@ void TestStoreTimes::unknownBootCountsFromTheHeader()
     file.header.boot = testUuid(0xbb);
     file.header.wallTime = at + 5 * second + 123'456'000;
     file.header.continuousTime = 400;
-    store.files.add("Persist/0000000000000001.tracev3", file);
+    store.files.add(persist, file);
     const auto entries = store.all();
     QCOMPARE(entries.size(), std::size_t(1));
     QCOMPARE(entries[0].time, at + 5 * second + 123'456'600);
@@ -151,7 +147,7 @@ void TestStoreTimes::bootsFollowOneAnother()
     store.files.add("0000000000000001.timesync", {store.boot, second1});
     TraceFile later = store.trace({{{store.page({store.message(1 * second, "second boot")})}}});
     later.header.boot = second1.uuid;
-    store.files.add("Persist/0000000000000001.tracev3", later);
+    store.files.add(persist, later);
     store.files.add("Persist/0000000000000002.tracev3",
                     store.trace({{{store.page({store.message(30 * second, "first boot")})}}}));
     QCOMPARE(
@@ -182,7 +178,7 @@ void TestStoreTimes::laterHeaderChangesTheBoot()
         store.trace({{{store.page({store.message(1 * second, "second boot")})}}}).sections[0];
     section.header = Header{.boot = other.uuid};
     file.sections.push_back(section);
-    store.files.add("Persist/0000000000000001.tracev3", file);
+    store.files.add(persist, file);
     QCOMPARE(timeline(store.entries()), lines({"1: first boot", "61: second boot"}));
 }
 
@@ -197,7 +193,7 @@ void TestStoreTimes::entriesStayInOrderWhenTheClockStepsBack()
     // One set lies across the step, so that neither of its ends is its smallest time.
     sets.push_back({{store.page(
         {store.message(13 * second, "wide"), store.message(22 * second, "wide too")})}});
-    store.files.add("Persist/0000000000000001.tracev3", store.trace(sets));
+    store.files.add(persist, store.trace(sets));
     QCOMPARE(timeline(store.entries()), lines({"12: 12", "13: wide", "15: 21", "16: wide too",
                                                "17: 23", "18: 18", "19: 19", "23: 29", "41: 31"}));
 }
@@ -213,7 +209,7 @@ void TestStoreTimes::foldersAreMerged()
                               store.message(time * second, name)})}});
         return store.trace(sets);
     };
-    store.files.add("Persist/0000000000000001.tracev3", file({20, 1, 10}, "Persist"));
+    store.files.add(persist, file({20, 1, 10}, "Persist"));
     store.files.add("Special/0000000000000001.tracev3", file({2, 11}, "Special"));
     store.files.add("Signpost/0000000000000001.tracev3", file({12}, "Signpost"));
     store.files.add("HighVolume/0000000000000001.tracev3", file({3}, "HighVolume"));
@@ -236,8 +232,7 @@ void TestStoreTimes::equalTimesKeepTheirOrder()
     store.files.add("Special/0000000000000001.tracev3",
                     store.trace({set("special a", "special b")}));
     store.files.add("Persist/0000000000000002.tracev3", store.trace({set("later a", "later b")}));
-    store.files.add("Persist/0000000000000001.tracev3",
-                    store.trace({set("a", "b"), set("c", "d")}));
+    store.files.add(persist, store.trace({set("a", "b"), set("c", "d")}));
     QCOMPARE(store.messages(),
              lines({"a", "b", "a'", "c", "d", "c'", "later a", "later b", "later a'", "special a",
                     "special b", "special a'", "live a", "live b", "live a'"}));
@@ -251,7 +246,7 @@ void TestStoreTimes::readingFromATimeGivesTheRest()
     for (std::uint64_t time = 0; time < 100; time += 5)
         sets.push_back(
             {{store.page({store.message((time * 37) % 100, "x"), store.message(time, "y")})}});
-    store.files.add("Persist/0000000000000001.tracev3", store.trace(sets));
+    store.files.add(persist, store.trace(sets));
     const auto all = store.all();
     QVERIFY(std::is_sorted(all.begin(), all.end(),
                            [](const Seen& a, const Seen& b) { return a.time < b.time; }));
@@ -328,8 +323,6 @@ void TestStoreTimes::boundaryComesBeforeAnEntryOfItsTime()
 void TestStoreTimes::lyingIndexLosesNothing_data()
 {
     QTest::addColumn<Edit>("edit");
-    // The catalog holds two identifiers, one process of 56 bytes; its sub-chunks follow.
-    constexpr std::size_t subChunks = 24 + 2 * 16 + 56;
     QTest::newRow("fewer sub-chunks than chunk sets") << put<std::uint16_t>(8, 1);
     QTest::newRow("more sub-chunks than chunk sets") << put<std::uint16_t>(8, 3);
     QTest::newRow("no sub-chunks") << put<std::uint16_t>(8, 0);
@@ -346,15 +339,28 @@ void TestStoreTimes::lyingIndexLosesNothing()
     TraceFile file = store.trace({{{store.page({store.message(20 * second, "second")})}},
                                   {{store.page({store.message(10 * second, "first")})}}});
     file.sections[0].editCatalog = edit;
-    store.files.add("Persist/0000000000000001.tracev3", file);
+    store.files.add(persist, file);
     QCOMPARE(timeline(store.entries()), lines({"10: first", "20: second"}));
     QCOMPARE(timeline(store.entries(at + 15 * second)), lines({"20: second"}));
 }
 
+void TestStoreTimes::endTimeIsThatOfTheLastEntry_data()
+{
+    QTest::addColumn<Edit>("editCatalog");
+    QTest::newRow("as it is") << Edit([](Bytes&) {});
+    QTest::newRow("a catalog that names a later one") << put<std::uint8_t>(subChunks + 8 + 7, 0x10);
+}
+
 void TestStoreTimes::endTimeIsThatOfTheLastEntry()
 {
+    QFETCH(Edit, editCatalog);
     WrittenStore store;
-    store.addRecords({store.message(20, "last"), store.message(10, "first")});
+    const Oversize nobodys{.process = store.process.key, .time = 99, .reference = 1};
+    TraceFile file = store.trace(
+        {{{store.page({store.message(3, "early")})}},
+         {{store.page({store.message(20, "last"), store.message(10, "first")}), nobodys}}});
+    file.sections[0].editCatalog = editCatalog;
+    store.files.add(persist, file);
     const auto opened = logstore::Store::open(store.write());
     QVERIFY(opened);
     QCOMPARE(opened->endTime(), at + 20);

@@ -9,8 +9,6 @@ using namespace logstore::writer;
 
 namespace {
 
-constexpr auto persist = "Persist/0000000000000001.tracev3";
-
 /// A small store with every kind of record, not compressed, so that a wrong byte hits a field.
 class PlainStore : public WrittenStore
 {

@@ -48,6 +48,21 @@ Uuid testUuid(std::uint8_t number)
     return uuid;
 }
 
+QString lines(std::initializer_list<const char*> texts)
+{
+    QStringList result;
+    for (const char* text : texts)
+        result += utf8(text);
+    return result.join(QLatin1Char('\n'));
+}
+
+Seen only(WrittenStore& store, const Record& record)
+{
+    store.addRecords({record});
+    const auto entries = store.entries();
+    return entries.size() == 1 ? entries[0] : Seen{};
+}
+
 WrittenStore::WrittenStore()
 {
     boot.uuid = testUuid(0xb0);
@@ -88,8 +103,7 @@ TraceFile WrittenStore::trace(std::vector<ChunkSet> sets) const
 
 void WrittenStore::addChunks(std::vector<Chunk> chunks)
 {
-    files.add("Persist/0000000000000001.tracev3",
-              trace({ChunkSet{std::move(chunks), {}, true, {}, {}}}));
+    files.add(persist, trace({ChunkSet{std::move(chunks), {}, true, {}, {}}}));
 }
 
 void WrittenStore::addRecords(std::vector<Record> records)

@@ -77,6 +77,19 @@ private:
 
 logstore::Uuid testUuid(std::uint8_t number);
 
+inline QString utf8(const char* text)
+{
+    return QString::fromUtf8(text);
+}
+QString lines(std::initializer_list<const char*> texts);
+
+/// The only entry of a store with the record.
+Seen only(WrittenStore& store, const logstore::writer::Record& record);
+
+/// The trace file that most tests write to.
+constexpr auto persist = "Persist/0000000000000001.tracev3";
+constexpr std::uint32_t enormous = 0xffffffff; ///< for sizes that lie
+
 /// Writes an integer over what stands at `offset`.
 template <typename T>
 logstore::writer::Edit put(std::size_t offset, T value)

@@ -7,6 +7,7 @@
 #include "platform/logstore/message/statedump.h"
 #include "platform/logstore/message/textoutput.h"
 #include "platform/logstore/trace/innerchunks.h"
+#include "platform/logstore/trace/oversize.h"
 
 namespace logstore {
 
@@ -17,6 +18,7 @@ constexpr std::string_view missingCache = "<compose failure [shared UUID]>";
 constexpr std::string_view missingAddress = "<compose failure [missing precomposed log]>";
 constexpr std::string_view badCacheOffset = "<Invalid shared cache format string offset>";
 
+constexpr std::size_t lossSize = 24; ///< of the data of loss records
 constexpr std::uint32_t dynamicBit = 0x80000000;
 constexpr unsigned upperShift = 31;
 
@@ -67,7 +69,7 @@ bool loadFirehoseRecord(RecordState& state, const OpenChunkSet& set)
     state.continuousTime = chunk.continuousTime(state.head);
     setKind(state);
     if (state.head.kind == RecordKind::Loss)
-        return true;
+        return state.data.size() >= lossSize;
     const auto fields = RecordFields::read(state.head, state.data);
     if (fields)
         state.fields = *fields;
@@ -80,6 +82,7 @@ bool EntryResolver::load(RecordState& state, const OpenChunkSet& set)
 {
     state.time = set.nextTime();
     state.clock = set.place().clock;
+    state.file = set.place().file;
     state.catalog = set.catalog();
     state.chunk = &set.nextChunk();
     state.process = state.chunk->process;
@@ -124,7 +127,7 @@ const Subsystem& EntryResolver::subsystem(RecordState& state)
     if (state.event == EventType::SimpleDump)
         state.subsystem.subsystem =
             m_index.texts().internUnchecked(SimpleDump{state.chunk->body}.subsystem());
-    else if (state.hasFormat() && state.process && state.fields.subsystem != 0)
+    else if (state.hasFormat() && state.process)
         state.subsystem =
             state.catalog->subsystem(*state.process, state.fields.subsystem, m_index.texts()).texts;
     return state.subsystem;
@@ -138,7 +141,7 @@ const ResolvedFormat& EntryResolver::format(RecordState& state)
             sourceOf(state) == StringSource::LargeSharedCache && state.fields.largeSharedCache != 0
                 ? state.fields.largeSharedCache
                 : state.fields.largeOffset;
-        state.format = resolve(state, state.head.reference, upper);
+        state.format = resolve(state, state.head.reference, upper, Use::Format);
     }
     return state.format;
 }
@@ -158,7 +161,7 @@ std::uint64_t EntryResolver::codeAddress(const RecordState& state) const
 }
 
 ResolvedFormat
-EntryResolver::resolve(RecordState& state, std::uint32_t reference, std::uint32_t upper)
+EntryResolver::resolve(RecordState& state, std::uint32_t reference, std::uint32_t upper, Use use)
 {
     const bool dynamic = (reference & dynamicBit) != 0;
     const std::uint64_t offset = (reference & ~dynamicBit) | std::uint64_t{upper} << upperShift;
@@ -188,7 +191,9 @@ EntryResolver::resolve(RecordState& state, std::uint32_t reference, std::uint32_
     }
     if (!file)
         return {nullptr, missingImage, nullptr};
-    if (dynamic || (source == StringSource::Absolute && offset == codeAddress(state)))
+    const bool namesItsCode =
+        use == Use::Format && source == StringSource::Absolute && offset == codeAddress(state);
+    if (dynamic || namesItsCode)
         return {&dynamicFormat(), {}, &file->image()};
     const FormatProgram* program = file->formatAt(offset);
     return {program, program ? std::string_view() : missingImage, &file->image()};
@@ -236,7 +241,7 @@ std::string_view EntryResolver::signpostName(RecordState& state)
     if (state.event != EventType::Signpost || (state.head.flags & HasName) == 0)
         return {};
     const ResolvedFormat name =
-        resolve(state, state.fields.nameReference & ~dynamicBit, state.fields.nameUpper);
+        resolve(state, state.fields.nameReference & ~dynamicBit, state.fields.nameUpper, Use::Name);
     return name.program ? m_index.texts().intern(name.program->text()) : std::string_view();
 }
 
@@ -247,10 +252,11 @@ void EntryResolver::readItems(RecordState& state)
     if (state.event == EventType::Trace) {
         m_items.readTrace(state.fields.items);
     } else if (isLog && (state.head.flags & HasOversize) != 0) {
-        const auto* body = m_oversize.find(state.clock, state.chunk->firehose.key,
-                                           state.fields.oversizeReference, state.continuousTime);
-        if (body) {
-            const OversizeChunk oversize = OversizeChunk::read(*body);
+        const Bytes body =
+            m_oversize.find({clock(state).boot(), state.chunk->firehose.key,
+                             state.fields.oversizeReference, state.file, state.continuousTime});
+        if (!body.empty()) {
+            const OversizeChunk oversize = OversizeChunk::read(body);
             m_items.read(oversize.publicData, oversize.privateData, true);
         }
     } else if (isLog) {
@@ -322,8 +328,9 @@ std::optional<std::uint64_t> EntryResolver::senderImageOffset(RecordState& state
     case StringSource::SharedCache:
     case StringSource::LargeSharedCache: {
         const Image* image = format(state).sender;
-        const auto start = image ? state.process->cacheFile->textStart(image) : std::nullopt;
-        return start && *start <= address ? std::optional(address - *start) : std::nullopt;
+        if (!image || SharedCache::textStart(*image) > address)
+            return std::nullopt;
+        return address - SharedCache::textStart(*image);
     }
     }
     return std::nullopt;

@@ -4,8 +4,7 @@
 #include "platform/logstore/entry.h"
 #include "platform/logstore/message/items.h"
 #include "platform/logstore/openchunkset.h"
-#include "platform/logstore/storeindex.h"
-#include "platform/logstore/trace/oversize.h"
+#include "platform/logstore/oversizestore.h"
 
 namespace logstore {
 
@@ -25,6 +24,7 @@ struct RecordState
     std::int64_t time = 0;
     std::uint64_t continuousTime = 0;
     std::uint32_t clock = 0;
+    std::uint32_t file = 0; ///< of records
     Catalog* catalog = nullptr;
     const InnerChunk* chunk = nullptr; ///< null for boundaries
     CatalogProcess* process = nullptr;
@@ -39,7 +39,6 @@ struct RecordState
     Subsystem subsystem;
     ResolvedFormat format;
     std::string message;
-    std::string text; ///< scratch for other texts
 
     bool isFirehose() const { return chunk && chunk->tag == ChunkTag::Firehose; }
     /// Log, trace, activity and signpost records refer to a format string.
@@ -50,7 +49,7 @@ struct RecordState
 class EntryResolver
 {
 public:
-    explicit EntryResolver(StoreIndex& index) : m_index(index) {}
+    explicit EntryResolver(StoreIndex& index) : m_index(index), m_oversize(index) {}
 
     OversizeStore& oversize() { return m_oversize; }
     const BootClock& clock(const RecordState& state) const { return m_index.clock(state.clock); }
@@ -68,7 +67,9 @@ public:
     std::optional<std::uint64_t> senderImageOffset(RecordState& state);
 
 private:
-    ResolvedFormat resolve(RecordState& state, std::uint32_t reference, std::uint32_t upper);
+    enum class Use : std::uint8_t { Format, Name };
+    ResolvedFormat
+    resolve(RecordState& state, std::uint32_t reference, std::uint32_t upper, Use use);
     ResolvedFormat resolveInCache(RecordState& state, std::uint64_t offset, bool dynamic);
     std::uint64_t codeAddress(const RecordState& state) const;
     void readItems(RecordState& state);

@@ -9,9 +9,10 @@ namespace logstore {
 namespace {
 
 /// What unpacked chunk sets may take together before the farthest one is put to sleep.
-constexpr std::size_t budget = std::size_t{24} << 20;
+constexpr std::size_t usualBudget = std::size_t{24} << 20;
+constexpr std::size_t largestBudget = std::size_t{128} << 20;
 constexpr std::size_t mostSpareSets = 4;
-constexpr std::uint32_t entriesBetweenTrims = 4096;
+constexpr std::size_t largestSpareSet = std::size_t{1} << 20;
 
 /// For a heap with the earliest record on top: true when `a` is due after `b`.
 bool isLater(const std::unique_ptr<OpenChunkSet>& a, const std::unique_ptr<OpenChunkSet>& b)
@@ -32,9 +33,11 @@ EntryStreamState::EntryStreamState(std::shared_ptr<StoreIndex> index,
     , m_selection(from, m_filter.get(), m_index->strings(), m_index->texts())
     , m_resolver(*m_index)
     , m_entry(m_resolver, m_record)
+    , m_budget(usualBudget)
     , m_nextSet(m_index->firstReaching(from))
     , m_from(from)
 {
+    m_record.time = from;
     const auto& boundaries = m_index->boundaries();
     m_nextBoundary =
         static_cast<std::size_t>(std::lower_bound(boundaries.begin(), boundaries.end(), from,
@@ -46,10 +49,6 @@ EntryStreamState::EntryStreamState(std::shared_ptr<StoreIndex> index,
 
 const Entry* EntryStreamState::next()
 {
-    if (m_untilTrim-- == 0) {
-        m_index->strings().trim();
-        m_untilTrim = entriesBetweenTrims;
-    }
     while (loadNext())
         if (accepted())
             return &m_entry;
@@ -65,6 +64,7 @@ bool EntryStreamState::accepted() const
 bool EntryStreamState::loadNext()
 {
     for (;;) {
+        m_index->strings().trim();
         passRecord();
         const bool haveSet = openDueSets();
         if (boundaryIsNext()) {
@@ -95,9 +95,15 @@ void EntryStreamState::passRecord()
         return;
     }
     m_openBytes -= set.bytes();
-    if (m_spare.size() < mostSpareSets)
-        m_spare.push_back(std::move(m_heap.back()));
+    keepForReuse(std::move(m_heap.back()));
     m_heap.pop_back();
+}
+
+/// Spares the next sets their allocations, as long as those are of the usual size.
+void EntryStreamState::keepForReuse(std::unique_ptr<OpenChunkSet> set)
+{
+    if (m_spare.size() < mostSpareSets && set->bytes() <= largestSpareSet)
+        m_spare.push_back(std::move(set));
 }
 
 /// Whether the top, having moved on, is still due before both sets below it. Records come in runs.
@@ -146,6 +152,9 @@ bool EntryStreamState::openDueSets()
             continue;
         }
         m_openBytes += set.bytes();
+        // Large sets that take turns must not put one another to sleep at every record.
+        if (set.timesWoken() > 1)
+            m_budget = std::min(m_budget + set.bytes(), largestBudget);
         std::push_heap(m_heap.begin(), m_heap.end(), isLater);
         keepWithinBudget(&set);
     }
@@ -170,8 +179,7 @@ void EntryStreamState::openSet(const ChunkSetPlace& place)
     }
     set->open(place, catalog(place), source());
     if (set->atEnd()) {
-        if (m_spare.size() < mostSpareSets)
-            m_spare.push_back(std::move(set));
+        keepForReuse(std::move(set));
         return;
     }
     const OpenChunkSet* newest = set.get();
@@ -184,7 +192,7 @@ void EntryStreamState::openSet(const ChunkSetPlace& place)
 /// Puts the sets to sleep whose next records lie farthest ahead.
 void EntryStreamState::keepWithinBudget(const OpenChunkSet* newest)
 {
-    while (m_openBytes > budget) {
+    while (m_openBytes > m_budget) {
         OpenChunkSet* farthest = nullptr;
         for (const auto& set : m_heap)
             if (!set->isAsleep() && set.get() != newest && set != m_heap.front()
@@ -199,6 +207,7 @@ void EntryStreamState::keepWithinBudget(const OpenChunkSet* newest)
 
 OpenChunkSet::Source EntryStreamState::source()
 {
+    m_resolver.oversize().reach(m_record.time);
     return {*m_index, m_resolver.oversize(), m_selection};
 }
 

@@ -24,6 +24,7 @@ public:
 private:
     bool openDueSets();
     void end();
+    void keepForReuse(std::unique_ptr<OpenChunkSet> set);
     void openSet(const ChunkSetPlace& place);
     void keepWithinBudget(const OpenChunkSet* newest);
     OpenChunkSet::Source source();
@@ -41,6 +42,7 @@ private:
     RecordState m_record;
     Entry m_entry;
 
+    std::size_t m_budget; ///< for the bytes of open sets; grows when sets have to be woken again
     std::size_t m_nextSet;
     std::int64_t m_from;
     std::size_t m_nextBoundary;
@@ -51,7 +53,6 @@ private:
     std::size_t m_openBytes = 0;
     std::map<std::uint32_t, std::weak_ptr<Catalog>> m_catalogs;
     std::shared_ptr<Catalog> m_latestCatalog; ///< kept alive from one set to the next
-    std::uint32_t m_untilTrim = 0;
 };
 
 } // namespace logstore

@@ -34,7 +34,8 @@ bool staysInside(const fs::path& path, const std::vector<fs::path>& allowedRoots
                           [&target](const fs::path& root) { return liesBelow(target, root); });
 }
 
-std::vector<fs::path> listFolder(const fs::path& folder, const std::vector<fs::path>& allowedRoots)
+Result<std::vector<fs::path>> listFolder(const fs::path& folder,
+                                         const std::vector<fs::path>& allowedRoots)
 {
     std::vector<fs::path> items;
     std::error_code error;
@@ -44,8 +45,16 @@ std::vector<fs::path> listFolder(const fs::path& folder, const std::vector<fs::p
         if (!name.starts_with("._") && mayFollow(*entries, allowedRoots))
             items.push_back(entries->path());
     }
+    if (error)
+        return failure("“" + folder.string() + "” could not be read: " + error.message() + ".");
     std::sort(items.begin(), items.end());
     return items;
+}
+
+bool isHexName(std::string_view name, std::size_t size)
+{
+    constexpr std::string_view digits = "0123456789abcdefABCDEF";
+    return name.size() == size && name.find_first_not_of(digits) == std::string_view::npos;
 }
 
 std::string upperCase(std::string text)

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/result.h"
+
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace logstore {
@@ -11,11 +14,14 @@ namespace logstore {
 bool staysInside(const std::filesystem::path& path,
                  const std::vector<std::filesystem::path>& allowedRoots);
 
-/// The items of a folder, sorted by name; empty when it cannot be listed. Left out are the `._name`
+/// The items of a folder, sorted by name. Fails when it cannot be listed. Left out are the `._name`
 /// companions that some archivers write, and links whose targets lie outside `allowedRoots`.
-std::vector<std::filesystem::path>
+Result<std::vector<std::filesystem::path>>
 listFolder(const std::filesystem::path& folder,
            const std::vector<std::filesystem::path>& allowedRoots);
+
+/// Whether the name consists of so many hexadecimal digits in either case.
+bool isHexName(std::string_view name, std::size_t size);
 
 /// ASCII letters in upper case.
 std::string upperCase(std::string text);

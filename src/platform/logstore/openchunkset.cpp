@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/logstore/openchunkset.h"
 
+#include "platform/logstore/oversizestore.h"
 #include "platform/logstore/trace/blocks.h"
 #include "platform/logstore/trace/innerchunks.h"
-#include "platform/logstore/trace/oversize.h"
 
 #include <algorithm>
 
@@ -13,6 +13,7 @@ void OpenChunkSet::open(const ChunkSetPlace& place, std::shared_ptr<Catalog> cat
 {
     m_place = &place;
     m_next = 0;
+    m_timesWoken = 0;
     unpack(std::move(catalog), source);
     if (!atEnd())
         m_nextTime = m_records[m_next].time;
@@ -31,6 +32,7 @@ void OpenChunkSet::wake(std::shared_ptr<Catalog> catalog, Source source)
 {
     unpack(std::move(catalog), source);
     m_asleep = false;
+    ++m_timesWoken;
     // The file may have changed meanwhile: what is gone is not delivered.
     m_next = std::min(m_next, m_recordCount);
 }
@@ -54,6 +56,7 @@ void OpenChunkSet::unpack(std::shared_ptr<Catalog> catalog, Source source)
     m_catalog = std::move(catalog);
     m_chunks.clear();
     m_records.clear();
+    m_unpacked.clear();
     if (const File* file = source.index.files().file(m_place->file))
         unpackBlocks(file->bytesAt(m_place->offset, m_place->size), m_unpacked);
     forEachInnerChunk(m_unpacked, [this, &source](ChunkTag tag, Bytes body) {
@@ -64,7 +67,8 @@ void OpenChunkSet::unpack(std::shared_ptr<Catalog> catalog, Source source)
         if (!source.selection.mayMatch(chunk.process))
             return;
         if (tag == ChunkTag::Oversize) {
-            source.oversize.add(m_place->clock, body);
+            source.oversize.add(*m_place, static_cast<std::size_t>(body.data() - m_unpacked.data()),
+                                body);
             return;
         }
         if (tag == ChunkTag::Firehose)

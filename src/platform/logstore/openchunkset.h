@@ -40,6 +40,7 @@ public:
     void sleep();
     void wake(std::shared_ptr<Catalog> catalog, Source source);
     bool isAsleep() const { return m_asleep; }
+    int timesWoken() const { return m_timesWoken; }
 
     const ChunkSetPlace& place() const { return *m_place; }
     Catalog* catalog() const { return m_catalog.get(); }
@@ -81,6 +82,7 @@ private:
     std::int64_t m_nextTime = 0;
     std::size_t m_clockHint = 0;
     bool m_asleep = false;
+    int m_timesWoken = 0;
 };
 
 } // namespace logstore

@@ -43,7 +43,7 @@ bool RecordSelection::mayMatch(const Catalog* catalog,
 {
     if (!m_filter || !process || !catalog)
         return true;
-    std::uint16_t subsystem = 0;
+    std::optional<std::uint16_t> subsystem;
     if (head.kind == RecordKind::Log || head.kind == RecordKind::Signpost) {
         const auto fields = RecordFields::read(head, data);
         if (!fields)

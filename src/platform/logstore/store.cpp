@@ -21,9 +21,9 @@ Store::Store(std::shared_ptr<StoreIndex> index) : m_index(std::move(index))
 {
 }
 
-Result<Store> Store::open(const std::filesystem::path& root)
+Result<Store> Store::open(const std::filesystem::path& root, StoreOrigin origin)
 {
-    auto index = StoreIndex::open(root);
+    auto index = StoreIndex::open(root, origin);
     if (!index)
         return tl::unexpected(index.error());
     return Store(std::move(*index));

@@ -3,6 +3,7 @@
 
 #include "platform/logstore/entry.h"
 #include "platform/logstore/entryfilter.h"
+#include "platform/logstore/storeorigin.h"
 #include "platform/result.h"
 
 #include <cstdint>
@@ -41,10 +42,11 @@ class Store
 public:
     static constexpr std::int64_t beginning = std::numeric_limits<std::int64_t>::min();
 
-    /// Indexes the chunk sets of every trace file below `root`. Damaged files are read as far as
-    /// they go. Fails when `root` is not a readable folder or holds nothing of a log store; the
-    /// description names the path and the reason.
-    static Result<Store> open(const std::filesystem::path& root);
+    /// Indexes the chunk sets of the store's trace files. Damaged files are read as far as they go.
+    /// Fails when `root` is not a readable folder, is not laid out as a store, or holds no trace
+    /// file that can be opened; the description names the path and the reason.
+    static Result<Store> open(const std::filesystem::path& root,
+                              StoreOrigin origin = StoreOrigin::HandedOver);
 
     /// The time of the last entry, or `beginning` for a store without entries.
     std::int64_t endTime() const;

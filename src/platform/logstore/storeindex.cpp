@@ -2,6 +2,8 @@
 #include "platform/logstore/storeindex.h"
 
 #include "platform/logstore/store.h"
+#include "platform/logstore/trace/blocks.h"
+#include "platform/logstore/trace/recordtimes.h"
 #include "platform/logstore/tracefileindexer.h"
 
 #include <algorithm>
@@ -9,18 +11,23 @@
 
 namespace logstore {
 
-Result<std::shared_ptr<StoreIndex>> StoreIndex::open(const std::filesystem::path& root)
+Result<std::shared_ptr<StoreIndex>> StoreIndex::open(const std::filesystem::path& root,
+                                                     StoreOrigin origin)
 {
-    auto layout = StoreLayout::find(root);
+    auto layout = StoreLayout::find(root, origin);
     if (!layout)
         return tl::unexpected(layout.error());
     std::shared_ptr<StoreIndex> index(new StoreIndex(std::move(*layout)));
+    bool anyOpened = false;
     for (std::uint32_t number = 0; number < index->m_files.size(); ++number) {
         if (const File* file = index->m_files.file(number)) {
+            anyOpened = true;
             index->m_traceBytes += file->size();
             TraceFileIndexer(*index, number).run(*file);
         }
     }
+    if (!anyOpened)
+        return tl::unexpected(*index->m_files.firstFailure());
     index->sortChunkSets();
     index->addBoundaries();
     return index;
@@ -73,12 +80,45 @@ std::size_t StoreIndex::firstReaching(std::int64_t time) const
         std::lower_bound(m_latestSoFar.begin(), m_latestSoFar.end(), time) - m_latestSoFar.begin());
 }
 
-std::int64_t StoreIndex::endTime() const
+/// The sets that claim to end last are asked themselves: a catalog may be damaged, and counts
+/// oversize chunks that are no entries.
+std::int64_t StoreIndex::findEndTime()
 {
-    std::int64_t end = m_latestSoFar.empty() ? Store::beginning : m_latestSoFar.back();
-    if (!m_boundaries.empty())
-        end = std::max(end, m_boundaries.back().time);
+    constexpr int mostAsked = 256; // else a crafted store would be read as a whole
+    std::int64_t end = m_boundaries.empty() ? Store::beginning : m_boundaries.back().time;
+    const auto endsBefore = [](const ChunkSetPlace* a, const ChunkSetPlace* b) {
+        return a->latest < b->latest;
+    };
+    std::vector<const ChunkSetPlace*> sets;
+    for (const ChunkSetPlace& set : m_chunkSets)
+        sets.push_back(&set);
+    std::make_heap(sets.begin(), sets.end(), endsBefore);
+    for (int asked = 0; asked < mostAsked && !sets.empty() && sets.front()->latest > end; ++asked) {
+        end = std::max(end, lastEntryTime(*sets.front()));
+        std::pop_heap(sets.begin(), sets.end(), endsBefore);
+        sets.pop_back();
+    }
     return end;
+}
+
+std::int64_t StoreIndex::lastEntryTime(const ChunkSetPlace& set)
+{
+    std::int64_t last = Store::beginning;
+    std::vector<std::uint8_t> unpacked;
+    if (const File* file = m_files.file(set.file))
+        unpackBlocks(file->bytesAt(set.offset, set.size), unpacked);
+    forEachTime(unpacked, [&](ChunkTag tag, std::uint64_t time) {
+        if (tag != ChunkTag::Oversize)
+            last = std::max(last, m_clocks[set.clock].wallTime(time));
+    });
+    return last;
+}
+
+std::int64_t StoreIndex::endTime()
+{
+    if (!m_endTime)
+        m_endTime = findEndTime();
+    return *m_endTime;
 }
 
 } // namespace logstore

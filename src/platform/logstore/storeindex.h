@@ -7,6 +7,7 @@
 #include "platform/logstore/trace/timesync.h"
 
 #include <memory>
+#include <optional>
 
 namespace logstore {
 
@@ -44,7 +45,8 @@ struct Boundary
 class StoreIndex
 {
 public:
-    static Result<std::shared_ptr<StoreIndex>> open(const std::filesystem::path& root);
+    static Result<std::shared_ptr<StoreIndex>> open(const std::filesystem::path& root,
+                                                    StoreOrigin origin);
 
     const std::vector<ChunkSetPlace>& chunkSets() const
     {
@@ -57,7 +59,8 @@ public:
     /// The first of chunkSets() that may hold entries at or after `time`. Later ones may not.
     std::size_t firstReaching(std::int64_t time) const;
 
-    std::int64_t endTime() const;
+    /// The time of the last entry. Found the first time it is asked for.
+    std::int64_t endTime();
     std::uint64_t traceBytes() const { return m_traceBytes; }
 
     // Shared by all streams of the store, which live on one thread.
@@ -71,6 +74,8 @@ private:
     explicit StoreIndex(StoreLayout layout);
     void addBoundaries();
     void sortChunkSets();
+    std::int64_t findEndTime();
+    std::int64_t lastEntryTime(const ChunkSetPlace& set);
 
     /// Range of continuous time of a boot's entries.
     struct BootRange
@@ -90,6 +95,7 @@ private:
     std::vector<ChunkSetPlace> m_chunkSets;
     std::vector<std::int64_t> m_latestSoFar; ///< the greatest `latest` up to each chunk set
     std::vector<Boundary> m_boundaries;
+    std::optional<std::int64_t> m_endTime;
     std::uint64_t m_traceBytes = 0;
 };
 

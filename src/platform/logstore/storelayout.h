@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/logstore/storeorigin.h"
 #include "platform/result.h"
 
 #include <filesystem>
@@ -20,7 +21,7 @@ struct StoreLayout
 
     /// Fails when `root` is not a readable folder, is not laid out as a store, or holds no trace
     /// file.
-    static Result<StoreLayout> find(const std::filesystem::path& root);
+    static Result<StoreLayout> find(const std::filesystem::path& root, StoreOrigin origin);
 };
 
 } // namespace logstore

@@ -2,8 +2,7 @@
 #include "platform/logstore/tracefileindexer.h"
 
 #include "platform/logstore/trace/blocks.h"
-#include "platform/logstore/trace/firehose.h"
-#include "platform/logstore/trace/innerchunks.h"
+#include "platform/logstore/trace/recordtimes.h"
 
 #include <algorithm>
 
@@ -13,7 +12,8 @@ namespace {
 
 /// All offsets in a catalog are of 16 bits; only its last table may reach beyond.
 constexpr std::uint64_t largestCatalog = std::uint64_t{4} << 20;
-constexpr std::uint64_t largestChunkSet = std::uint64_t{64} << 20;
+/// More than 64 MiB packed as badly as can be: what stands behind is not unpacked.
+constexpr std::uint64_t largestChunkSet = std::uint64_t{65} << 20;
 constexpr std::uint64_t smallestChunkSet = 12; ///< the head of one block and the end marker
 
 bool agrees(const std::vector<SubChunk>& subChunks, std::size_t chunkSetCount)
@@ -35,27 +35,32 @@ void TraceFileIndexer::run(const File& file)
             break;
         const ChunkHead head = ChunkHead::read(headBytes);
         const std::uint64_t bodyOffset = offset + ChunkHead::size;
+        if (head.bodySize > UINT64_MAX - bodyOffset - ChunkHead::padding(head.bodySize))
+            break;
         const std::uint64_t bodySize = std::min(head.bodySize, file.size() - bodyOffset);
         if (offset == 0 && head.tag != ChunkTag::Header)
             return;
         switch (head.tag) {
         case ChunkTag::Header:
-            finishCatalog(file);
-            if (!useHeader(file, bodyOffset, bodySize))
+            if (!useHeader(file, bodyOffset, bodySize)) {
+                finishCatalog(file);
                 return;
+            }
             break;
         case ChunkTag::Catalog:
             finishCatalog(file);
             useCatalog(file, bodyOffset, bodySize);
             break;
         case ChunkTag::ChunkSet:
-            if (bodySize >= smallestChunkSet && bodySize <= largestChunkSet)
-                m_pending.push_back({0, 0, bodyOffset, static_cast<std::uint32_t>(bodySize),
-                                     m_fileNumber, m_catalog, m_clock});
+            if (bodySize >= smallestChunkSet)
+                m_pending.push_back(
+                    {0, 0, bodyOffset,
+                     static_cast<std::uint32_t>(std::min(bodySize, largestChunkSet)), m_fileNumber,
+                     m_catalog, m_clock});
             break;
         default: break;
         }
-        const std::uint64_t padded = (bodySize + 7) / 8 * 8;
+        const std::uint64_t padded = bodySize + ChunkHead::padding(bodySize);
         if (bodySize < head.bodySize || padded > file.size() - bodyOffset)
             break;
         offset = bodyOffset + padded;
@@ -69,9 +74,7 @@ bool TraceFileIndexer::useHeader(const File& file, std::uint64_t offset, std::ui
         TraceHeader::read(file.bytesAt(offset, std::min<std::uint64_t>(size, TraceHeader::size)));
     if (!header)
         return false;
-    m_catalog = ChunkSetPlace::noCatalog;
     const TimeSync::Boot* boot = m_index.m_times.boot(header->boot);
-    m_timesKnown = boot != nullptr;
     const auto known = m_index.m_boots.find(header->boot);
     if (known != m_index.m_boots.end()) {
         m_clock = known->second.clock;
@@ -114,11 +117,11 @@ void TraceFileIndexer::setRange(ChunkSetPlace& place, std::uint64_t first, std::
     place.earliest = range.earliest;
     place.latest = range.latest;
     m_index.m_chunkSets.push_back(place);
-    if (!m_timesKnown)
+    const auto boot = m_index.m_boots.find(clock.boot());
+    if (boot == m_index.m_boots.end())
         return;
-    StoreIndex::BootRange& boot = m_index.m_boots.at(clock.boot());
-    boot.first = std::min(boot.first, first);
-    boot.last = std::max(boot.last, last);
+    boot->second.first = std::min(boot->second.first, first);
+    boot->second.last = std::max(boot->second.last, last);
 }
 
 void TraceFileIndexer::setRangeFromRecords(ChunkSetPlace& place, const File& file)
@@ -127,18 +130,9 @@ void TraceFileIndexer::setRangeFromRecords(ChunkSetPlace& place, const File& fil
     unpackBlocks(file.bytesAt(place.offset, place.size), unpacked);
     std::uint64_t first = UINT64_MAX;
     std::uint64_t last = 0;
-    const auto include = [&first, &last](std::uint64_t time) {
+    forEachTime(unpacked, [&first, &last](ChunkTag, std::uint64_t time) {
         first = std::min(first, time);
         last = std::max(last, time);
-    };
-    forEachInnerChunk(unpacked, [&include](ChunkTag tag, Bytes body) {
-        if (tag != ChunkTag::Firehose) {
-            include(dumpTime(body));
-            return;
-        }
-        const FirehoseChunk chunk = FirehoseChunk::read(body);
-        chunk.forEachRecord(
-            [&](std::size_t, const RecordHead& head) { include(chunk.continuousTime(head)); });
     });
     if (first <= last)
         setRange(place, first, last);

@@ -31,7 +31,6 @@ private:
     std::uint32_t m_fileNumber;
     std::uint32_t m_catalog = ChunkSetPlace::noCatalog;
     std::uint32_t m_clock = 0;
-    bool m_timesKnown = false; ///< the time files know the current boot
     std::vector<SubChunk> m_subChunks;
     std::vector<ChunkSetPlace> m_pending; ///< chunk sets since the last catalog
 };

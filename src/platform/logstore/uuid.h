@@ -17,7 +17,7 @@ struct Uuid
     std::array<std::uint8_t, 16> bytes{};
 
     bool operator==(const Uuid& other) const { return bytes == other.bytes; }
-    bool isNull() const { return *this == Uuid{}; }
+    bool operator<(const Uuid& other) const { return bytes < other.bytes; }
 
     /// Upper case, 8-4-4-4-12.
     std::string text() const;

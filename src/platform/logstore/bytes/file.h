@@ -11,7 +11,7 @@
 namespace logstore {
 
 /// A regular file open for reading at offsets. Not a memory map: a file that another program cuts
-/// short must be an error and not a crash.
+/// short must cost what is gone and not be a crash.
 class File
 {
 public:

@@ -21,8 +21,11 @@ const File* FilePool::file(std::uint32_t number)
     slot.lastUse = ++m_uses;
     if (!slot.file) {
         auto opened = File::open(m_paths[number]);
-        if (!opened)
+        if (!opened) {
+            if (!m_firstFailure)
+                m_firstFailure = opened.error();
             return nullptr;
+        }
         if (m_openCount == mostOpen)
             closeOldest();
         slot.file = std::move(*opened);

@@ -18,6 +18,9 @@ public:
     /// Null when the file cannot be opened. Valid until the next call.
     const File* file(std::uint32_t number);
 
+    /// Why the first file that could not be opened could not.
+    const std::optional<Failure>& firstFailure() const { return m_firstFailure; }
+
 private:
     void closeOldest();
 
@@ -29,6 +32,7 @@ private:
 
     std::vector<std::filesystem::path> m_paths;
     std::vector<Slot> m_slots;
+    std::optional<Failure> m_firstFailure;
     std::size_t m_openCount = 0;
     std::uint64_t m_uses = 0;
 };

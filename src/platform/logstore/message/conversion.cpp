@@ -198,15 +198,7 @@ void appendFloat(std::string& out, const Field& field, const Item& item)
 void appendError(std::string& out, const Field& field, Bytes bytes)
 {
     const std::size_t start = out.size();
-    const auto number = static_cast<std::int64_t>(integerOf(Conversion{}, bytes, true).bits);
-    const std::string_view text =
-        number < 0 ? std::string_view() : errorText(static_cast<std::uint64_t>(number));
-    if (text.empty()) {
-        out += "Unknown error: ";
-        appendDecimal(out, number);
-    } else {
-        out += text;
-    }
+    appendErrorText(out, signedValue(bytes));
     pad(out, start, field);
 }
 
@@ -227,10 +219,16 @@ void appendText(std::string& out, const Field& field, const Item& item)
     pad(out, start, field);
 }
 
+void appendBytes(std::string& out, const Field& field, Bytes bytes)
+{
+    const std::size_t start = out.size();
+    appendHex(out, bytes, true);
+    pad(out, start, field);
+}
+
 void appendNumber(std::string& out, const Field& field, const Item& item)
 {
-    const std::size_t size = item.bytes.size();
-    if (size != 1 && size != 2 && size != 4 && size != 8) {
+    if (!isNumberSize(item.bytes.size())) {
         out += unsupportedValue;
         return;
     }
@@ -278,7 +276,7 @@ void appendByLetter(std::string& out,
     case 'P':
         fits = isText;
         if (fits)
-            appendHex(out, item.bytes, true);
+            appendBytes(out, field, item.bytes);
         break;
     case 'm':
         fits = kind == ItemKind::Number || kind == ItemKind::ErrorNumber;

@@ -2,10 +2,12 @@
 #include "platform/logstore/message/decoration.h"
 
 #include "platform/logstore/bytes/utf8.h"
+#include "platform/logstore/message/directorytext.h"
 #include "platform/logstore/message/formatprogram.h"
 #include "platform/logstore/message/locationstate.h"
 #include "platform/logstore/message/nametables.h"
 #include "platform/logstore/message/networktext.h"
+#include "platform/logstore/message/numbertext.h"
 #include "platform/logstore/message/renderer.h"
 #include "platform/logstore/message/textoutput.h"
 #include "platform/logstore/uuid.h"
@@ -21,35 +23,11 @@ bool isNumber(const Item& item)
     return item.kind() == ItemKind::Number || item.kind() == ItemKind::ErrorNumber;
 }
 
-std::uint64_t unsignedValue(Bytes bytes)
-{
-    std::uint64_t value = 0;
-    for (std::size_t i = bytes.size() < 8 ? bytes.size() : 8; i > 0; --i)
-        value = value << 8 | bytes[i - 1];
-    return value;
-}
-
-std::int64_t signedValue(Bytes bytes)
-{
-    const std::uint64_t value = unsignedValue(bytes);
-    const std::size_t bits = bytes.size() * 8;
-    if (bits == 0 || bits >= 64 || (value >> (bits - 1) & 1) == 0)
-        return static_cast<std::int64_t>(value);
-    return static_cast<std::int64_t>(value | ~std::uint64_t{0} << bits);
-}
-
-void appendUnknown(std::string& out, std::int64_t number)
-{
-    out += "<decode: unknown value: ";
-    appendDecimal(out, number);
-    out += '>';
-}
-
 void appendName(std::string& out, NameTable table, const Item& item, std::string_view quote)
 {
     const std::string_view name = tableName(table, unsignedValue(item.bytes));
     if (name.empty())
-        appendUnknown(out, signedValue(item.bytes));
+        appendUnknownValue(out, signedValue(item.bytes));
     else
         out.append(quote).append(name).append(quote);
 }
@@ -62,17 +40,10 @@ void appendChoice(std::string& out, const Item& item, std::string_view no, std::
 void appendErrorNumber(std::string& out, const Item& item)
 {
     const std::int64_t number = signedValue(item.bytes);
-    const std::string_view text =
-        number < 0 ? std::string_view() : errorText(static_cast<std::uint64_t>(number));
     out += '[';
     appendDecimal(out, number);
     out += ": ";
-    if (text.empty()) {
-        out += "Unknown error: ";
-        appendDecimal(out, number);
-    } else {
-        out += text;
-    }
+    appendErrorText(out, number);
     out += ']';
 }
 
@@ -91,29 +62,7 @@ void appendSignal(std::string& out, const Item& item)
     out += ']';
 }
 
-/// Ten characters as ls shows them.
-void appendFileMode(std::string& out, const Item& item)
-{
-    const std::uint64_t mode = unsignedValue(item.bytes);
-    constexpr std::string_view types = "?pc?d?b?-?l?s?w?"; // by the upper four of sixteen bits
-    std::string text(1, types[mode >> 12 & 15]);
-    for (int shift = 6; shift >= 0; shift -= 3) {
-        text += (mode >> shift & 4) != 0 ? 'r' : '-';
-        text += (mode >> shift & 2) != 0 ? 'w' : '-';
-        text += (mode >> shift & 1) != 0 ? 'x' : '-';
-    }
-    const auto special = [&text, mode](std::uint64_t bit, std::size_t at, char withExecute,
-                                       char without) {
-        if ((mode & bit) != 0)
-            text[at] = text[at] == 'x' ? withExecute : without;
-    };
-    special(04000, 3, 's', 'S');
-    special(02000, 6, 's', 'S');
-    special(01000, 9, 't', 'T');
-    out += text;
-}
-
-void appendTime(std::string& out, Bytes bytes, int fractionDigits)
+bool appendTime(std::string& out, Bytes bytes, int fractionDigits)
 {
     std::int64_t seconds = 0;
     std::int64_t fraction = 0;
@@ -125,46 +74,12 @@ void appendTime(std::string& out, Bytes bytes, int fractionDigits)
         seconds = loadAt<std::int32_t>(bytes);
         fraction = loadAt<std::int32_t>(bytes, 4);
     } else {
-        out += unsupportedValue;
-        return;
+        return false;
     }
-    appendLocalTime(out, seconds);
+    if (fraction < 0 || !appendLocalTime(out, seconds))
+        return false;
     appendFormatted(out, ".%0*lld", fractionDigits, static_cast<long long>(fraction));
-}
-
-struct UnitScale
-{
-    std::uint64_t step;
-    std::string_view base;
-    std::array<std::string_view, 6> units;
-};
-
-constexpr UnitScale byteUnits{1000, " bytes", {" kB", " MB", " GB", " TB", " PB", " EB"}};
-constexpr UnitScale binaryByteUnits{
-    1024, " bytes", {" KiB", " MiB", " GiB", " TiB", " PiB", " EiB"}};
-constexpr UnitScale bitRateUnits{
-    1000, " bps", {" kbps", " Mbps", " Gbps", " Tbps", " Pbps", " Ebps"}};
-constexpr UnitScale binaryBitRateUnits{
-    1024, " bps", {" Kibps", " Mibps", " Gibps", " Tibps", " Pibps", " Eibps"}};
-
-void appendScaled(std::string& out, const Item& item, const UnitScale& scale)
-{
-    const std::uint64_t number = unsignedValue(item.bytes);
-    if (number < scale.step) {
-        appendDecimal(out, number);
-        out += scale.base;
-        return;
-    }
-    auto value = static_cast<double>(number);
-    const auto step = static_cast<double>(scale.step);
-    std::size_t unit = 0;
-    for (value /= step; value >= step && unit + 1 < scale.units.size(); ++unit)
-        value /= step;
-    if (value >= 1000)
-        appendFormatted(out, "%.0f", value);
-    else
-        appendFormatted(out, "%.3g", value);
-    out += scale.units[unit];
+    return true;
 }
 
 void appendEscaped(std::string& out, Bytes bytes)
@@ -201,58 +116,6 @@ void appendAddressOptions(std::string& out, const Item& item)
     out += '}';
 }
 
-/// u8 type, then a number or a name, then the domain.
-bool appendMemberDetails(std::string& out, Bytes bytes)
-{
-    ByteReader in(bytes);
-    const auto type = in.read<std::uint8_t>();
-    const bool userId = type == 0x23 || type == 0xa3;
-    const bool groupId = type == 0xc3;
-    const bool userName = type == 0x24 || type == 0xa0 || type == 0xa4;
-    const bool groupName = type == 0x44;
-    if (!userId && !groupId && !userName && !groupName)
-        return false;
-    std::string name;
-    if (userId || groupId) {
-        appendDecimal(name, in.read<std::int32_t>());
-    } else {
-        const std::string_view text = cString(in.rest());
-        appendUtf8(name, text);
-        in.skip(text.size());
-        if (in.remaining() > 0)
-            in.skip(1);
-    }
-    if (!in.ok())
-        return false;
-    out += userId || userName ? "user: " : "group: ";
-    out.append(name).append("@");
-    appendUtf8(out, cString(in.rest()));
-    return true;
-}
-
-/// u8 revision, u8 count, 6 bytes authority, count sub-authorities.
-bool appendSid(std::string& out, Bytes bytes)
-{
-    ByteReader in(bytes);
-    const auto revision = in.read<std::uint8_t>();
-    const std::size_t count = in.read<std::uint8_t>();
-    std::uint64_t authority = 0;
-    for (const std::uint8_t byte : in.take(6))
-        authority = authority << 8 | byte;
-    const Bytes rest = in.take(count * 4);
-    if (!in.ok())
-        return false;
-    out += "S-";
-    appendDecimal(out, revision);
-    out += '-';
-    appendDecimal(out, authority);
-    for (std::size_t at = 0; at < rest.size(); at += 4) {
-        out += '-';
-        appendDecimal(out, loadAt<std::uint32_t>(rest, at));
-    }
-    return true;
-}
-
 bool appendUuid(std::string& out, Bytes bytes)
 {
     if (bytes.size() != sizeof(Uuid))
@@ -264,7 +127,8 @@ bool appendUuid(std::string& out, Bytes bytes)
 void appendSignpostValue(std::string& out,
                          const Decoration& decoration,
                          const Conversion& conversion,
-                         const Item& item)
+                         const Item& item,
+                         std::int32_t precision)
 {
     constexpr std::string_view floatLetters = "aAeEfFgG";
     out.append("__##__")
@@ -282,7 +146,7 @@ void appendSignpostValue(std::string& out,
              && item.bytes.size() == 4)
         appendFormatted(out, "%.16g", static_cast<double>(loadAt<float>(item.bytes)));
     else
-        appendByLetter(out, conversion, item, Conversion::none, false, Conversion::none);
+        appendByLetter(out, conversion, item, Conversion::none, false, precision);
     out += "##__##";
 }
 
@@ -294,13 +158,20 @@ bool appendDecoratedNumber(std::string& out, DecorationKind kind, const Item& it
     case Kind::LowerCaseBool: appendChoice(out, item, "false", "true"); return true;
     case Kind::UpperCaseBool: appendChoice(out, item, "NO", "YES"); return true;
     case Kind::ErrorNumber: appendErrorNumber(out, item); return true;
-    case Kind::FileMode: appendFileMode(out, item); return true;
+    case Kind::FileMode: appendFileMode(out, unsignedValue(item.bytes)); return true;
     case Kind::Signal: appendSignal(out, item); return true;
-    case Kind::Time: appendLocalTime(out, signedValue(item.bytes)); return true;
-    case Kind::ByteCount: appendScaled(out, item, byteUnits); return true;
-    case Kind::BinaryByteCount: appendScaled(out, item, binaryByteUnits); return true;
-    case Kind::BitRate: appendScaled(out, item, bitRateUnits); return true;
-    case Kind::BinaryBitRate: appendScaled(out, item, binaryBitRateUnits); return true;
+    case Kind::Time:
+        if (!appendLocalTime(out, signedValue(item.bytes)))
+            out += unsupportedValue;
+        return true;
+    case Kind::ByteCount: appendScaled(out, unsignedValue(item.bytes), byteUnits); return true;
+    case Kind::BinaryByteCount:
+        appendScaled(out, unsignedValue(item.bytes), binaryByteUnits);
+        return true;
+    case Kind::BitRate: appendScaled(out, unsignedValue(item.bytes), bitRateUnits); return true;
+    case Kind::BinaryBitRate:
+        appendScaled(out, unsignedValue(item.bytes), binaryBitRateUnits);
+        return true;
     case Kind::LocationAuthorization:
         appendName(out, NameTable::LocationAuthorization, item, "\"");
         return true;
@@ -338,8 +209,8 @@ Outcome appendDecoratedBytes(std::string& out, DecorationKind kind, const Item& 
 {
     using Kind = DecorationKind;
     switch (kind) {
-    case Kind::TimeWithMicroseconds: appendTime(out, item.bytes, 6); return Outcome::Written;
-    case Kind::TimeWithNanoseconds: appendTime(out, item.bytes, 9); return Outcome::Written;
+    case Kind::TimeWithMicroseconds: return written(appendTime(out, item.bytes, 6));
+    case Kind::TimeWithNanoseconds: return written(appendTime(out, item.bytes, 9));
     case Kind::Uuid: return written(appendUuid(out, item.bytes));
     case Kind::Ipv4Address: return written(appendIpv4(out, item.bytes));
     case Kind::Ipv6Address: return written(appendIpv6(out, item.bytes));
@@ -371,10 +242,11 @@ bool isTextual(const Item& item)
 bool appendDecorated(std::string& out,
                      const Decoration& decoration,
                      const Conversion& conversion,
-                     const Item& item)
+                     const Item& item,
+                     std::int32_t precision)
 {
     if (decoration.kind == DecorationKind::Signpost) {
-        appendSignpostValue(out, decoration, conversion, item);
+        appendSignpostValue(out, decoration, conversion, item, precision);
         return true;
     }
     if (decoration.kind == DecorationKind::LocationEscape) {
@@ -390,8 +262,11 @@ bool appendDecorated(std::string& out,
                        Item{item.type, false, item.bytes.subspan(0, 4)}, "\"");
         return true;
     }
-    if (isNumber(item) && appendDecoratedNumber(out, decoration.kind, item))
+    std::string number;
+    if (isNumber(item) && appendDecoratedNumber(number, decoration.kind, item)) {
+        out += isNumberSize(item.bytes.size()) ? number : unsupportedValue;
         return true;
+    }
     switch (appendDecoratedBytes(out, decoration.kind, item)) {
     case Outcome::Written: return true;
     case Outcome::WrongSize: out += unsupportedValue; return true;

@@ -69,11 +69,13 @@ struct Decoration
 /// with case; a "builtin:" in front does not count.
 std::optional<Decoration> decorationNamed(std::string_view name);
 
-/// Appends the argument as the decoration shows it. Returns false, having written nothing, when the
+/// Appends the argument as the decoration shows it; `precision` is the one in force, for values
+/// that are shown as their letter shows them. Returns false, having written nothing, when the
 /// decoration does not apply to an argument of this kind.
 bool appendDecorated(std::string& out,
                      const Decoration& decoration,
                      const Conversion& conversion,
-                     const Item& item);
+                     const Item& item,
+                     std::int32_t precision);
 
 } // namespace logstore

@@ -24,7 +24,13 @@ std::string_view trimmed(std::string_view text)
 class ConversionParser
 {
 public:
-    ConversionParser(std::string_view text, std::size_t at) : m_text(text), m_at(at + 1) {}
+    /// `lastBrace`: the place of the last closing brace in the text, or npos.
+    ConversionParser(std::string_view text, std::size_t at, std::size_t lastBrace)
+        : m_text(text)
+        , m_at(at + 1)
+        , m_lastBrace(lastBrace)
+    {
+    }
 
     /// False when no valid conversion stands here; braceEnd() then tells where its braces ended.
     bool parse(Conversion& conversion)
@@ -58,9 +64,9 @@ private:
 
     bool readDecorations(Conversion& conversion)
     {
-        const std::size_t close = m_text.find('}', m_at);
-        if (close == std::string_view::npos)
+        if (m_lastBrace == std::string_view::npos || m_lastBrace < m_at)
             return false;
+        const std::size_t close = m_text.find('}', m_at);
         std::string_view words = m_text.substr(m_at + 1, close - m_at - 1);
         m_at = m_braceEnd = close + 1;
         while (true) {
@@ -125,6 +131,7 @@ private:
 
     std::string_view m_text;
     std::size_t m_at;
+    std::size_t m_lastBrace;
     std::size_t m_braceEnd = 0;
 };
 
@@ -133,6 +140,7 @@ private:
 FormatProgram::FormatProgram(std::string text) : m_text(std::move(text))
 {
     const std::string_view all = m_text;
+    const std::size_t lastBrace = all.rfind('}');
     std::size_t literalStart = 0;
     const auto addStep = [&](std::size_t literalEnd, std::int32_t conversion, std::size_t next) {
         m_steps.push_back({all.substr(literalStart, literalEnd - literalStart), conversion});
@@ -146,7 +154,7 @@ FormatProgram::FormatProgram(std::string text) : m_text(std::move(text))
             at += 2;
             continue;
         }
-        ConversionParser parser(all, at);
+        ConversionParser parser(all, at, lastBrace);
         Conversion conversion;
         if (parser.parse(conversion)) {
             addStep(at, static_cast<std::int32_t>(m_conversions.size()), parser.end());
@@ -162,6 +170,15 @@ FormatProgram::FormatProgram(std::string text) : m_text(std::move(text))
     }
     if (literalStart < all.size() || m_steps.empty())
         addStep(all.size(), Conversion::none, all.size());
+}
+
+std::size_t FormatProgram::bytes() const
+{
+    std::size_t bytes = sizeof *this + m_text.capacity() + m_steps.capacity() * sizeof(Step)
+                        + m_conversions.capacity() * sizeof(Conversion);
+    for (const Conversion& conversion : m_conversions)
+        bytes += conversion.decorations.capacity() * sizeof(Decoration);
+    return bytes;
 }
 
 } // namespace logstore

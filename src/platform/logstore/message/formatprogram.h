@@ -50,6 +50,8 @@ public:
     };
 
     std::string_view text() const { return m_text; }
+    /// What the program takes in memory.
+    std::size_t bytes() const;
     const std::vector<Step>& steps() const { return m_steps; }
     const Conversion& conversion(std::int32_t index) const
     {

@@ -32,6 +32,30 @@ struct Item
     std::uint8_t privacy() const { return type & 15; }
 };
 
+/// The number in little-endian bytes, as wide as they are; beyond eight they do not count.
+inline std::uint64_t unsignedValue(Bytes bytes)
+{
+    std::uint64_t value = 0;
+    for (std::size_t i = bytes.size() < 8 ? bytes.size() : 8; i > 0; --i)
+        value = value << 8 | bytes[i - 1];
+    return value;
+}
+
+inline std::int64_t signedValue(Bytes bytes)
+{
+    const std::uint64_t value = unsignedValue(bytes);
+    const std::size_t bits = bytes.size() * 8;
+    if (bits == 0 || bits >= 64 || (value >> (bits - 1) & 1) == 0)
+        return static_cast<std::int64_t>(value);
+    return static_cast<std::int64_t>(value | ~std::uint64_t{0} << bits);
+}
+
+/// Whether a number may be so many bytes long.
+inline bool isNumberSize(std::size_t size)
+{
+    return size == 1 || size == 2 || size == 4 || size == 8;
+}
+
 /// The arguments of one record, at most 255.
 class Items
 {

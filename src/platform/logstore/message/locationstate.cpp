@@ -15,10 +15,11 @@ class StateWriter
 public:
     StateWriter(std::string& out, Bytes state) : m_out(out), m_state(state) { m_out += '{'; }
 
+    template <typename T = std::uint8_t>
     void flag(std::string_view name, std::size_t at)
     {
         member(name);
-        m_out += loadAt<std::uint8_t>(m_state, at) != 0 ? "true" : "false";
+        m_out += loadAt<T>(m_state, at) != 0 ? "true" : "false";
     }
     template <typename T>
     void number(std::string_view name, std::size_t at)
@@ -93,7 +94,7 @@ bool appendClientManagerState(std::string& out, Bytes state)
     if (state.size() != 8)
         return false;
     StateWriter json(out, state);
-    json.flag("locationRestricted", 4);
+    json.flag<std::uint32_t>("locationRestricted", 4);
     json.number<std::uint32_t>("locationServicesEnabledStatus", 0);
     json.close();
     return true;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/logstore/message/nametables.h"
 
+#include "platform/logstore/message/textoutput.h"
+
 #include <algorithm>
 #include <array>
 
@@ -345,9 +347,14 @@ constexpr std::array<Named, 11> directoryIdTypes{{
 
 } // namespace
 
-std::string_view errorText(std::uint64_t number)
+void appendErrorText(std::string& out, std::int64_t number)
 {
-    return number < errorTexts.size() ? errorTexts[number] : std::string_view();
+    if (number >= 0 && number < static_cast<std::int64_t>(errorTexts.size())) {
+        out += errorTexts[static_cast<std::size_t>(number)];
+        return;
+    }
+    out += "Unknown error: ";
+    appendDecimal(out, number);
 }
 
 std::string_view signalName(std::uint64_t number)

@@ -2,14 +2,17 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace logstore {
 
-// The names that the system gives to numbers in messages. All answers are empty for unknown
+/// Appends "Broken pipe" for 32; for an unknown number, that it is unknown.
+void appendErrorText(std::string& out, std::int64_t number);
+
+// Other names that the system gives to numbers in messages. All answers are empty for unknown
 // numbers.
 
-std::string_view errorText(std::uint64_t number);  ///< "Broken pipe" for 32
 std::string_view signalName(std::uint64_t number); ///< "segv" for 11
 std::string_view signalText(std::uint64_t number); ///< "Segmentation fault" for 11
 

@@ -4,7 +4,6 @@
 #include "platform/logstore/bytes/utf8.h"
 #include "platform/logstore/message/textoutput.h"
 
-#include <arpa/inet.h>
 #include <array>
 
 namespace logstore {
@@ -15,18 +14,34 @@ namespace {
 constexpr std::uint8_t familyIpv4 = 2;
 constexpr std::uint8_t familyIpv6 = 30;
 
-bool appendAddress(std::string& out, int family, Bytes address)
-{
-    char text[INET6_ADDRSTRLEN];
-    if (!::inet_ntop(family, address.data(), text, sizeof text))
-        return false;
-    out += text;
-    return true;
-}
-
 std::uint16_t bigEndianAt(Bytes bytes, std::size_t at)
 {
     return static_cast<std::uint16_t>(bytes[at] << 8 | bytes[at + 1]);
+}
+
+constexpr std::size_t groupCount = 8; ///< of a long address
+
+struct ZeroRun
+{
+    std::size_t begin = groupCount;
+    std::size_t end = groupCount;
+};
+
+/// The first of the longest runs of two and more groups of zero.
+ZeroRun longestZeroRun(Bytes address)
+{
+    ZeroRun longest;
+    std::size_t longestSize = 1;
+    for (std::size_t begin = 0; begin < groupCount; ++begin) {
+        std::size_t end = begin;
+        while (end < groupCount && bigEndianAt(address, end * 2) == 0)
+            ++end;
+        if (end - begin > longestSize) {
+            longest = {begin, end};
+            longestSize = end - begin;
+        }
+    }
+    return longest;
 }
 
 void appendFlags(std::string& out, std::uint16_t id, std::uint16_t flags)
@@ -61,12 +76,34 @@ void appendFlags(std::string& out, std::uint16_t id, std::uint16_t flags)
 
 bool appendIpv4(std::string& out, Bytes address)
 {
-    return address.size() == 4 && appendAddress(out, AF_INET, address);
+    if (address.size() != 4)
+        return false;
+    appendFormatted(out, "%u.%u.%u.%u", address[0], address[1], address[2], address[3]);
+    return true;
 }
 
 bool appendIpv6(std::string& out, Bytes address)
 {
-    return address.size() == 16 && appendAddress(out, AF_INET6, address);
+    if (address.size() != 16)
+        return false;
+    const ZeroRun zeros = longestZeroRun(address);
+    constexpr std::size_t mappedStart = 10;
+    if (zeros.begin == 0 && zeros.end * 2 == mappedStart
+        && bigEndianAt(address, mappedStart) == 0xffff) {
+        out += "::ffff:";
+        return appendIpv4(out, address.subspan(12));
+    }
+    for (std::size_t group = 0; group < groupCount; ++group) {
+        if (group == zeros.begin && zeros.end > zeros.begin) {
+            out += "::";
+            group = zeros.end - 1;
+            continue;
+        }
+        if (group > 0 && group != zeros.end)
+            out += ':';
+        appendFormatted(out, "%x", bigEndianAt(address, group * 2));
+    }
+    return true;
 }
 
 bool appendSocketAddress(std::string& out, Bytes address)

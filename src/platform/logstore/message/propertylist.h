@@ -27,11 +27,11 @@ struct PropertyList
         Dictionary
     };
 
-    static constexpr int deepest = 64; ///< levels of nesting that are read
+    static constexpr int deepest = 64; ///< levels of collections that are read
 
     Kind kind = Kind::Null;
-    std::uint64_t integer = 0;     ///< of Boolean, Integer (as two's complement) and Unsigned
-    double real = 0;               ///< of Real; of Date seconds since 2001-01-01 UTC
+    std::uint64_t integer = 0;          ///< of Boolean, Integer (as two's complement) and Unsigned
+    double real = 0;                    ///< of Real; of Date seconds since 2001-01-01 UTC
     std::string_view text;              ///< of String valid UTF-8; of Data the bytes
     std::vector<std::string_view> keys; ///< of Dictionary, one for each element
     std::vector<PropertyList> elements;

@@ -16,7 +16,12 @@ using Kind = PropertyList::Kind;
 class BinaryReader
 {
 public:
-    BinaryReader(Bytes bytes, TextStore& texts) : m_bytes(bytes), m_texts(texts), m_budget(bytes.size()) {}
+    BinaryReader(Bytes bytes, TextStore& texts)
+        : m_bytes(bytes)
+        , m_texts(texts)
+        , m_budget(bytes.size())
+    {
+    }
 
     bool readTrailer()
     {
@@ -47,7 +52,7 @@ private:
 
     bool readObject(std::uint64_t number, PropertyList& into, int depth)
     {
-        if (number >= m_objectCount || depth > PropertyList::deepest)
+        if (number >= m_objectCount)
             return false;
         const std::uint64_t offset = bigEndian(m_bytes.subspan(
             static_cast<std::size_t>(m_tableOffset + number * m_offsetSize), m_offsetSize));
@@ -173,7 +178,8 @@ private:
     {
         const std::uint64_t count = readSize(in, low);
         const bool isDictionary = kind == Kind::Dictionary;
-        if (count > in.remaining() || !m_budget.take(count * sizeof(PropertyList)))
+        if (depth >= PropertyList::deepest || count > in.remaining()
+            || !m_budget.take(count * sizeof(PropertyList)))
             return false;
         const Bytes keys = isDictionary ? in.take(count * m_referenceSize) : Bytes{};
         const Bytes values = in.take(count * m_referenceSize);
@@ -223,7 +229,8 @@ std::optional<PropertyList> readBinaryPropertyList(Bytes bytes, TextStore& texts
 std::optional<PropertyList> readPropertyList(Bytes bytes, TextStore& texts)
 {
     const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
-    return text.starts_with("bplist0") ? readBinaryPropertyList(bytes, texts) : readXmlPropertyList(text, texts);
+    return text.starts_with("bplist0") ? readBinaryPropertyList(bytes, texts)
+                                       : readXmlPropertyList(text, texts);
 }
 
 } // namespace logstore

@@ -21,8 +21,10 @@ enum CharacterClass : std::uint8_t { Bare, Plain, Escaped };
 constexpr std::array<CharacterClass, 256> characterClasses = [] {
     std::array<CharacterClass, 256> classes{};
     for (std::size_t c = 0; c < classes.size(); ++c) {
-        const bool alphanumeric = (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-        const bool escaped = c >= 0x80 || c == '"' || c == '\\' || c == '\n' || c == '\t' || c == '\r';
+        const bool alphanumeric =
+            (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+        const bool escaped =
+            c >= 0x80 || c == '"' || c == '\\' || c == '\n' || c == '\t' || c == '\r';
         classes[c] = alphanumeric ? Bare : escaped ? Escaped : Plain;
     }
     return classes;
@@ -32,7 +34,8 @@ constexpr std::array<CharacterClass, 256> characterClasses = [] {
 std::size_t prefixLength(std::string_view text, CharacterClass highest)
 {
     std::size_t length = 0;
-    while (length < text.size() && characterClasses[static_cast<std::uint8_t>(text[length])] <= highest)
+    while (length < text.size()
+           && characterClasses[static_cast<std::uint8_t>(text[length])] <= highest)
         ++length;
     return length;
 }

@@ -23,7 +23,12 @@ struct Tag
 class XmlReader
 {
 public:
-    XmlReader(std::string_view xml, TextStore& texts) : m_xml(xml), m_texts(texts), m_budget(xml.size()) {}
+    XmlReader(std::string_view xml, TextStore& texts)
+        : m_xml(xml)
+        , m_texts(texts)
+        , m_budget(xml.size())
+    {
+    }
 
     bool read(PropertyList& into)
     {
@@ -59,7 +64,7 @@ private:
 
     bool readValue(const Tag& tag, PropertyList& into, int depth)
     {
-        if (tag.closing || depth > PropertyList::deepest || !m_budget.take(0))
+        if (tag.closing || !m_budget.take(0))
             return false;
         if (tag.name == "dict" || tag.name == "array")
             return readCollection(tag, into, depth);
@@ -74,6 +79,8 @@ private:
 
     bool readCollection(const Tag& tag, PropertyList& into, int depth)
     {
+        if (depth >= PropertyList::deepest)
+            return false;
         const bool isDictionary = tag.name == "dict";
         into.kind = isDictionary ? Kind::Dictionary : Kind::Array;
         if (tag.empty)
@@ -129,7 +136,8 @@ private:
              ampersand = text.find('&')) {
             appendUtf8(out, text.substr(0, ampersand));
             text.remove_prefix(ampersand);
-            const std::size_t end = text.find(';');
+            constexpr std::size_t longestEntity = 16;
+            const std::size_t end = text.substr(0, longestEntity).find(';');
             const std::string_view name =
                 text.substr(1, end == std::string_view::npos ? 0 : end - 1);
             if (appendEntity(out, name)) {

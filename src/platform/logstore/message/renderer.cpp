@@ -16,16 +16,6 @@ constexpr std::string_view missingData = "<decode: missing data>";
 constexpr std::string_view privateText = "<private>";
 constexpr std::string_view nullMask = "<mask.hash: (null)>";
 
-std::int64_t signedValue(Bytes bytes)
-{
-    switch (bytes.size()) {
-    case 1: return loadAt<std::int8_t>(bytes);
-    case 2: return loadAt<std::int16_t>(bytes);
-    case 4: return loadAt<std::int32_t>(bytes);
-    default: return loadAt<std::int64_t>(bytes);
-    }
-}
-
 /// Walks the items along the conversions of a program.
 class ItemCursor
 {
@@ -130,7 +120,7 @@ void appendConversion(std::string& out, const Conversion& conversion, ItemCursor
     if (appendInsteadOfValue(out, conversion, *item))
         return;
     for (const Decoration& decoration : conversion.decorations)
-        if (appendDecorated(out, decoration, conversion, *item))
+        if (appendDecorated(out, decoration, conversion, *item, precision))
             return;
     appendByLetter(out, conversion, *item, width, leftJustified, precision);
 }

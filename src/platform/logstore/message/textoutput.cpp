@@ -89,16 +89,22 @@ void appendShortest(std::string& out, double value)
     out.append(digits, std::to_chars(digits, digits + sizeof digits, value, format).ptr);
 }
 
-void appendLocalTime(std::string& out, std::int64_t secondsSince1970)
+bool appendLocalTime(std::string& out, std::int64_t secondsSince1970)
 {
     const std::time_t seconds = secondsSince1970;
     std::tm local{};
-    if (!::localtime_r(&seconds, &local)) {
-        out += unsupportedValue;
-        return;
-    }
-    appendFormatted(out, "%04d-%02d-%02d %02d:%02d:%02d", local.tm_year + 1900, local.tm_mon + 1,
-                    local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec);
+    if (!::localtime_r(&seconds, &local))
+        return false;
+    appendFormatted(out, "%04lld-%02d-%02d %02d:%02d:%02d", local.tm_year + 1900LL,
+                    local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec);
+    return true;
+}
+
+void appendUnknownValue(std::string& out, std::int64_t number)
+{
+    out += "<decode: unknown value: ";
+    appendDecimal(out, number);
+    out += '>';
 }
 
 } // namespace logstore

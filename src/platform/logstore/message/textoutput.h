@@ -28,9 +28,13 @@ void appendBase64(std::string& out, Bytes bytes);
 /// a point, exponents as in 1e-05.
 void appendShortest(std::string& out, double value);
 
-/// Wall-clock time in the user's zone, as 2016-01-12 19:41:37.
-void appendLocalTime(std::string& out, std::int64_t secondsSince1970);
+/// Wall-clock time in the user's zone, as 2016-01-12 19:41:37. False, with nothing written, for a
+/// time that no calendar year can hold.
+bool appendLocalTime(std::string& out, std::int64_t secondsSince1970);
 
 constexpr std::string_view unsupportedValue = "<decode: unsupported value>";
+
+/// What stands for a number that has no name.
+void appendUnknownValue(std::string& out, std::int64_t number);
 
 } // namespace logstore

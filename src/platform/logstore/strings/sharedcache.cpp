@@ -26,8 +26,8 @@ Result<std::unique_ptr<SharedCache>> SharedCache::open(const std::filesystem::pa
     auto file = File::open(path);
     if (!file)
         return tl::unexpected(file.error());
-    std::unique_ptr<SharedCache> cache(new SharedCache(std::move(*file), pool));
-    if (!cache->readTables())
+    std::unique_ptr<SharedCache> cache(new SharedCache(path, pool));
+    if (!cache->readTables(*file))
         return failure("“" + path.string() + "” is not a usable shared-cache strings file.");
     return cache;
 }
@@ -41,9 +41,9 @@ Result<std::unique_ptr<SharedCache>> SharedCache::open(const std::filesystem::pa
 //                         v2  u64 start, u32 position, u32 size, u64 image
 //                images:  v1  u32 start, u32 size, uuid, u32 path position
 //                         v2  u64 start, u32 size, uuid, u32 path position
-bool SharedCache::readTables()
+bool SharedCache::readTables(const File& file)
 {
-    const auto headBytes = m_file.bytesAt(0, headSize);
+    const auto headBytes = file.bytesAt(0, headSize);
     ByteReader head(headBytes);
     const auto magic = head.read<std::uint32_t>();
     const auto version = head.read<std::uint16_t>();
@@ -54,8 +54,8 @@ bool SharedCache::readTables()
         return false;
     const RecordSizes sizes = version == 1 ? RecordSizes{16, 28} : RecordSizes{24, 32};
     const std::uint64_t tableSize = rangeCount * sizes.range + imageCount * sizes.image;
-    const auto bytes = tableSize <= m_file.size() ? m_file.bytesAt(headSize, tableSize)
-                                                  : std::vector<std::uint8_t>();
+    const auto bytes =
+        tableSize <= file.size() ? file.bytesAt(headSize, tableSize) : std::vector<std::uint8_t>();
     if (bytes.size() != tableSize)
         return false;
 
@@ -87,12 +87,21 @@ bool SharedCache::readTables()
 
     std::stable_sort(m_ranges.begin(), m_ranges.end(),
                      [](const Range& a, const Range& b) { return a.start < b.start; });
+    sortImages();
+    return true;
+}
+
+void SharedCache::sortImages()
+{
     m_imagesByStart.resize(m_images.size());
     std::iota(m_imagesByStart.begin(), m_imagesByStart.end(), 0U);
+    m_imagesByUuid = m_imagesByStart;
     std::stable_sort(
         m_imagesByStart.begin(), m_imagesByStart.end(),
         [this](std::uint32_t a, std::uint32_t b) { return m_images[a].start < m_images[b].start; });
-    return true;
+    std::stable_sort(
+        m_imagesByUuid.begin(), m_imagesByUuid.end(),
+        [this](std::uint32_t a, std::uint32_t b) { return m_images[a].uuid < m_images[b].uuid; });
 }
 
 const SharedCache::Range* SharedCache::rangeAt(std::uint64_t offset) const
@@ -112,9 +121,18 @@ std::optional<std::string> SharedCache::textAt(std::uint64_t offset) const
     if (!range)
         return std::nullopt;
     const std::uint64_t inside = offset - range->start;
-    if (range->position + inside >= m_file.size())
+    return textInFile(range->position + inside,
+                      std::min<std::uint64_t>(range->size - inside, longestString));
+}
+
+/// Absent when the file does not reach so far. It is not kept open: a store may have any number.
+std::optional<std::string> SharedCache::textInFile(std::uint64_t position,
+                                                   std::uint64_t limit) const
+{
+    const auto file = File::open(m_path);
+    if (!file || position >= file->size())
         return std::nullopt;
-    return m_file.textAt(range->position + inside, range->size - inside);
+    return file->textAt(position, limit);
 }
 
 SharedCache::Found SharedCache::formatAt(std::uint64_t offset)
@@ -138,30 +156,23 @@ const Image* SharedCache::imageAt(std::uint64_t offset)
     return offset - image.start < image.size ? resolved(image) : nullptr;
 }
 
-std::optional<std::uint64_t> SharedCache::textStart(const Image* image) const
-{
-    for (const CacheImage& candidate : m_images)
-        if (&candidate.image == image)
-            return candidate.start;
-    return std::nullopt;
-}
-
 const Image* SharedCache::imageWith(const Uuid& uuid)
 {
-    for (CacheImage& image : m_images)
-        if (image.uuid == uuid)
-            return resolved(image);
-    return nullptr;
+    const auto found = std::lower_bound(
+        m_imagesByUuid.begin(), m_imagesByUuid.end(), uuid,
+        [this](std::uint32_t index, const Uuid& value) { return m_images[index].uuid < value; });
+    const bool isThere = found != m_imagesByUuid.end() && m_images[*found].uuid == uuid;
+    return isThere ? resolved(m_images[*found]) : nullptr;
 }
 
 const Image* SharedCache::resolved(CacheImage& image)
 {
     if (!image.pathRead) {
-        image.image =
-            Image(m_pool.intern(m_file.textAt(image.pathPosition, longestPath)), image.uuid);
+        const std::string path = textInFile(image.pathPosition, longestPath).value_or("");
+        static_cast<Image&>(image) = Image(m_pool.intern(path), image.uuid);
         image.pathRead = true;
     }
-    return &image.image;
+    return &image;
 }
 
 } // namespace logstore

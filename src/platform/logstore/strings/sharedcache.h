@@ -35,8 +35,11 @@ public:
 
     /// The image whose text holds `offset`, or null.
     const Image* imageAt(std::uint64_t offset);
-    /// The offset in the cache at which the text of `image` begins.
-    std::optional<std::uint64_t> textStart(const Image* image) const;
+    /// The offset in the cache at which the text of `image` begins, which must be one of its own.
+    static std::uint64_t textStart(const Image& image)
+    {
+        return static_cast<const CacheImage&>(image).start;
+    }
     /// The image with this identifier, or null.
     const Image* imageWith(const Uuid& uuid);
 
@@ -50,26 +53,29 @@ private:
         std::uint32_t position; ///< of its bytes in the file
         std::uint64_t imageIndex;
     };
-    struct CacheImage
+    struct CacheImage : Image
     {
-        std::uint64_t start;
-        std::uint32_t size;
-        std::uint32_t pathPosition;
-        Uuid uuid;
+        std::uint64_t start = 0;
+        std::uint32_t size = 0;
+        std::uint32_t pathPosition = 0;
         bool pathRead = false;
-        Image image;
     };
 
-    SharedCache(File file, TextPool& pool) : m_file(std::move(file)), m_pool(pool) {}
-    bool readTables();
+    SharedCache(std::filesystem::path path, TextPool& pool) : m_path(std::move(path)), m_pool(pool)
+    {
+    }
+    bool readTables(const File& file);
+    void sortImages();
+    std::optional<std::string> textInFile(std::uint64_t position, std::uint64_t limit) const;
     const Range* rangeAt(std::uint64_t offset) const;
     const Image* resolved(CacheImage& image);
 
-    File m_file;
+    std::filesystem::path m_path;
     TextPool& m_pool;
     std::vector<Range> m_ranges; ///< sorted by start
     std::vector<CacheImage> m_images;
     std::vector<std::uint32_t> m_imagesByStart;
+    std::vector<std::uint32_t> m_imagesByUuid;
     FormatTable m_formats;
 };
 

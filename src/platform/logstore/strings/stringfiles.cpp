@@ -38,6 +38,8 @@ UuidText* StringFiles::uuidText(const Uuid& uuid)
         const auto path = find(name.substr(0, 2), name.substr(2));
         if (!path.empty())
             place->second = UuidText::open(path, uuid, m_pool).value_or(nullptr);
+        if (place->second)
+            place->second->formats().countIn(m_formatBytes);
     }
     return place->second.get();
 }
@@ -49,6 +51,8 @@ SharedCache* StringFiles::sharedCache(const Uuid& uuid)
         const auto path = find("DSC", hexText(uuid));
         if (!path.empty())
             place->second = SharedCache::open(path, m_pool).value_or(nullptr);
+        if (place->second)
+            place->second->formats().countIn(m_formatBytes);
     }
     return place->second.get();
 }
@@ -66,12 +70,7 @@ void StringFiles::lookUp(CatalogProcess& process)
 
 void StringFiles::trim()
 {
-    std::size_t bytes = 0;
-    for (const auto& [uuid, file] : m_uuidTexts)
-        bytes += file ? file->formats().bytes() : 0;
-    for (const auto& [uuid, file] : m_sharedCaches)
-        bytes += file ? file->formats().bytes() : 0;
-    if (bytes <= formatBudget)
+    if (m_formatBytes <= formatBudget)
         return;
     for (const auto& [uuid, file] : m_uuidTexts)
         if (file)
@@ -79,13 +78,16 @@ void StringFiles::trim()
     for (const auto& [uuid, file] : m_sharedCaches)
         if (file)
             file->formats().clear();
+    m_formatBytes = 0;
 }
 
 const StringFiles::NameMap& StringFiles::listing(const std::filesystem::path& folder)
 {
     const auto [place, isNew] = m_listings.try_emplace(folder);
-    if (isNew)
-        for (const auto& path : listFolder(folder, m_allowedRoots))
+    if (!isNew)
+        return place->second;
+    if (const auto items = listFolder(folder, m_allowedRoots))
+        for (const auto& path : *items)
             place->second.emplace(upperCase(path.filename().string()), path);
     return place->second;
 }

@@ -41,6 +41,7 @@ private:
     std::vector<std::filesystem::path> m_folders;
     std::vector<std::filesystem::path> m_allowedRoots;
     TextPool& m_pool;
+    std::size_t m_formatBytes = 0; ///< of all parsed format strings
     std::map<std::filesystem::path, NameMap> m_listings;
     std::unordered_map<Uuid, std::unique_ptr<UuidText>, UuidHash> m_uuidTexts;
     std::unordered_map<Uuid, std::unique_ptr<SharedCache>, UuidHash> m_sharedCaches;

@@ -11,7 +11,9 @@ namespace logstore {
 
 namespace {
 constexpr std::size_t blockSize = std::size_t{64} * 1024;
-}
+constexpr std::size_t budget = std::size_t{32} << 20;
+constexpr std::size_t placeSize = 64; ///< of a text in the table
+} // namespace
 
 std::string_view TextPool::intern(std::string_view text)
 {
@@ -19,6 +21,9 @@ std::string_view TextPool::intern(std::string_view text)
         return {};
     if (const auto found = m_texts.find(text); found != m_texts.end())
         return *found;
+    if (text.size() > budget - m_bytes)
+        return {};
+    m_bytes = std::min(budget, m_bytes + text.size() + placeSize);
     return *m_texts.insert(store(text)).first;
 }
 

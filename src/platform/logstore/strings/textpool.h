@@ -9,6 +9,7 @@
 namespace logstore {
 
 /// Keeps one copy of each distinct text for as long as it lives; equal texts get the same address.
+/// It takes so many bytes and no more, which no real store needs: what comes then is empty.
 class TextPool
 {
 public:
@@ -23,6 +24,7 @@ private:
 
     std::unordered_set<std::string_view> m_texts;
     std::vector<std::unique_ptr<char[]>> m_blocks;
+    std::size_t m_bytes = 0;
     std::size_t m_blockUsed = 0;
     std::size_t m_blockSize = 0;
 };

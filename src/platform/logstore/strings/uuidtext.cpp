@@ -75,7 +75,8 @@ std::optional<std::string> UuidText::textAt(std::uint64_t offset) const
     const auto file = File::open(m_path);
     if (!file || entry.position + inside >= file->size())
         return std::nullopt;
-    return file->textAt(entry.position + inside, entry.size - inside);
+    return file->textAt(entry.position + inside,
+                        std::min<std::uint64_t>(entry.size - inside, longestString));
 }
 
 const FormatProgram* UuidText::formatAt(std::uint64_t offset)

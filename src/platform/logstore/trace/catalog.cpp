@@ -4,6 +4,7 @@
 #include "platform/logstore/bytes/utf8.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace logstore {
 
@@ -51,6 +52,37 @@ struct Head
         return stringsOffset <= processesOffset && processesOffset <= area.size();
     }
 };
+
+/// u16 identifier, u16 offset of the subsystem, u16 offset of the category; absent when the process
+/// has none of that identifier.
+std::optional<Bytes> subsystemEntry(CatalogProcess& process, std::uint16_t identifier)
+{
+    const auto entryAt = [&process](std::size_t number) {
+        return process.subsystems.subspan(number * subsystemEntrySize, subsystemEntrySize);
+    };
+    const auto identifierAt = [&entryAt](std::size_t number) {
+        return loadAt<std::uint16_t>(entryAt(number));
+    };
+    const std::size_t count = process.subsystems.size() / subsystemEntrySize;
+    // Identifiers count up from 1, as a rule without gaps: look there first.
+    const std::size_t expected = identifier == 0 ? 0 : std::size_t{identifier} - 1;
+    if (expected < count && identifierAt(expected) == identifier)
+        return entryAt(expected);
+    std::vector<std::uint32_t>& order = process.subsystemsByIdentifier;
+    if (order.empty()) {
+        order.resize(count);
+        std::iota(order.begin(), order.end(), 0U);
+        std::stable_sort(order.begin(), order.end(), [&](std::uint32_t a, std::uint32_t b) {
+            return identifierAt(a) < identifierAt(b);
+        });
+    }
+    const auto found = std::lower_bound(
+        order.begin(), order.end(), identifier,
+        [&](std::uint32_t number, std::uint16_t value) { return identifierAt(number) < value; });
+    if (found == order.end() || identifierAt(*found) != identifier)
+        return std::nullopt;
+    return entryAt(*found);
+}
 
 } // namespace
 
@@ -138,49 +170,52 @@ CatalogProcess* Catalog::find(const ProcessKey& key)
     return found != m_processes.end() && found->key == key ? &*found : nullptr;
 }
 
-KnownSubsystem&
-Catalog::subsystem(CatalogProcess& process, std::uint16_t identifier, TextPool& pool) const
+KnownSubsystem& Catalog::subsystem(CatalogProcess& process,
+                                   std::optional<std::uint16_t> identifier,
+                                   TextPool& pool) const
 {
-    KnownSubsystem& known = process.knownSubsystems[identifier];
+    if (!identifier)
+        return process.noSubsystem;
+    KnownSubsystem& known = process.knownSubsystems[*identifier];
     if (!known.isResolved) {
-        known.texts = readSubsystem(process, identifier, pool);
+        known.texts = readSubsystem(process, *identifier, pool);
         known.isResolved = true;
     }
     return known;
 }
 
-Subsystem Catalog::readSubsystem(const CatalogProcess& process,
-                                 std::uint16_t identifier,
-                                 TextPool& pool) const
+Subsystem
+Catalog::readSubsystem(CatalogProcess& process, std::uint16_t identifier, TextPool& pool) const
 {
-    const std::size_t count = process.subsystems.size() / subsystemEntrySize;
-    const auto entryAt = [&process](std::size_t i) {
-        return process.subsystems.subspan(i * subsystemEntrySize);
-    };
-    // Identifiers count up from 1, as a rule without gaps: look there first.
-    std::size_t i = identifier == 0 ? 0 : std::size_t{identifier} - 1;
-    if (i >= count || loadAt<std::uint16_t>(entryAt(i)) != identifier)
-        for (i = 0; i < count && loadAt<std::uint16_t>(entryAt(i)) != identifier; ++i) {
-        }
-    if (i >= count)
+    const auto entry = subsystemEntry(process, identifier);
+    if (!entry)
         return {};
-    return {pooledText(loadAt<std::uint16_t>(entryAt(i), 2), pool),
-            pooledText(loadAt<std::uint16_t>(entryAt(i), 4), pool)};
+    return {pooledText(loadAt<std::uint16_t>(*entry, 2), pool),
+            pooledText(loadAt<std::uint16_t>(*entry, 4), pool)};
 }
 
 // u32 size, u32 unknown, u16 identifier, u32 + u16 load address
 std::optional<Uuid>
-Catalog::imageAt(const CatalogProcess& process, std::uint64_t address, std::uint64_t& load) const
+Catalog::imageAt(CatalogProcess& process, std::uint64_t address, std::uint64_t& load) const
 {
-    for (std::size_t at = 0; at + imageEntrySize <= process.images.size(); at += imageEntrySize) {
-        const Bytes entry = process.images.subspan(at, imageEntrySize);
-        const auto size = loadAt<std::uint32_t>(entry, 0);
-        load = loadAt<std::uint32_t>(entry, 10)
-               | std::uint64_t{loadAt<std::uint16_t>(entry, 14)} << 32;
-        if (address >= load && address - load < size)
-            return identifier(loadAt<std::uint16_t>(entry, 8));
+    std::vector<LoadedImage>& images = process.imagesByLoad;
+    const auto isLower = [](const LoadedImage& a, const LoadedImage& b) { return a.load < b.load; };
+    if (images.empty()) {
+        ByteReader in(process.images);
+        while (in.remaining() >= imageEntrySize) {
+            const Bytes entry = in.take(imageEntrySize);
+            images.push_back({loadAt<std::uint32_t>(entry, 10)
+                                  | std::uint64_t{loadAt<std::uint16_t>(entry, 14)} << 32,
+                              loadAt<std::uint32_t>(entry, 0), loadAt<std::uint16_t>(entry, 8)});
+        }
+        std::stable_sort(images.begin(), images.end(), isLower);
     }
-    return std::nullopt;
+    const auto after =
+        std::upper_bound(images.begin(), images.end(), LoadedImage{address, 0, 0}, isLower);
+    if (after == images.begin() || address - std::prev(after)->load >= std::prev(after)->size)
+        return std::nullopt;
+    load = std::prev(after)->load;
+    return identifier(std::prev(after)->identifier);
 }
 
 std::optional<Uuid> Catalog::identifier(std::uint16_t index) const

@@ -42,6 +42,14 @@ struct KnownSubsystem
     Verdict verdict = Verdict::NotAsked;
 };
 
+/// An image of a process, and where the process has it.
+struct LoadedImage
+{
+    std::uint64_t load;
+    std::uint32_t size;
+    std::uint16_t identifier; ///< index
+};
+
 /// A process as a catalog describes it. The image and subsystem tables stay as bytes until they
 /// are asked for: most are never.
 struct CatalogProcess
@@ -60,6 +68,9 @@ struct CatalogProcess
     bool filesLookedUp = false;
     Verdict verdict = Verdict::NotAsked;
     std::unordered_map<std::uint16_t, KnownSubsystem> knownSubsystems; ///< by identifier
+    KnownSubsystem noSubsystem; ///< of records that name none
+    std::vector<LoadedImage> imagesByLoad;
+    std::vector<std::uint32_t> subsystemsByIdentifier; ///< numbers of entries
 };
 
 /// The processes that the chunk sets after a catalog speak of.
@@ -76,22 +87,18 @@ public:
     CatalogProcess* find(const ProcessKey& key);
 
     /// The subsystem with this identifier of the process; both texts empty when there is none.
-    KnownSubsystem&
-    subsystem(CatalogProcess& process, std::uint16_t identifier, TextPool& pool) const;
+    KnownSubsystem& subsystem(CatalogProcess& process,
+                              std::optional<std::uint16_t> identifier,
+                              TextPool& pool) const;
 
     /// The identifier of the image that holds a code address, by the process's image table.
     std::optional<Uuid>
-    imageAt(const CatalogProcess& process, std::uint64_t address, std::uint64_t& load) const;
-
-    std::size_t bytes() const
-    {
-        return m_body.size() + m_processes.size() * sizeof(CatalogProcess);
-    }
+    imageAt(CatalogProcess& process, std::uint64_t address, std::uint64_t& load) const;
 
 private:
     void readProcesses();
     Subsystem
-    readSubsystem(const CatalogProcess& process, std::uint16_t identifier, TextPool& pool) const;
+    readSubsystem(CatalogProcess& process, std::uint16_t identifier, TextPool& pool) const;
     std::optional<Uuid> identifier(std::uint16_t index) const;
     std::string_view pooledText(std::uint16_t offset, TextPool& pool) const;
 

@@ -22,7 +22,6 @@ struct FirehoseChunk
     static constexpr std::size_t headSize = 32;
 
     ProcessKey key;
-    std::uint8_t timeToLive = 0;
     std::uint8_t stream = 0;
     std::uint16_t privateOffset = 0;
     std::uint64_t baseTime = 0;
@@ -37,7 +36,6 @@ struct FirehoseChunk
         FirehoseChunk chunk;
         ByteReader in(body);
         chunk.key = ProcessKey::read(in);
-        chunk.timeToLive = body[12];
         chunk.stream = body[22];
         chunk.baseTime = loadAt<std::uint64_t>(body, 24);
         const std::size_t publicEnd = publicStart + loadAt<std::uint16_t>(body, 16);

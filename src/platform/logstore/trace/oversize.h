@@ -3,10 +3,6 @@
 
 #include "platform/logstore/trace/chunk.h"
 
-#include <deque>
-#include <unordered_map>
-#include <vector>
-
 namespace logstore {
 
 // offset  size  field
@@ -29,48 +25,16 @@ struct OversizeChunk
         return {clipped(body, headSize, publicSize),
                 clipped(body, headSize + publicSize, loadAt<std::uint16_t>(body, 30))};
     }
-};
 
-/// The oversize chunks met so far. They stand before their records, but in real files up to two
-/// chunk sets before, so their bytes are kept beyond their chunk set. The oldest go when they take
-/// too much room.
-class OversizeStore
-{
-public:
-    void add(std::uint32_t clock, Bytes body);
+    static std::uint32_t reference(Bytes body) { return loadAt<std::uint32_t>(body, 24); }
 
-    /// The arguments of a record: the chunk with its reference and its time; failing that, the last
-    /// one with its reference. Null when there is none.
-    const std::vector<std::uint8_t>* find(std::uint32_t clock,
-                                          const ProcessKey& key,
-                                          std::uint32_t reference,
-                                          std::uint64_t time) const;
-
-private:
-    struct Key
+    /// The body without what may follow its data.
+    static Bytes usedPart(Bytes body)
     {
-        std::uint32_t clock;
-        ProcessKey process;
-        std::uint32_t reference;
-
-        bool operator==(const Key& other) const
-        {
-            return clock == other.clock && process == other.process && reference == other.reference;
-        }
-    };
-    struct KeyHash
-    {
-        std::size_t operator()(const Key& key) const;
-    };
-    struct Kept
-    {
-        std::uint64_t time;
-        std::vector<std::uint8_t> body;
-    };
-
-    std::unordered_map<Key, std::vector<Kept>, KeyHash> m_chunks;
-    std::deque<Key> m_order; ///< oldest first
-    std::size_t m_bytes = 0;
+        return clipped(body, 0,
+                       headSize + std::uint64_t{loadAt<std::uint16_t>(body, 28)}
+                           + loadAt<std::uint16_t>(body, 30));
+    }
 };
 
 } // namespace logstore

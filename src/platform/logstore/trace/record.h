@@ -73,7 +73,7 @@ struct RecordHead
     }
 };
 
-/// The fields in front of a record's items. Those the record does not carry are 0.
+/// The fields in front of a record's items. Those the record does not carry are 0 or absent.
 struct RecordFields
 {
     std::uint64_t currentActivity = 0;
@@ -90,7 +90,7 @@ struct RecordFields
     std::uint16_t largeOffset = 0;
     std::uint16_t addressHigh = 0;
     std::uint16_t largeSharedCache = 0;
-    std::uint16_t subsystem = 0;
+    std::optional<std::uint16_t> subsystem;
     std::uint16_t nameUpper = 0;
     std::uint8_t timeToLive = 0;
     Bytes items; ///< what follows the fields

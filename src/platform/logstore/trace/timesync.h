@@ -20,7 +20,7 @@ public:
     {
         std::uint32_t numerator = 1;
         std::uint32_t denominator = 1;
-        std::int64_t wallTime = 0; ///< of the boot, 0 when unknown
+        std::int64_t wallTime = 0;            ///< of the boot, 0 when unknown
         std::vector<BootClock::Anchor> syncs; ///< in the order of the files
 
         BootClock clock(const Uuid& uuid) const;
