@@ -20,7 +20,9 @@ struct ProcessFacts
     std::uint32_t userIdentifier = 0;
 };
 
-/// Decides which entries a stream delivers.
+/// Decides which entries a stream delivers. What can be ruled out from a catalog is ruled out
+/// before a record is read: a process, a subsystem. A sender cannot be: a record may name its image
+/// itself.
 class EntryFilter
 {
 public:

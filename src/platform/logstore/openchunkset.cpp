@@ -71,8 +71,11 @@ void OpenChunkSet::unpack(std::shared_ptr<Catalog> catalog, Source source)
                                 body);
             return;
         }
-        if (tag == ChunkTag::Firehose)
+        if (tag == ChunkTag::Firehose) {
+            if (!source.selection.mayMatchFirehose(m_catalog.get(), chunk.process))
+                return;
             chunk.firehose = FirehoseChunk::read(body);
+        }
         m_chunks.push_back(chunk);
         addRecords(m_chunks.size() - 1, source);
     });

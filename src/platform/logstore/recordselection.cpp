@@ -50,11 +50,31 @@ bool RecordSelection::mayMatch(const Catalog* catalog,
             return false;
         subsystem = fields->subsystem;
     }
-    KnownSubsystem& known = catalog->subsystem(*process, subsystem, m_texts);
+    return possible(*process, catalog->subsystem(*process, subsystem, m_texts));
+}
+
+bool RecordSelection::mayMatchFirehose(const Catalog* catalog, CatalogProcess* process) const
+{
+    if (!m_filter || !process || !catalog)
+        return true;
+    if (process->firehoseVerdict == Verdict::NotAsked) {
+        bool any = possible(*process, process->noSubsystem);
+        for (std::size_t at = 0; !any && at < process->subsystems.size();
+             at += CatalogProcess::subsystemEntrySize) {
+            const auto identifier = loadAt<std::uint16_t>(process->subsystems, at);
+            any = possible(*process, catalog->subsystem(*process, identifier, m_texts));
+        }
+        process->firehoseVerdict = any ? Verdict::Possible : Verdict::Excluded;
+    }
+    return process->firehoseVerdict == Verdict::Possible;
+}
+
+bool RecordSelection::possible(CatalogProcess& process, KnownSubsystem& known) const
+{
     if (known.verdict == Verdict::NotAsked) {
-        const bool possible = m_filter->mayMatch(factsOf(process, m_strings), known.texts.subsystem,
-                                                 known.texts.category);
-        known.verdict = possible ? Verdict::Possible : Verdict::Excluded;
+        const bool mayMatch = m_filter->mayMatch(factsOf(&process, m_strings),
+                                                 known.texts.subsystem, known.texts.category);
+        known.verdict = mayMatch ? Verdict::Possible : Verdict::Excluded;
     }
     return known.verdict == Verdict::Possible;
 }

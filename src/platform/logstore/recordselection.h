@@ -33,6 +33,10 @@ public:
     /// False when no record of the process can match.
     bool mayMatch(CatalogProcess* process) const;
 
+    /// False when no record of the process in a firehose chunk can match: none with one of its
+    /// subsystems, and none without.
+    bool mayMatchFirehose(const Catalog* catalog, CatalogProcess* process) const;
+
     /// False when the record cannot match.
     bool mayMatch(const Catalog* catalog,
                   CatalogProcess* process,
@@ -40,6 +44,8 @@ public:
                   Bytes data) const;
 
 private:
+    bool possible(CatalogProcess& process, KnownSubsystem& known) const;
+
     std::int64_t m_from;
     const EntryFilter* m_filter;
     StringFiles& m_strings;

@@ -12,7 +12,6 @@ namespace {
 
 constexpr std::size_t headSize = 24;
 constexpr std::size_t imageEntrySize = 16;
-constexpr std::size_t subsystemEntrySize = 6;
 
 // offset  size  field
 //      0     2  offset of the subsystem strings
@@ -58,12 +57,13 @@ struct Head
 std::optional<Bytes> subsystemEntry(CatalogProcess& process, std::uint16_t identifier)
 {
     const auto entryAt = [&process](std::size_t number) {
-        return process.subsystems.subspan(number * subsystemEntrySize, subsystemEntrySize);
+        return process.subsystems.subspan(number * CatalogProcess::subsystemEntrySize,
+                                          CatalogProcess::subsystemEntrySize);
     };
     const auto identifierAt = [&entryAt](std::size_t number) {
         return loadAt<std::uint16_t>(entryAt(number));
     };
-    const std::size_t count = process.subsystems.size() / subsystemEntrySize;
+    const std::size_t count = process.subsystems.size() / CatalogProcess::subsystemEntrySize;
     // Identifiers count up from 1, as a rule without gaps: look there first.
     const std::size_t expected = identifier == 0 ? 0 : std::size_t{identifier} - 1;
     if (expected < count && identifierAt(expected) == identifier)
@@ -126,7 +126,7 @@ void Catalog::readProcesses()
         process.images = in.take(imageCount * imageEntrySize);
         const std::uint64_t subsystemCount = in.read<std::uint32_t>();
         in.skip(4);
-        process.subsystems = in.take(subsystemCount * subsystemEntrySize);
+        process.subsystems = in.take(subsystemCount * CatalogProcess::subsystemEntrySize);
         if (!in.ok())
             break;
         m_processes.push_back(process);

@@ -59,14 +59,16 @@ struct CatalogProcess
     std::uint32_t userIdentifier = 0;
     std::optional<Uuid> mainImage;
     std::optional<Uuid> sharedCache;
-    Bytes images;     ///< 16 bytes each
-    Bytes subsystems; ///< 6 bytes each
+    Bytes images; ///< 16 bytes each
+    static constexpr std::size_t subsystemEntrySize = 6;
+    Bytes subsystems;
 
     // Filled in when first needed.
     UuidText* mainFile = nullptr;
     SharedCache* cacheFile = nullptr;
     bool filesLookedUp = false;
     Verdict verdict = Verdict::NotAsked;
+    Verdict firehoseVerdict = Verdict::NotAsked; ///< of its records in firehose chunks
     std::unordered_map<std::uint16_t, KnownSubsystem> knownSubsystems; ///< by identifier
     KnownSubsystem noSubsystem; ///< of records that name none
     std::vector<LoadedImage> imagesByLoad;
