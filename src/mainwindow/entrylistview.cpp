@@ -36,6 +36,7 @@ EntryListView::EntryListView(LogEntryModel& model, QWidget* parent)
     , m_model(model)
     , m_delegate(new MessageRowDelegate(rowFont(m_pointSize), defaultSpacing(*this), this))
 {
+    setLayoutDirection(Qt::LeftToRight); // as the log is written, in every language
     // A tree of one column and no depth: unlike a list view it takes its width from the column, at
     // no cost per row.
     setHeaderHidden(true);

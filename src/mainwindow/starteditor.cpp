@@ -28,6 +28,7 @@ bool isDigit(const QString& typed)
 
 StartEditor::StartEditor(const QDateTime& date, QWidget* parent) : QDateTimeEdit(date, parent)
 {
+    setLayoutDirection(Qt::LeftToRight); // else its parts change places
     setDisplayFormat(pattern);
     setCalendarPopup(true);
 }
