@@ -32,9 +32,9 @@ timeout 60 sh -c '
 second=$(xdotool search --onlyvisible --name '^Tessel' | grep -v "^$main$")
 xdotool windowfocus --sync "$second" key ctrl+g
 window '^Tessel 20' >/dev/null
-statistics=$(find "$home/.cache" -name 'logdata.statistics.*.txt')
+statistics=$(find "$home/.cache" -name 'logdata.statistics.*.txt' -exec cat {} +)
 [ -n "$statistics" ] || fail "The demonstration store has no statistics"
-! grep -E '[0-9],[0-9]' $statistics || fail "Numbers were written with a comma"
+! echo "$statistics" | grep -E '[0-9],[0-9]' || fail "Numbers were written with a comma"
 xdotool windowfocus --sync "$second" key F1
 window '^Help Window$' >/dev/null
 xdotool windowfocus --sync "$second" key ctrl+q

@@ -163,7 +163,7 @@ void TestStoreWriter::missingFolderIsNamed()
     const auto result = files.write("/dev/null/store");
     QVERIFY(!result);
     QVERIFY(QString::fromStdString(result.error().description)
-                .contains(QStringLiteral("\"/dev/null/store/version.plist\"")));
+                .contains(QStringLiteral("“/dev/null/store/version.plist”")));
 }
 
 QTEST_APPLESS_MAIN(TestStoreWriter)

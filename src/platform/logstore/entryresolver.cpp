@@ -28,11 +28,6 @@ const FormatProgram& dynamicFormat()
     return program;
 }
 
-StringSource sourceOf(const RecordState& state)
-{
-    return static_cast<StringSource>(state.head.flags & StringSourceMask);
-}
-
 void setKind(RecordState& state)
 {
     switch (state.head.kind) {
@@ -137,10 +132,10 @@ const ResolvedFormat& EntryResolver::format(RecordState& state)
 {
     if (!state.formatKnown) {
         state.formatKnown = true;
-        const std::uint32_t upper =
-            sourceOf(state) == StringSource::LargeSharedCache && state.fields.largeSharedCache != 0
-                ? state.fields.largeSharedCache
-                : state.fields.largeOffset;
+        const std::uint32_t upper = state.head.source() == StringSource::LargeSharedCache
+                                            && state.fields.largeSharedCache != 0
+                                        ? state.fields.largeSharedCache
+                                        : state.fields.largeOffset;
         state.format = resolve(state, state.head.reference, upper, Use::Format);
     }
     return state.format;
@@ -150,7 +145,7 @@ const ResolvedFormat& EntryResolver::format(RecordState& state)
 std::uint64_t EntryResolver::codeAddress(const RecordState& state) const
 {
     const std::uint64_t low = state.fields.addressLow;
-    switch (sourceOf(state)) {
+    switch (state.head.source()) {
     case StringSource::SharedCache:
         return low + (std::uint64_t{state.fields.largeOffset} >> 1 << 32);
     case StringSource::LargeSharedCache:
@@ -165,7 +160,7 @@ EntryResolver::resolve(RecordState& state, std::uint32_t reference, std::uint32_
 {
     const bool dynamic = (reference & dynamicBit) != 0;
     const std::uint64_t offset = (reference & ~dynamicBit) | std::uint64_t{upper} << upperShift;
-    const StringSource source = sourceOf(state);
+    const StringSource source = state.head.source();
     if (state.process)
         m_index.strings().lookUp(*state.process);
 
@@ -316,7 +311,7 @@ std::optional<std::uint64_t> EntryResolver::senderImageOffset(RecordState& state
     if (!state.hasFormat())
         return std::nullopt;
     const std::uint64_t address = codeAddress(state);
-    switch (sourceOf(state)) {
+    switch (state.head.source()) {
     case StringSource::MainExecutable:
     case StringSource::Relative: return address;
     case StringSource::Absolute: {

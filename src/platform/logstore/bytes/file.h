@@ -18,6 +18,8 @@ public:
     /// Fails on anything but a readable regular file.
     static Result<File> open(const std::filesystem::path& path);
 
+    File(const File&) = delete;
+    File& operator=(const File&) = delete;
     File(File&& other) noexcept;
     File& operator=(File&& other) noexcept;
     ~File();

@@ -40,6 +40,8 @@ public:
     explicit FormatProgram(std::string text);
     FormatProgram(const FormatProgram&) = delete;
     FormatProgram& operator=(const FormatProgram&) = delete;
+    FormatProgram(FormatProgram&&) = delete;
+    FormatProgram& operator=(FormatProgram&&) = delete;
     ~FormatProgram() = default;
 
     struct Step

@@ -230,10 +230,10 @@ private:
         if (!day.ok())
             return false;
         constexpr sys_days epoch = year(2001) / January / 1;
-        const auto seconds = std::chrono::seconds(sys_days(day) - epoch).count();
+        const seconds time = sys_days(day) - epoch + hours(number(11, 2)) + minutes(number(14, 2))
+                             + seconds(number(17, 2));
         into.kind = Kind::Date;
-        into.real = static_cast<double>(seconds + number(11, 2) * 3600 + number(14, 2) * 60
-                                        + number(17, 2));
+        into.real = static_cast<double>(time.count());
         return true;
     }
 

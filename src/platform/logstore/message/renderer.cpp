@@ -80,12 +80,12 @@ void appendMasked(std::string& out, const Item& item)
 bool appendInsteadOfValue(std::string& out, const Conversion& conversion, const Item& item)
 {
     constexpr std::uint8_t sensitive = 4;
-    if (item.privacy() & sensitive)
+    const bool isSensitive = (item.privacy() & sensitive) != 0;
+    const bool isMasked = item.kind() == ItemKind::Masked;
+    if (isSensitive || (!isMasked && item.privacy() == 1 && item.redacted))
         out += privateText;
-    else if (item.kind() == ItemKind::Masked)
+    else if (isMasked)
         appendMasked(out, item);
-    else if (item.privacy() == 1 && item.redacted)
-        out += privateText;
     else if (conversion.masked && holdsText(item.kind()) && item.bytes.empty())
         out += nullMask;
     else

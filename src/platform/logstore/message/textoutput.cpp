@@ -19,6 +19,8 @@ public:
     ~CLocale() { ::uselocale(m_before); }
     CLocale(const CLocale&) = delete;
     CLocale& operator=(const CLocale&) = delete;
+    CLocale(CLocale&&) = delete;
+    CLocale& operator=(CLocale&&) = delete;
 
 private:
     static locale_t cLocale()

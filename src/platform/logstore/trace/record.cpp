@@ -3,53 +3,80 @@
 
 namespace logstore {
 
+namespace {
+
+bool has(const RecordHead& head, RecordFlag flag)
+{
+    return (head.flags & flag) != 0;
+}
+
+void readActivities(RecordFields& fields, const RecordHead& head, ByteReader& in)
+{
+    if (head.kind == RecordKind::Trace)
+        return;
+    if (has(head, HasCurrentActivity))
+        fields.currentActivity = in.read<std::uint64_t>();
+    if (head.kind == RecordKind::Activity) {
+        if (has(head, HasUniqueProcess))
+            fields.uniqueProcess = in.read<std::uint64_t>();
+        if (has(head, HasOtherActivityOrSubsystem))
+            fields.otherActivity = in.read<std::uint64_t>();
+        if (head.type != userActionType)
+            fields.newActivity = in.read<std::uint64_t>();
+    } else if (has(head, HasPrivateRange)) {
+        fields.privateOffset = in.read<std::uint16_t>();
+        fields.privateSize = in.read<std::uint16_t>();
+    }
+}
+
+void readStringPlace(RecordFields& fields, const RecordHead& head, ByteReader& in)
+{
+    fields.addressLow = in.read<std::uint32_t>();
+    if (has(head, HasLargeOffset))
+        fields.largeOffset = in.read<std::uint16_t>();
+    switch (head.source()) {
+    case StringSource::Absolute: fields.addressHigh = in.read<std::uint16_t>(); break;
+    case StringSource::Relative: fields.image = in.read<Uuid>(); break;
+    case StringSource::LargeSharedCache: fields.largeSharedCache = in.read<std::uint16_t>(); break;
+    case StringSource::MainExecutable:
+    case StringSource::SharedCache: break;
+    }
+}
+
+void readOrigin(RecordFields& fields, const RecordHead& head, ByteReader& in)
+{
+    if (head.kind != RecordKind::Log && head.kind != RecordKind::Signpost)
+        return;
+    if (has(head, HasOtherActivityOrSubsystem))
+        fields.subsystem = in.read<std::uint16_t>();
+    if (has(head, HasRules))
+        fields.timeToLive = in.read<std::uint8_t>();
+    if (has(head, HasOversize))
+        fields.oversizeReference = in.read<std::uint32_t>();
+}
+
+void readSignpost(RecordFields& fields, const RecordHead& head, ByteReader& in)
+{
+    if (head.kind != RecordKind::Signpost)
+        return;
+    fields.signpostIdentifier = in.read<std::uint64_t>();
+    if (!has(head, HasName))
+        return;
+    fields.nameReference = in.read<std::uint32_t>();
+    if (has(head, HasLargeOffset) || head.source() == StringSource::LargeSharedCache)
+        fields.nameUpper = in.read<std::uint16_t>();
+}
+
+} // namespace
+
 std::optional<RecordFields> RecordFields::read(const RecordHead& head, Bytes data)
 {
     RecordFields fields;
     ByteReader in(data);
-    const auto has = [flags = head.flags](RecordFlag flag) { return (flags & flag) != 0; };
-    const auto source = static_cast<StringSource>(head.flags & StringSourceMask);
-
-    if (head.kind != RecordKind::Trace && has(HasCurrentActivity))
-        fields.currentActivity = in.read<std::uint64_t>();
-    if (head.kind == RecordKind::Activity) {
-        if (has(HasUniqueProcess))
-            fields.uniqueProcess = in.read<std::uint64_t>();
-        if (has(HasOtherActivityOrSubsystem))
-            fields.otherActivity = in.read<std::uint64_t>();
-        if (head.type != userActionType)
-            fields.newActivity = in.read<std::uint64_t>();
-    } else if (head.kind != RecordKind::Trace && has(HasPrivateRange)) {
-        fields.privateOffset = in.read<std::uint16_t>();
-        fields.privateSize = in.read<std::uint16_t>();
-    }
-
-    fields.addressLow = in.read<std::uint32_t>();
-    if (has(HasLargeOffset))
-        fields.largeOffset = in.read<std::uint16_t>();
-    if (source == StringSource::Absolute)
-        fields.addressHigh = in.read<std::uint16_t>();
-    else if (source == StringSource::Relative)
-        fields.image = in.read<Uuid>();
-    else if (source == StringSource::LargeSharedCache)
-        fields.largeSharedCache = in.read<std::uint16_t>();
-
-    if (head.kind == RecordKind::Log || head.kind == RecordKind::Signpost) {
-        if (has(HasOtherActivityOrSubsystem))
-            fields.subsystem = in.read<std::uint16_t>();
-        if (has(HasRules))
-            fields.timeToLive = in.read<std::uint8_t>();
-        if (has(HasOversize))
-            fields.oversizeReference = in.read<std::uint32_t>();
-    }
-    if (head.kind == RecordKind::Signpost) {
-        fields.signpostIdentifier = in.read<std::uint64_t>();
-        if (has(HasName)) {
-            fields.nameReference = in.read<std::uint32_t>();
-            if (has(HasLargeOffset) || source == StringSource::LargeSharedCache)
-                fields.nameUpper = in.read<std::uint16_t>();
-        }
-    }
+    readActivities(fields, head, in);
+    readStringPlace(fields, head, in);
+    readOrigin(fields, head, in);
+    readSignpost(fields, head, in);
     if (!in.ok())
         return std::nullopt;
     fields.items = in.rest();

@@ -65,6 +65,8 @@ struct RecordHead
                 loadAt<std::uint16_t>(bytes, 22)};
     }
 
+    StringSource source() const { return static_cast<StringSource>(flags & StringSourceMask); }
+
     /// False for kinds that no entry is made of.
     bool isKnown() const
     {
