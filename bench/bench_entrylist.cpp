@@ -55,7 +55,7 @@ void countFile(benchmark::State& state, const QString& path)
 void memoryOfAList(benchmark::State& state)
 {
     double bytes = 0;
-    for (auto turn : state) {
+    for ([[maybe_unused]] auto turn : state) {
         const double before = allocatedBytes();
         const QList<LogEntry> entries = manyEntries(listLength);
         bytes = allocatedBytes() - before;
@@ -71,7 +71,7 @@ void save(benchmark::State& state)
     const QList<LogEntry> entries = manyEntries(listLength);
     forgetPeak();
     const double before = peakBytes();
-    for (auto turn : state) {
+    for ([[maybe_unused]] auto turn : state) {
         if (!saveEntryList(entries, path))
             state.SkipWithError("the list cannot be saved");
     }
@@ -88,7 +88,7 @@ void load(benchmark::State& state)
     forgetPeak();
     const double before = peakBytes();
     double listBytes = 1;
-    for (auto turn : state) {
+    for ([[maybe_unused]] auto turn : state) {
         const double allocated = allocatedBytes();
         const auto entries = loadEntryList(path);
         if (!entries)
@@ -104,7 +104,7 @@ void richText(benchmark::State& state)
     const QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("list.rtf"));
     const QList<LogEntry> entries = manyEntries(listLength / 10);
-    for (auto turn : state) {
+    for ([[maybe_unused]] auto turn : state) {
         if (!saveRichText(entries, path))
             state.SkipWithError("the rich text cannot be saved");
     }

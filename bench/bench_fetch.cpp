@@ -40,7 +40,7 @@ void decode(benchmark::State& state)
     if (!store)
         return state.SkipWithError(store.error().description.c_str());
     std::int64_t count = 0;
-    for (auto turn : state) {
+    for ([[maybe_unused]] auto turn : state) {
         auto entries = store->getEntries({std::numeric_limits<std::int64_t>::min()});
         for (const logstore::Entry* entry = entries.next(); entry;
              entry = entries.next(), ++count) {
@@ -69,11 +69,12 @@ bool fetch(Logger& logger, std::shared_ptr<const logstore::EntryFilter> filter)
 }
 
 /// The processor time that each turn takes.
-double
-timed(benchmark::State& state, Logger& logger, std::shared_ptr<const logstore::EntryFilter> filter)
+double timed(benchmark::State& state,
+             Logger& logger,
+             const std::shared_ptr<const logstore::EntryFilter>& filter)
 {
     const std::clock_t begin = std::clock();
-    for (auto turn : state) {
+    for ([[maybe_unused]] auto turn : state) {
         if (!fetch(logger, filter)) {
             state.SkipWithError("the store cannot be read");
             break;
@@ -107,7 +108,7 @@ const QString& benchArchive()
 void openArchive(benchmark::State& state)
 {
     double bytes = 0;
-    for (auto turn : state) {
+    for ([[maybe_unused]] auto turn : state) {
         const auto store = logstore::Store::open(benchArchive().toStdString());
         if (!store)
             return state.SkipWithError(store.error().description.c_str());
@@ -124,7 +125,7 @@ void firstThousand(benchmark::State& state)
         return state.SkipWithError(whole.error().description.c_str());
     const std::int64_t begin = whole->entries().next()->time();
     const std::int64_t step = (whole->endTime() - begin) / 10;
-    for (auto turn : state) {
+    for ([[maybe_unused]] auto turn : state) {
         const auto store = logstore::Store::open(benchArchive().toStdString());
         auto entries = store->entries(begin + step * state.range(0));
         for (int i = 0; i < 1000; ++i)

@@ -40,7 +40,7 @@ QList<LogEntry> makeEntries(const QString& tail)
 void search(benchmark::State& state, const QList<LogEntry>& entries, const QString& query)
 {
     qsizetype found = 0;
-    for (auto _ : state)
+    for ([[maybe_unused]] auto turn : state)
         found = entriesFound(entries, 0, query).size();
     state.counters["found"] = static_cast<double>(found);
     state.SetItemsProcessed(state.iterations() * entries.size());

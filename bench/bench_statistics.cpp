@@ -26,7 +26,7 @@ QByteArray statisticsText(int rotationsInHundred)
 void analyse(benchmark::State& state, LogStatistics::Form form)
 {
     const QByteArray text = statisticsText(static_cast<int>(state.range(0)));
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto turn : state) {
         LogStatistics statistics(form);
         if (text.isValidUtf8())
             statistics.analyseText(text);

@@ -54,7 +54,8 @@ logstore::Uuid demonstrationUuid(std::uint8_t number)
 {
     logstore::Uuid uuid;
     for (std::size_t i = 0; i < uuid.bytes.size(); ++i)
-        uuid.bytes[i] = static_cast<std::uint8_t>(number * 37U + i * (std::size_t{number} * 2 + 29));
+        uuid.bytes[i] = static_cast<std::uint8_t>(std::size_t{number} * 37
+                                                  + i * (std::size_t{number} * 2 + 29));
     uuid.bytes[6] =
         static_cast<std::uint8_t>((uuid.bytes[6] & 0x0f) | 0x40); // a random one by its form
     uuid.bytes[8] = static_cast<std::uint8_t>((uuid.bytes[8] & 0x3f) | 0x80);

@@ -2,23 +2,13 @@
 #include "platform/desktop/appearance.h"
 
 #include "platform/desktop/darkstyle.h"
+#include "platform/desktop/desktopappearance.h"
 
 #include <QApplication>
-#include <QDBusConnection>
-#include <QDBusMessage>
-#include <QDBusVariant>
 #include <QPalette>
 #include <QStyle>
 
-using namespace Qt::StringLiterals;
-
 namespace {
-
-const QString portal = u"org.freedesktop.portal.Desktop"_s;
-const QString portalPath = u"/org/freedesktop/portal/desktop"_s;
-const QString portalSettings = u"org.freedesktop.portal.Settings"_s;
-const QString appearanceSettings = u"org.freedesktop.appearance"_s;
-const QString colourScheme = u"color-scheme"_s;
 
 QPalette darkPalette()
 {
@@ -61,64 +51,11 @@ QPalette darkPalette()
     return palette;
 }
 
-/// What desktops tell through their portal: 1 dark, 2 light, 0 no preference.
-bool isDark(QVariant setting)
-{
-    constexpr uint dark = 1;
-    while (setting.userType() == qMetaTypeId<QDBusVariant>())
-        setting = setting.value<QDBusVariant>().variant();
-    return setting.toUInt() == dark;
-}
-
-bool desktopPrefersDark()
-{
-    constexpr int patienceMs = 300;
-    QDBusMessage question =
-        QDBusMessage::createMethodCall(portal, portalPath, portalSettings, u"Read"_s);
-    question << appearanceSettings << colourScheme;
-    const QDBusMessage answer =
-        QDBusConnection::sessionBus().call(question, QDBus::Block, patienceMs);
-    if (answer.type() != QDBusMessage::ReplyMessage || answer.arguments().isEmpty())
-        return false;
-    return isDark(answer.arguments().constFirst());
-}
-
 /// A platform theme that sets colours has already made the palette the desktop's.
 bool themeSetsColours()
 {
     return QApplication::palette() != QApplication::style()->standardPalette();
 }
-
-/// Follows what the portal tells as the user changes it. Belongs to the application.
-class PortalListener final : public QObject
-{
-    Q_OBJECT
-
-public:
-    PortalListener() : QObject(qApp), m_lightStyle(QApplication::style()->name())
-    {
-        qRegisterMetaType<QDBusVariant>(); // the connection looks for the slot's types by name
-        QDBusConnection::sessionBus().connect(portal, portalPath, portalSettings,
-                                              u"SettingChanged"_s, this,
-                                              SLOT(settingChanged(QString, QString, QDBusVariant)));
-    }
-
-private Q_SLOTS:
-    void settingChanged(const QString& group, const QString& key, const QDBusVariant& value)
-    {
-        if (group != appearanceSettings || key != colourScheme)
-            return;
-        if (isDark(value.variant())) {
-            appearance::forceDark();
-        } else {
-            QApplication::setStyle(m_lightStyle);
-            QApplication::setPalette(QApplication::style()->standardPalette());
-        }
-    }
-
-private:
-    QString m_lightStyle;
-};
 
 } // namespace
 
@@ -132,9 +69,13 @@ void appearance::followSystem()
 {
     if (themeSetsColours())
         return;
-    new PortalListener;
-    if (desktopPrefersDark())
+    const auto follow = [lightStyle = QApplication::style()->name()](bool dark) {
+        if (dark)
+            return forceDark();
+        QApplication::setStyle(lightStyle);
+        QApplication::setPalette(QApplication::style()->standardPalette());
+    };
+    QObject::connect(new DesktopAppearance(qApp), &DesktopAppearance::changed, qApp, follow);
+    if (DesktopAppearance::prefersDark())
         forceDark();
 }
-
-#include "appearance.moc"

@@ -55,7 +55,7 @@ void SaveDialog::accept()
     if (!mayWriteInto(archive))
         return;
     Q_EMIT fileSelected(archive);
-    QDialog::accept();
+    done(Accepted); // accept() would walk into the folder
 }
 
 bool SaveDialog::mayWriteInto(const QString& archive)
