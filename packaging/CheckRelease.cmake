@@ -14,6 +14,18 @@ string(REGEX MATCH "<release version=\"([^\"]*)\" date=\"([^\"]*)\"" newest "${t
 set(date ${CMAKE_MATCH_2})
 expect(${metainfo} "${CMAKE_MATCH_1}" ${VERSION})
 
+# A picture is published as it is in the tree.
+string(REGEX MATCHALL "<image [^<]*" images "${text}")
+foreach(image IN LISTS images)
+    string(REGEX MATCH "pictures/[^/]*\\.png$" picture "${image}")
+    file(READ ${SOURCE}/resources/${picture} size OFFSET 16 LIMIT 8 HEX) # of a PNG file's head
+    string(REGEX MATCH "width=\"([0-9]*)\" height=\"([0-9]*)\"" declared "${image}")
+    string(REGEX MATCH "^(........)(........)$" found "${size}")
+    math(EXPR width 0x${CMAKE_MATCH_1})
+    math(EXPR height 0x${CMAKE_MATCH_2})
+    expect(resources/${picture} "width=\"${width}\" height=\"${height}\"" "${declared}")
+endforeach()
+
 file(READ ${SOURCE}/CHANGELOG.md text)
 string(REGEX MATCH "\n## ([^\n]*)" newest "${text}")
 expect(CHANGELOG.md "${CMAKE_MATCH_1}" "${VERSION} (${date})")
