@@ -144,8 +144,8 @@ std::vector<std::size_t> catalogTimes(ByteView body)
     std::size_t at = 24 + load<std::uint16_t>(body, 6);
     for (int i = load<std::uint16_t>(body, 8); i > 0; --i) {
         times.insert(times.end(), {at, at + 8});
-        const std::size_t strings = at + 28 + 2 * load<std::uint32_t>(body, at + 24);
-        at = aligned(strings + 4 + 2 * load<std::uint32_t>(body, strings));
+        const std::size_t strings = at + 28 + std::size_t{2} * load<std::uint32_t>(body, at + 24);
+        at = aligned(strings + 4 + std::size_t{2} * load<std::uint32_t>(body, strings));
     }
     return times;
 }

@@ -84,7 +84,7 @@ void DemonstrationStores::expectPresentMinute()
 
 bool DemonstrationStores::isRecent() const
 {
-    constexpr qint64 longestAgo = 5 * 60; // seconds
+    constexpr qint64 longestAgo = 300; // seconds
     return m_end >= m_expected && std::abs(m_end.secsTo(m_clock.now())) <= longestAgo;
 }
 
@@ -105,9 +105,8 @@ Result<void> DemonstrationStores::write()
     if (!folder)
         return tl::unexpected(folder.error());
     const QDateTime end = std::max(m_clock.now(), firstSeconds(m_clock.now()));
-    const auto written =
-        writeDemonstrationStore(QDir((*folder)->path()).filesystemAbsolutePath(),
-                                end.toMSecsSinceEpoch() * nanosecondsPerMillisecond);
+    auto written = writeDemonstrationStore(QDir((*folder)->path()).filesystemAbsolutePath(),
+                                           end.toMSecsSinceEpoch() * nanosecondsPerMillisecond);
     if (!written)
         return written;
     m_end = m_expected = end;

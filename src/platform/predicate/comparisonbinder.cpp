@@ -73,8 +73,8 @@ Types symbolsOf(const Node& side, bool typeIsLogType)
 /// Whether the side is a text in which the other is looked for: it is no name of a value then.
 bool isSearchedText(const Node& comparison, const Node& side)
 {
-    const bool searched = comparison.comparison == Operator::In ? &side == &comparison.children[1]
-                                                                : &side == &comparison.children[0];
+    const bool isRight = &side == &comparison.children.back();
+    const bool searched = isRight == (comparison.comparison == Operator::In);
     return searched && looksInside(comparison.comparison) && isText(side);
 }
 
