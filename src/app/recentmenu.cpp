@@ -27,6 +27,7 @@ void RecentMenu::list()
     for (const QString& path : files) {
         QAction* const action = addAction(menuText(QFileInfo(path).fileName()));
         action->setToolTip(path);
+        action->setEnabled(QFileInfo::exists(path));
         connect(action, &QAction::triggered, this, [this, path] { m_open(path); });
     }
     addSeparator();

@@ -305,7 +305,8 @@ void tst_Menus::recentFilesOpenAgain()
     QCOMPARE(window.state().logger().archURL().value_or(QUrl()), QUrl::fromLocalFile(archive));
     QVERIFY(QDir().rmdir(archive));
     Q_EMIT recent.aboutToShow();
-    QCOMPARE(texts(recent), QStringList({u"salt & pepper.tessel"_s, u"-"_s, u"Clear Menu"_s}));
+    QVERIFY(!recent.actions().at(0)->isEnabled()); // its disk may come back
+    QVERIFY(recent.actions().at(1)->isEnabled());
     recent.actions().constLast()->trigger();
     Q_EMIT recent.aboutToShow();
     QVERIFY(!recent.actions().constLast()->isEnabled());

@@ -48,16 +48,14 @@ void StateFile::setLastFolder(const QString& path)
 
 QStringList StateFile::recentFiles() const
 {
-    QStringList files = m_settings.value(recentFilesKey).toStringList();
-    files.removeIf([](const QString& path) { return !QFileInfo::exists(path); });
-    return files;
+    return m_settings.value(recentFilesKey).toStringList();
 }
 
 void StateFile::addRecentFile(const QString& path)
 {
     constexpr qsizetype most = 10;
     const QString absolute = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
-    QStringList files = m_settings.value(recentFilesKey).toStringList();
+    QStringList files = recentFiles();
     files.removeAll(absolute);
     files.prepend(absolute);
     m_settings.setValue(recentFilesKey, files.mid(0, most));

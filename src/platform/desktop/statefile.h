@@ -17,8 +17,7 @@ public:
     QString lastFolder() const;
     void setLastFolder(const QString& path);
 
-    /// The documents last opened or saved, the newest first; those that are not there now are left
-    /// out.
+    /// The documents last opened or saved, the newest first, also those that are not there now.
     QStringList recentFiles() const;
     void addRecentFile(const QString& path);
     void clearRecentFiles();

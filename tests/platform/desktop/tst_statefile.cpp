@@ -78,16 +78,13 @@ void TestStateFile::remembersRecentFiles()
     QStringList paths;
     for (int i = 0; i < 12; ++i) {
         paths.prepend(m_folder->filePath(u"%1.tessel"_s.arg(i)));
-        QVERIFY(QFile(paths.constFirst()).open(QFile::WriteOnly));
         StateFile(path()).addRecentFile(paths.constFirst());
     }
     StateFile state(path());
     QCOMPARE(state.recentFiles(), paths.mid(0, 10));
-    QVERIFY(QFile::remove(paths.at(3)));
-    paths.removeAt(3);
     paths.move(5, 0);
     state.addRecentFile(paths.constFirst());
-    QCOMPARE(state.recentFiles(), paths.mid(0, 9)); // the missing one is back with its file
+    QCOMPARE(state.recentFiles(), paths.mid(0, 10));
     state.clearRecentFiles();
     QCOMPARE(state.recentFiles(), QStringList());
 }
