@@ -541,6 +541,93 @@ Freie Software unter der MIT-Lizenz.</translation>
     </message>
 </context>
 <context>
+    <name>Failures</name>
+    <message>
+        <source>The folder “%1” for the demonstration store cannot be made.</source>
+        <translation>Der Ordner „%1“ für den Demonstrationsspeicher kann nicht angelegt werden.</translation>
+    </message>
+    <message>
+        <source>Entry %1 is nested too deeply.</source>
+        <translation>Eintrag %1 ist zu tief verschachtelt.</translation>
+    </message>
+    <message>
+        <source>In entry %1 the member “%2” is missing.</source>
+        <translation>In Eintrag %1 fehlt das Element „%2“.</translation>
+    </message>
+    <message>
+        <source>In entry %1 the member “%2” is too long.</source>
+        <translation>In Eintrag %1 ist das Element „%2“ zu lang.</translation>
+    </message>
+    <message>
+        <source>It does not hold a list of entries.</source>
+        <translation>Sie enthält keine Liste von Einträgen.</translation>
+    </message>
+    <message>
+        <source>Entry %1 is not an object.</source>
+        <translation>Eintrag %1 ist kein Objekt.</translation>
+    </message>
+    <message>
+        <source>In entry %1 the member “%2” is not a UUID.</source>
+        <translation>In Eintrag %1 ist das Element „%2“ keine UUID.</translation>
+    </message>
+    <message>
+        <source>In entry %1 the member “%2” is not a whole number of 64 bits.</source>
+        <translation>In Eintrag %1 ist das Element „%2“ keine ganze Zahl von 64 Bit.</translation>
+    </message>
+    <message>
+        <source>In entry %1 the member “%2” is not a string.</source>
+        <translation>In Eintrag %1 ist das Element „%2“ kein String.</translation>
+    </message>
+    <message>
+        <source>It is not JSON: %1 at byte %2.</source>
+        <translation>Sie ist kein JSON: %1 bei Byte %2.</translation>
+    </message>
+    <message>
+        <source>The entry list “%1” could not be read. %2</source>
+        <translation>Die Eintragsliste „%1“ konnte nicht gelesen werden. %2</translation>
+    </message>
+    <message>
+        <source>It is not a file.</source>
+        <translation>Sie ist keine Datei.</translation>
+    </message>
+    <message>
+        <source>The item “%1” could not be examined: %2.</source>
+        <translation>Das Objekt „%1“ konnte nicht untersucht werden: %2.</translation>
+    </message>
+    <message>
+        <source>The folder “%1” could not be listed: %2.</source>
+        <translation>Der Ordner „%1“ konnte nicht aufgelistet werden: %2.</translation>
+    </message>
+    <message>
+        <source>The file “%1” could not be read: It is not text in UTF-8.</source>
+        <translation>Die Datei „%1“ konnte nicht gelesen werden: Sie ist kein Text in UTF-8.</translation>
+    </message>
+    <message>
+        <source>The folder “%1” could not be created: %2.</source>
+        <translation>Der Ordner „%1“ konnte nicht angelegt werden: %2.</translation>
+    </message>
+    <message>
+        <source>The file “%1” could not be read: %2.</source>
+        <translation>Die Datei „%1“ konnte nicht gelesen werden: %2.</translation>
+    </message>
+    <message>
+        <source>The file “%1” could not be written: %2.</source>
+        <translation>Die Datei „%1“ konnte nicht geschrieben werden: %2.</translation>
+    </message>
+    <message>
+        <source>The item “%1” could not be copied to “%2”: %3.</source>
+        <translation>Das Objekt „%1“ konnte nicht nach „%2“ kopiert werden: %3.</translation>
+    </message>
+    <message>
+        <source>An item of that name exists already</source>
+        <translation>Ein Objekt dieses Namens gibt es schon</translation>
+    </message>
+    <message>
+        <source>A folder cannot be copied into itself</source>
+        <translation>Ein Ordner kann nicht in sich selbst kopiert werden</translation>
+    </message>
+</context>
+<context>
     <name>GenTab</name>
     <message>
         <source>Replace the predicate library with the default one</source>

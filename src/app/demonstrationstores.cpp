@@ -4,6 +4,7 @@
 #include "platform/clock.h"
 #include "platform/demonstrationstore.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QLockFile>
 #include <QStandardPaths>
@@ -119,8 +120,11 @@ Result<void> DemonstrationStores::write()
 Result<std::unique_ptr<DemonstrationStores::OwnFolder>> DemonstrationStores::makeFolder() const
 {
     const auto cannot = [](const QString& folder) {
-        return failure("The folder \"" + folder.toStdString()
-                       + "\" for the demonstration store cannot be made.");
+        return failure(
+            QCoreApplication::translate(
+                "Failures", "The folder “%1” for the demonstration store cannot be made.")
+                .arg(folder)
+                .toStdString());
     };
     const QDir parent(m_parent);
     if (!parent.mkpath(u"."_s))

@@ -3,6 +3,8 @@
 
 #include "platform/logstore/uuid.h"
 
+#include <QCoreApplication>
+
 #include <cmath>
 #include <limits>
 
@@ -66,7 +68,7 @@ bool EntryListBuilder::descend()
     if (!isIgnoring())
         return misfit();
     if (m_depth == deepest)
-        return failEntry("is nested too deeply");
+        return failEntry(QT_TRANSLATE_NOOP("Failures", "Entry %1 is nested too deeply."));
     ++m_depth;
     return true;
 }
@@ -83,7 +85,8 @@ bool EntryListBuilder::endEntry()
 {
     for (std::size_t i = 0; m_met != requiredMembers && i < userNoteMember; ++i) {
         if ((m_met & 1U << i) == 0)
-            return failMember(i, "is missing");
+            return failMember(
+                i, QT_TRANSLATE_NOOP("Failures", "In entry %1 the member “%2” is missing."));
     }
     return true;
 }
@@ -129,7 +132,8 @@ bool EntryListBuilder::takeId(std::string_view value)
 bool EntryListBuilder::takeText(std::string_view value)
 {
     if (value.size() > std::numeric_limits<std::uint32_t>::max())
-        return failMember(m_member, "is too long");
+        return failMember(
+            m_member, QT_TRANSLATE_NOOP("Failures", "In entry %1 the member “%2” is too long."));
     LogEntry& entry = m_entries.last();
     if (m_member == userNoteMember) {
         entry.userNote = Text(value);
@@ -179,30 +183,42 @@ bool EntryListBuilder::null()
 bool EntryListBuilder::misfit()
 {
     if (m_depth == outside) {
-        m_error = "It does not hold a list of entries.";
+        m_error = QCoreApplication::translate("Failures", "It does not hold a list of entries.")
+                      .toStdString();
         return false;
     }
     if (m_depth == inList) {
         m_entries.emplaceBack(); // which counts
-        return failEntry("is not an object");
+        return failEntry(QT_TRANSLATE_NOOP("Failures", "Entry %1 is not an object."));
     }
     switch (m_member) {
-    case idMember: return failMember(m_member, "is not a UUID");
-    case typeMember: return failMember(m_member, "is not a whole number of 64 bits");
-    default: return failMember(m_member, "is not a string");
+    case idMember:
+        return failMember(
+            m_member, QT_TRANSLATE_NOOP("Failures", "In entry %1 the member “%2” is not a UUID."));
+    case typeMember:
+        return failMember(
+            m_member,
+            QT_TRANSLATE_NOOP("Failures",
+                              "In entry %1 the member “%2” is not a whole number of 64 bits."));
+    default:
+        return failMember(
+            m_member,
+            QT_TRANSLATE_NOOP("Failures", "In entry %1 the member “%2” is not a string."));
     }
 }
 
-bool EntryListBuilder::failEntry(std::string_view reason)
+bool EntryListBuilder::failEntry(const char* sentence)
 {
-    m_error = "Entry " + std::to_string(entryNumber()) + ' ';
-    m_error.append(reason) += '.';
+    m_error = QCoreApplication::translate("Failures", sentence).arg(entryNumber()).toStdString();
     return false;
 }
 
-bool EntryListBuilder::failMember(std::size_t member, std::string_view reason)
+bool EntryListBuilder::failMember(std::size_t member, const char* sentence)
 {
-    m_error = "In entry " + std::to_string(entryNumber()) + " the member “";
-    m_error.append(entryMembers[member].name).append("” ").append(reason) += '.';
+    const std::string_view name = entryMembers[member].name;
+    m_error = QCoreApplication::translate("Failures", sentence)
+                  .arg(QString::number(entryNumber()),
+                       QString::fromUtf8(name.data(), qsizetype(name.size())))
+                  .toStdString();
     return false;
 }

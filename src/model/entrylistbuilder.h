@@ -67,8 +67,8 @@ private:
     bool endEntry();
     /// Fails because the value is not what stands here in an entry list.
     bool misfit();
-    bool failEntry(std::string_view reason);
-    bool failMember(std::size_t member, std::string_view reason);
+    bool failEntry(const char* sentence);
+    bool failMember(std::size_t member, const char* sentence);
 
     QList<LogEntry> m_entries;
     TextsByContent m_shared;

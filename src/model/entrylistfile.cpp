@@ -6,6 +6,7 @@
 #include "platform/filereplacement.h"
 #include "platform/logstore/uuid.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -236,8 +237,10 @@ Result<QList<LogEntry>> readEntryList(QIODevice& from)
         if (!error && used < size)
             error = json::error::extra_data;
         if (error)
-            return failure("It is not JSON: " + error.message() + " at byte "
-                           + std::to_string(position) + '.');
+            return failure(QCoreApplication::translate("Failures", "It is not JSON: %1 at byte %2.")
+                               .arg(QString::fromStdString(error.message()))
+                               .arg(position)
+                               .toStdString());
     }
     return builder.takeEntries();
 }
@@ -250,13 +253,14 @@ Result<void> saveEntryList(const QList<LogEntry>& entries, const QString& path)
 Result<QList<LogEntry>> loadEntryList(const QString& path)
 {
     const auto failed = [&path](const std::string& reason) {
-        const QString text = QStringLiteral("The entry list “%1” could not be read. %2");
+        const QString text =
+            QCoreApplication::translate("Failures", "The entry list “%1” could not be read. %2");
         return failure(
             text.arg(QDir::toNativeSeparators(path), QString::fromStdString(reason)).toStdString());
     };
     QFile file(path);
     if (QFileInfo::exists(path) && !QFileInfo(path).isFile())
-        return failed("It is not a file.");
+        return failed(QCoreApplication::translate("Failures", "It is not a file.").toStdString());
     if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         return failed(file.errorString().toStdString() + '.');
     auto entries = readEntryList(file);

@@ -6,6 +6,8 @@
 #include "platform/itemcopy.h"
 #include "platform/openfolder.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
@@ -18,10 +20,12 @@ namespace {
 constexpr off_t largestFile = off_t{2} * 1024 * 1024 * 1024;
 
 tl::unexpected<Failure>
-cannot(const char* kind, const FilePath& path, const char* what, const std::error_code& why)
+cannot(const char* sentence, const FilePath& path, const std::error_code& why)
 {
-    return failure(std::string("The ") + kind + " “" + path.string() + "” could not be " + what
-                   + ": " + why.message() + ".");
+    return failure(
+        QCoreApplication::translate("Failures", sentence)
+            .arg(QString::fromStdString(path.string()), QString::fromStdString(why.message()))
+            .toStdString());
 }
 
 std::error_code lastError()
@@ -52,7 +56,8 @@ Result<FileAttributes> attributesIn(int folder, const std::string& name, const F
     constexpr unsigned wanted = STATX_TYPE | STATX_SIZE | STATX_MTIME | STATX_CTIME | STATX_BTIME;
     struct statx item = {};
     if (::statx(folder, name.c_str(), AT_SYMLINK_NOFOLLOW, wanted, &item) < 0)
-        return cannot("item", path / name, "examined", lastError());
+        return cannot(QT_TRANSLATE_NOOP("Failures", "The item “%1” could not be examined: %2."),
+                      path / name, lastError());
     return attributes(item);
 }
 
@@ -61,7 +66,8 @@ Result<std::vector<std::string>>
 namesIn(DIR* open, const FilePath& folder, const NameFilter& isWanted)
 {
     if (!open)
-        return cannot("folder", folder, "listed", lastError());
+        return cannot(QT_TRANSLATE_NOOP("Failures", "The folder “%1” could not be listed: %2."),
+                      folder, lastError());
     std::vector<std::string> found;
     errno = 0;
     while (const dirent* entry = ::readdir(open)) {
@@ -71,7 +77,8 @@ namesIn(DIR* open, const FilePath& folder, const NameFilter& isWanted)
         errno = 0;
     }
     if (errno != 0)
-        return cannot("folder", folder, "listed", lastError());
+        return cannot(QT_TRANSLATE_NOOP("Failures", "The folder “%1” could not be listed: %2."),
+                      folder, lastError());
     std::ranges::sort(found);
     return found;
 }
@@ -115,8 +122,10 @@ Result<QByteArray> FileManager::textOfFile(const FilePath& path)
 {
     auto contents = contentsOfFile(path);
     if (contents && !contents->isValidUtf8())
-        return failure("The file “" + path.string()
-                       + "” could not be read: It is not text in UTF-8.");
+        return failure(QCoreApplication::translate(
+                           "Failures", "The file “%1” could not be read: It is not text in UTF-8.")
+                           .arg(QString::fromStdString(path.string()))
+                           .toStdString());
     return contents;
 }
 
@@ -151,7 +160,8 @@ bool SystemFileManager::isFolder(const FilePath& path)
 Result<void> SystemFileManager::createFolder(const FilePath& path)
 {
     if (::mkdir(path.c_str(), 0777) < 0)
-        return cannot("folder", path, "created", lastError());
+        return cannot(QT_TRANSLATE_NOOP("Failures", "The folder “%1” could not be created: %2."),
+                      path, lastError());
     return {};
 }
 
@@ -167,17 +177,21 @@ Result<QByteArray> SystemFileManager::contentsOfFile(const FilePath& path)
     const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     struct stat item = {};
     if (!file.isOpen() || ::fstat(file.number(), &item) < 0)
-        return cannot("file", path, "read", lastError());
+        return cannot(QT_TRANSLATE_NOOP("Failures", "The file “%1” could not be read: %2."), path,
+                      lastError());
     if (!S_ISREG(item.st_mode)) {
         const auto why =
             S_ISDIR(item.st_mode) ? std::errc::is_a_directory : std::errc::operation_not_supported;
-        return cannot("file", path, "read", std::make_error_code(why));
+        return cannot(QT_TRANSLATE_NOOP("Failures", "The file “%1” could not be read: %2."), path,
+                      std::make_error_code(why));
     }
     if (item.st_size > largestFile)
-        return cannot("file", path, "read", std::make_error_code(std::errc::file_too_large));
+        return cannot(QT_TRANSLATE_NOOP("Failures", "The file “%1” could not be read: %2."), path,
+                      std::make_error_code(std::errc::file_too_large));
     QByteArray contents(item.st_size + 1, Qt::Uninitialized); // one more, to find the end at once
     if (!readAll(file.number(), contents))
-        return cannot("file", path, "read", lastError());
+        return cannot(QT_TRANSLATE_NOOP("Failures", "The file “%1” could not be read: %2."), path,
+                      lastError());
     return contents;
 }
 
@@ -188,6 +202,7 @@ Result<void> SystemFileManager::writeFile(const FilePath& path, const QByteArray
         ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NONBLOCK, 0666));
     if (!file.isOpen() || !writeBytes(file.number(), contents.constData(), contents.size())
         || !file.close())
-        return cannot("file", path, "written", lastError());
+        return cannot(QT_TRANSLATE_NOOP("Failures", "The file “%1” could not be written: %2."),
+                      path, lastError());
     return {};
 }

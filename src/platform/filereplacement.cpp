@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/filereplacement.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QSaveFile>
 
@@ -8,7 +9,8 @@ Result<void> replaceFile(const QString& path, const std::function<bool(QIODevice
 {
     QSaveFile file(path);
     const auto failed = [&] {
-        const QString text = QStringLiteral("The file “%1” could not be written: %2.");
+        const QString text =
+            QCoreApplication::translate("Failures", "The file “%1” could not be written: %2.");
         return failure(text.arg(QDir::toNativeSeparators(path), file.errorString()).toStdString());
     };
     if (!file.open(QIODevice::WriteOnly))

@@ -6,6 +6,8 @@
 #include "platform/keptattributes.h"
 #include "platform/openfolder.h"
 
+#include <QCoreApplication>
+
 #include <array>
 #include <cerrno>
 #include <fcntl.h>
@@ -212,10 +214,12 @@ bool isInside(const FilePath& path, const FilePath& folder)
     return false;
 }
 
-tl::unexpected<Failure> cannotCopy(const FilePath& from, const FilePath& to, const std::string& why)
+tl::unexpected<Failure> cannotCopy(const FilePath& from, const FilePath& to, const QString& why)
 {
-    return failure("The item “" + from.string() + "” could not be copied to “" + to.string()
-                   + "”: " + why + ".");
+    return failure(
+        QCoreApplication::translate("Failures", "The item “%1” could not be copied to “%2”: %3.")
+            .arg(QString::fromStdString(from.string()), QString::fromStdString(to.string()), why)
+            .toStdString());
 }
 
 } // namespace
@@ -224,9 +228,13 @@ Result<void> copyItem(const FilePath& from, const FilePath& to, const CopyObserv
 {
     struct stat item = {};
     if (::lstat(to.c_str(), &item) == 0)
-        return cannotCopy(from, to, "An item of that name exists already");
+        return cannotCopy(
+            from, to,
+            QCoreApplication::translate("Failures", "An item of that name exists already"));
     if (::lstat(from.c_str(), &item) == 0 && S_ISDIR(item.st_mode) && isInside(to, from))
-        return cannotCopy(from, to, "A folder cannot be copied into itself");
+        return cannotCopy(
+            from, to,
+            QCoreApplication::translate("Failures", "A folder cannot be copied into itself"));
 
     const FilePath temporary = besides(to);
     ItemCopy copy(observer);
@@ -234,12 +242,12 @@ Result<void> copyItem(const FilePath& from, const FilePath& to, const CopyObserv
         removeCopy(temporary);
         const bool isBelow = copy.failedAt != from;
         const FilePath target = isBelow ? to / copy.failedAt.lexically_relative(from) : to;
-        return cannotCopy(copy.failedAt, target, copy.error.message());
+        return cannotCopy(copy.failedAt, target, QString::fromStdString(copy.error.message()));
     }
     if (!renameToNew(temporary, to)) {
         const std::error_code error(errno, std::generic_category());
         removeCopy(temporary);
-        return cannotCopy(from, to, error.message());
+        return cannotCopy(from, to, QString::fromStdString(error.message()));
     }
     return {};
 }
