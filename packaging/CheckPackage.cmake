@@ -19,7 +19,7 @@ if(NOT count EQUAL 1)
     message(FATAL_ERROR "One package was expected: ${packages}")
 endif()
 
-execute_process(COMMAND dpkg-deb --extract ${packages} ${folder}/root COMMAND_ERROR_IS_FATAL ANY)
+execute_process(COMMAND dpkg-deb --extract ${packages} ${folder}/unpacked COMMAND_ERROR_IS_FATAL ANY)
 set(id org.tessel.Tessel)
 find_program(rsvg_convert rsvg-convert)
 if(rsvg_convert)
@@ -36,7 +36,7 @@ foreach(file ${drawn}
         share/man/man1/tessel.1.gz
         share/doc/tessel/copyright
         share/doc/tessel/changelog.gz)
-    if(NOT EXISTS ${folder}/root/usr/${file})
+    if(NOT EXISTS ${folder}/unpacked/usr/${file})
         message(FATAL_ERROR "The package has no ${file}")
     endif()
 endforeach()
@@ -51,7 +51,7 @@ endforeach()
 
 find_program(appstreamcli appstreamcli)
 if(appstreamcli)
-    execute_process(COMMAND ${appstreamcli} validate-tree --no-net ${folder}/root
+    execute_process(COMMAND ${appstreamcli} validate-tree --no-net ${folder}/unpacked
         COMMAND_ERROR_IS_FATAL ANY)
 endif()
 find_program(lintian lintian)
