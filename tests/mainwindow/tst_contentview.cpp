@@ -24,7 +24,6 @@ private Q_SLOTS:
     void toolbarHoldsTheCommands();
     void fieldsHaveTheirWidths_data();
     void fieldsHaveTheirWidths();
-    void everyControlIsNamed();
     void everyToolbarCommandIsInAMenu();
     void typingReachesTheState();
     void pickerOffersTheLibrary();
@@ -87,28 +86,6 @@ void TestContentView::fieldsHaveTheirWidths()
     QFETCH(int, width);
     QCOMPARE(find<QWidget>(name)->width(), width);
     QVERIFY(find<QWidget>(name)->isVisible());
-}
-
-void TestContentView::everyControlIsNamed()
-{
-    for (const QWidget* widget : m_window->findChildren<QWidget*>()) {
-        const bool isControl = qobject_cast<const QLineEdit*>(widget)
-                               || qobject_cast<const QAbstractButton*>(widget)
-                               || qobject_cast<const QComboBox*>(widget)
-                               || qobject_cast<const QAbstractItemView*>(widget);
-        // Parts of the toolkit's own controls carry its own names.
-        if (!isControl || !widget->isVisible() || qobject_cast<const QToolButton*>(widget)
-            || widget->objectName().startsWith(u"qt_"_s))
-            continue;
-        if (widget->parent()->inherits("QComboBoxPrivateContainer"))
-            continue;
-        QVERIFY2(!widget->objectName().isEmpty(), widget->metaObject()->className());
-        QVERIFY2(!widget->accessibleName().isEmpty(), qPrintable(widget->objectName()));
-    }
-    for (const QLabel* label : m_window->findChildren<QLabel*>()) {
-        if (label->text() == u"Start"_s || label->text() == u":"_s)
-            QVERIFY(label->buddy() != nullptr);
-    }
 }
 
 void TestContentView::everyToolbarCommandIsInAMenu()

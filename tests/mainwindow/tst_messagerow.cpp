@@ -109,6 +109,8 @@ void TestMessageRow::pieces_data()
         << fullEntry(10) << true << marked(u"⭕\uFE0F"_s) + head + tail;
     QTest::addRow("full form of kind 0")
         << fullEntry(0) << true << marked(u"⭕\uFE0F"_s) + head + tail;
+    QTest::addRow("full form of a negative kind")
+        << fullEntry(-1) << true << marked(u"⭕\uFE0F"_s) + head + tail;
     QTest::addRow("full form with a note")
         << withNote(fullEntry(2), u"check"_s) << true
         << marked(u"🥎"_s) + head + tail + Pieces{{u"📝 check"_s, Yellow}};

@@ -15,8 +15,6 @@ private Q_SLOTS:
     void identitiesAreRandomUuids();
     void plainTextLine_data();
     void plainTextLine();
-    void markers_data();
-    void markers();
 };
 
 void TestLogEntry::freshEntryIsEmptyButForItsIdentity()
@@ -63,25 +61,6 @@ void TestLogEntry::plainTextLine()
 {
     QFETCH(LogEntry, entry);
     QTEST(entry.plainTextLine(), "line");
-}
-
-void TestLogEntry::markers_data()
-{
-    QTest::addColumn<qint64>("type");
-    QTest::addColumn<QString>("marker");
-    QTest::newRow("log message") << qint64(1) << u"▶️"_s;
-    QTest::newRow("activity") << qint64(2) << u"🥎"_s;
-    QTest::newRow("boundary") << qint64(3) << u"🎬"_s;
-    QTest::newRow("signpost") << qint64(4) << u"📍"_s;
-    QTest::newRow("other") << qint64(10) << u"⭕️"_s;
-    QTest::newRow("none") << qint64(0) << u"⭕️"_s;
-    QTest::newRow("negative") << qint64(-1) << u"⭕️"_s;
-}
-
-void TestLogEntry::markers()
-{
-    QFETCH(qint64, type);
-    QTEST(kindMarker(type), "marker");
 }
 
 QTEST_GUILESS_MAIN(TestLogEntry)
