@@ -38,8 +38,7 @@ void StartEditor::keyPressEvent(QKeyEvent* event)
     if (event->matches(QKeySequence::Paste)) {
         const QDateTime start = pastedStart(QApplication::clipboard()->text());
         if (start.isValid())
-            setDateTime(start);
-        return;
+            return setDateTime(start);
     }
     // In a whole date and time without a selection a digit would be one too many and be refused.
     const bool isWhole = lineEdit()->text().size() == pattern.size();

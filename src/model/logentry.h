@@ -21,7 +21,7 @@ enum LogEntryType : qint64 {
 QString kindMarker(qint64 type);
 
 /// Stands before a note, with its blank.
-inline constexpr char16_t noteMarker[] = u"\U0001F4DD "; // NOLINT(modernize-avoid-c-arrays)
+inline constexpr char16_t noteMarker[] = u"\U0001F4DD ";
 
 /// One entry of the log, flattened into texts so that it can be shown, searched, annotated and
 /// saved without the store it came from. Fields that do not apply to the kind are empty.

@@ -38,7 +38,7 @@ KernelCopy copyInKernel(int from, int to, const Observer& observer)
 bool copyByHand(int from, int to, const Observer& observer)
 {
     constexpr std::size_t bufferSize = std::size_t{1} << 18U;
-    const auto buffer = std::make_unique<char[]>(bufferSize); // NOLINT(modernize-avoid-c-arrays)
+    const auto buffer = std::make_unique<char[]>(bufferSize);
     for (;;) {
         const ssize_t count = ::read(from, buffer.get(), bufferSize);
         if (count == 0)

@@ -19,6 +19,11 @@ namespace {
 /// Files are read whole: what is larger than this is no text that the tools could read.
 constexpr off_t largestFile = off_t{2} * 1024 * 1024 * 1024;
 
+constexpr const char* notListed =
+    QT_TRANSLATE_NOOP("Failures", "The folder “%1” could not be listed: %2.");
+constexpr const char* notRead =
+    QT_TRANSLATE_NOOP("Failures", "The file “%1” could not be read: %2.");
+
 tl::unexpected<Failure>
 cannot(const char* sentence, const FilePath& path, const std::error_code& why)
 {
@@ -66,8 +71,7 @@ Result<std::vector<std::string>>
 namesIn(DIR* open, const FilePath& folder, const NameFilter& isWanted)
 {
     if (!open)
-        return cannot(QT_TRANSLATE_NOOP("Failures", "The folder “%1” could not be listed: %2."),
-                      folder, lastError());
+        return cannot(notListed, folder, lastError());
     std::vector<std::string> found;
     errno = 0;
     while (const dirent* entry = ::readdir(open)) {
@@ -77,8 +81,7 @@ namesIn(DIR* open, const FilePath& folder, const NameFilter& isWanted)
         errno = 0;
     }
     if (errno != 0)
-        return cannot(QT_TRANSLATE_NOOP("Failures", "The folder “%1” could not be listed: %2."),
-                      folder, lastError());
+        return cannot(notListed, folder, lastError());
     std::ranges::sort(found);
     return found;
 }
@@ -177,21 +180,17 @@ Result<QByteArray> SystemFileManager::contentsOfFile(const FilePath& path)
     const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     struct stat item = {};
     if (!file.isOpen() || ::fstat(file.number(), &item) < 0)
-        return cannot(QT_TRANSLATE_NOOP("Failures", "The file “%1” could not be read: %2."), path,
-                      lastError());
+        return cannot(notRead, path, lastError());
     if (!S_ISREG(item.st_mode)) {
         const auto why =
             S_ISDIR(item.st_mode) ? std::errc::is_a_directory : std::errc::operation_not_supported;
-        return cannot(QT_TRANSLATE_NOOP("Failures", "The file “%1” could not be read: %2."), path,
-                      std::make_error_code(why));
+        return cannot(notRead, path, std::make_error_code(why));
     }
     if (item.st_size > largestFile)
-        return cannot(QT_TRANSLATE_NOOP("Failures", "The file “%1” could not be read: %2."), path,
-                      std::make_error_code(std::errc::file_too_large));
+        return cannot(notRead, path, std::make_error_code(std::errc::file_too_large));
     QByteArray contents(item.st_size + 1, Qt::Uninitialized); // one more, to find the end at once
     if (!readAll(file.number(), contents))
-        return cannot(QT_TRANSLATE_NOOP("Failures", "The file “%1” could not be read: %2."), path,
-                      lastError());
+        return cannot(notRead, path, lastError());
     return contents;
 }
 

@@ -54,6 +54,7 @@ void TestStartEditor::pasteSetsTheWholeStart_data()
     QTest::addRow("ISO, with blanks around")
         << u" 2024-12-04T11:44:57Z\n"_s << u"2024-12-04 11:44"_s;
     QTest::addRow("a day that is none") << u"2024-02-30 11:44"_s << before;
+    QTest::addRow("the year alone, where it is selected") << u"2019"_s << u"2019-11-23 00:05"_s;
     QTest::addRow("no time") << u"yesterday"_s << before;
 }
 
@@ -61,6 +62,7 @@ void TestStartEditor::pasteSetsTheWholeStart()
 {
     QFETCH(QString, pasted);
     StartEditor editor(QDateTime(QDate(2026, 11, 23), QTime(0, 5)));
+    editor.setSelectedSection(QDateTimeEdit::YearSection);
     QGuiApplication::clipboard()->setText(pasted);
     QTest::keySequence(&editor, QKeySequence::Paste);
     QTEST(editor.dateTime().toString(u"yyyy-MM-dd HH:mm"_s), "expected");
