@@ -83,8 +83,12 @@ void Evaluation::outcomes_data()
     fails("nil has every text neither",
           u"category CONTAINS '' OR category LIKE '*' OR nil IN process"_s);
     holds(
-        "empty text in empty text",
-        u"'' CONTAINS '' AND '' BEGINSWITH '' AND '' ENDSWITH '' AND '' LIKE '' AND '' MATCHES ''"_s);
+        "empty text stands in no text",
+        u"NOT (process CONTAINS '' OR '' CONTAINS[c] '' OR '' BEGINSWITH '' OR '' ENDSWITH[d] '' OR '' IN process)"_s);
+    holds("empty text of a field stands in no text",
+          u"NOT process CONTAINS TERNARY(process == 'backupd', '', 'x')"_s);
+    holds("empty patterns match the empty text",
+          u"'' LIKE '' AND '' MATCHES '' AND '' LIKE '*' AND NOT process LIKE ''"_s);
 
     holds("stars match line breaks", u"eventMessage LIKE 'line*two*'"_s);
     holds("question mark is one character", u"eventMessage LIKE '*two ?'"_s);
@@ -96,8 +100,11 @@ void Evaluation::outcomes_data()
           u"'a*b?c\\\\' LIKE 'a\\\\*b\\\\?c\\\\\\\\' AND NOT 'axb?c' LIKE 'a\\\\*b?c'"_s);
     holds("backslash at the end of a pattern", u"'a\\\\' LIKE 'a\\\\'"_s);
     holds("wildcards under options", u"'Ångström' LIKE[cd] 'a*STR?M'"_s);
-    fails("dot and line break", u"eventMessage MATCHES 'line.*'"_s);
-    holds("dot and line break when asked for", u"eventMessage MATCHES '(?s)line.*'"_s);
+    holds("dot matches line breaks", u"eventMessage MATCHES 'line.*'"_s);
+    fails("unless told otherwise", u"eventMessage MATCHES '(?-s)line.*'"_s);
+    holds(
+        "lines have ends, yet the whole text must match",
+        u"eventMessage MATCHES '^line one$\\\\s^line .*$' AND NOT eventMessage MATCHES '^line one$'"_s);
     holds("marks go from text and pattern", u"'Éa' MATCHES[cd] 'e[á]'"_s);
     fails("pattern of a field that is none",
           u"process MATCHES TERNARY(process == 'x', 'a', '(')"_s);

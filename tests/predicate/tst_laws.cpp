@@ -80,10 +80,11 @@ void Laws::comparisons()
         const std::string t = "'" + generator.text() + "'";
         verifySame(generator, "process CONTAINS" + options + ' ' + t,
                    t + " IN" + options + " process");
+        const std::string sameLength = " AND process.length == " + t + ".length";
         verifySame(generator,
                    "process BEGINSWITH" + options + ' ' + t + " AND process ENDSWITH" + options
-                       + ' ' + t + " AND process.length == " + t + ".length",
-                   "process ==" + options + ' ' + t + " AND process.length == " + t + ".length");
+                       + ' ' + t + sameLength,
+                   "process ==" + options + ' ' + t + sameLength + " AND process != ''");
         verifySame(generator, "process <" + options + ' ' + t, t + " >" + options + " process");
         verifySame(generator,
                    "process <=" + options + ' ' + t + " AND process !=" + options + ' ' + t,

@@ -51,7 +51,8 @@ tl::expected<Regex, std::string> compiledRegex(std::string_view pattern, Folding
     const std::u16string units = utf16(folded(pattern, Folding(false, folding.markless)));
     UErrorCode status = U_ZERO_ERROR;
     UParseError place{};
-    const std::uint32_t flags = folding.caseless ? UREGEX_CASE_INSENSITIVE : 0;
+    const std::uint32_t flags =
+        UREGEX_DOTALL | UREGEX_MULTILINE | (folding.caseless ? UREGEX_CASE_INSENSITIVE : 0);
     // An empty pattern is no pattern to ICU; it matches the empty text.
     const std::u16string_view effective =
         units.empty() ? std::u16string_view(u"(?:)") : std::u16string_view(units);

@@ -18,7 +18,7 @@ struct RegexCloser
 using Regex = std::unique_ptr<URegularExpression, RegexCloser>;
 
 /// Compiles a pattern of MATCHES with limits on the time and the memory of a match, or says in
-/// ICU's words why it is none.
+/// ICU's words why it is not valid. The dot matches line breaks, and ^ and $ match at every line.
 tl::expected<Regex, std::string> compiledRegex(std::string_view pattern, Folding folding);
 
 /// A copy to match with: a compiled pattern itself is shared and stays as it is.

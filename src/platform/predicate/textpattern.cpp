@@ -29,8 +29,11 @@ bool relates(TextRelation relation,
     if (relation == TextRelation::Like)
         return Wildcard(right, folding).matches(text);
     const std::string_view pattern = folds.folded(right, folding);
+    if (relation == TextRelation::Equal)
+        return text == pattern;
+    if (pattern.empty())
+        return false;
     switch (relation) {
-    case TextRelation::Equal: return text == pattern;
     case TextRelation::Contains: return text.find(pattern) != std::string_view::npos;
     case TextRelation::BeginsWith: return text.substr(0, pattern.size()) == pattern;
     default: return endsWith(text, pattern);
@@ -63,7 +66,7 @@ TextPattern::TextPattern(TextRelation relation, std::string_view pattern, Foldin
 bool TextPattern::standsIn(std::string_view text) const
 {
     const std::size_t size = m_finder.size();
-    if (text.size() < size)
+    if (text.size() < size || (size == 0 && m_relation != TextRelation::Equal))
         return false;
     switch (m_relation) {
     case TextRelation::Equal: return text.size() == size && m_finder.standsAt(text.data());

@@ -11,7 +11,7 @@
 
 namespace predicate {
 
-/// How one text can stand in another.
+/// How one text can stand in another. The empty text stands in none, not even in itself.
 enum class TextRelation : std::uint8_t { Equal, Contains, BeginsWith, EndsWith, Like };
 
 /// A constant text, prepared once to be compared with many others.

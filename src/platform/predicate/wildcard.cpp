@@ -65,7 +65,7 @@ std::optional<Wildcard::Plain> Wildcard::plain(std::string_view pattern)
         return std::nullopt;
     plain.text = pieces[first].front();
     if (plain.text.empty() && plain.starBefore)
-        plain.starBehind = true; // a lone star is before and behind
+        return std::nullopt; // any text matches, but none contains the empty text
     return plain;
 }
 
