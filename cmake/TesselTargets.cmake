@@ -41,27 +41,32 @@ set(TESSEL_TEST_ENVIRONMENT
     "DBUS_SESSION_BUS_ADDRESS=unix:path=/nonexistent"
     "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0")
 
-# tessel_test(NAME [LINKS target...] [SOURCES file...])
-# One Qt Test program from NAME.cpp, run with a fixed time zone and locale and no display.
-function(tessel_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LINKS;SOURCES")
-    add_executable(${name} ${name}.cpp ${arg_SOURCES})
-    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
-    target_link_libraries(${name} PRIVATE ${arg_LINKS} Qt6::Test tessel_options)
-    set_target_properties(${name} PROPERTIES AUTOMOC ON)
-    add_test(NAME ${name} COMMAND ${name})
-    set_tests_properties(${name} PROPERTIES
-        ENVIRONMENT "${TESSEL_TEST_ENVIRONMENT}" TIMEOUT 300)
+# tessel_tests(FOLDER CLASSES name... [LINKS target...] [SOURCES file...])
+# The Qt Test classes of one folder, each in its tst_NAME.cpp, in one program, tests_FOLDER. Each class
+# runs as a test of its own, tst_NAME, with a fixed time zone and locale and no display.
+function(tessel_tests folder)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "CLASSES;LINKS;SOURCES")
+    set(program tests_${folder})
+    list(TRANSFORM arg_CLASSES REPLACE "(.+)" "tst_\\1.cpp" OUTPUT_VARIABLE sources)
+    set(support ${PROJECT_SOURCE_DIR}/tests/support)
+    add_executable(${program}
+        ${sources} ${arg_SOURCES} ${support}/testcase.cpp ${support}/testcase.h)
+    target_include_directories(${program} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+    target_link_libraries(${program} PRIVATE ${arg_LINKS} Qt6::Test tessel_options)
+    target_precompile_headers(${program} PRIVATE ${support}/testcase.h)
+    set_target_properties(${program} PROPERTIES AUTOMOC ON)
+    foreach(class ${arg_CLASSES})
+        add_test(NAME tst_${class} COMMAND ${program} ${class})
+        set_tests_properties(tst_${class} PROPERTIES
+            ENVIRONMENT "${TESSEL_TEST_ENVIRONMENT}" TIMEOUT 300)
+    endforeach()
 endfunction()
 
-# tessel_elsewhere(NAME [COMMAND...])
+# tessel_elsewhere(NAME COMMAND...)
 # Runs a test once more, as NAME_elsewhere: where the clock is half an hour apart from others, and
-# the language writes numbers with a comma. The program NAME, unless there is a command.
+# the language writes numbers with a comma.
 function(tessel_elsewhere name)
     set(command ${ARGN})
-    if(NOT command)
-        set(command ${name})
-    endif()
     set(locales ${CMAKE_BINARY_DIR}/locales)
     if(LOCALEDEF AND NOT EXISTS ${locales}/de_DE.UTF-8)
         file(MAKE_DIRECTORY ${locales})

@@ -3,6 +3,7 @@
 #include "support/fakeplatform.h"
 #include "support/logfolder.h"
 #include "support/smallstore.h"
+#include "support/testcase.h"
 
 #include <QTest>
 
@@ -50,25 +51,190 @@ void writeStore(const LogFolder& folder, int lastEntries)
 
 } // namespace
 
-class tst_deDysfunction : public QObject
+class TestDeDysfunction : public TestCase
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void groupsDecide_data();
-    void groupsDecide();
-    void asksForTheUsersGroups();
-    void commandsThatMisbehave_data();
-    void commandsThatMisbehave();
-    void noGroupIsAskedForWhereNoneGuards();
-    void foldersNeedAnItem_data();
-    void foldersNeedAnItem();
-    void storeNeedsElevenEntries_data();
-    void storeNeedsElevenEntries();
-    void storeThatCannotBeOpened();
-    void failuresAreShownInOrder_data();
-    void failuresAreShownInOrder();
+    void init()
+    {
+        TestCase::init();
+        m_platform = std::make_unique<FakePlatform>();
+        m_folder = std::make_unique<LogFolder>();
+        m_files = FakeFileManager();
+        m_group = u"80"_s;
+        m_quits = 0;
+    }
+
+    void groupsDecide_data()
+    {
+        QTest::addColumn<QByteArray>("output");
+        QTest::addColumn<bool>("passes");
+        const auto row = [](const char* name, const QByteArray& output, bool passes) {
+            QTest::addRow("%s", name) << output << passes;
+        };
+        row("first", "80 20 12 61\n", true);
+        row("between", "20 12 80 61\n", true);
+        row("last", "20 12 61 80\n", true);
+        row("last without a line end", "20 12 61 80", true);
+        row("last before a long line end", "20 80\r\n", true);
+        row("alone", "80\n", true);
+        row("absent", "20 12 61\n", false);
+        row("only part of a number", "180 800 8 0\n", false);
+        row("after a tab", "20\t80\n", false);
+        row("on the second line", "20\n80\n", false);
+        row("no output", "", false);
+        row("not UTF-8", "20 80 \xff\n", false);
+        row("cut off within a character", "20 80 \xc3", false);
+        row("after many groups", QByteArray("20 ").repeated(200'000) + "80\n", true);
+    }
+
+    void groupsDecide()
+    {
+        QFETCH(QByteArray, output);
+        m_platform->processes.answer = output;
+        QTEST(checker().isAdministrator(), "passes");
+    }
+
+    void asksForTheUsersGroups()
+    {
+        m_platform->processes.user = u"berta"_s;
+        checker().isAdministrator();
+        QCOMPARE(m_platform->processes.runs,
+                 QList<QStringList>({{u"/usr/bin/id"_s, u"-G"_s, u"berta"_s}}));
+    }
+
+    void commandsThatMisbehave_data()
+    {
+        QTest::addColumn<QString>("script");
+        QTest::addColumn<bool>("passes");
+        QTest::newRow("fails, having said the groups") << u"echo 20 80; exit 1"_s << true;
+        QTest::newRow("complains, and says the groups") << u"echo oops >&2; echo 80"_s << true;
+        QTest::newRow("dies") << u"kill -9 $$"_s << false;
+        QTest::newRow("hangs") << u"echo 80; sleep 60"_s << false;
+        QTest::newRow("prints without end") << u"while echo 80 80 80 80; do :; done"_s << false;
+    }
+
+    void commandsThatMisbehave()
+    {
+        QFETCH(QString, script);
+        ScriptRunner runner(script);
+        const Platform& fake = m_platform->platform;
+        const Platform platform{fake.panels,    fake.alerts, fake.defaults,
+                                fake.logStores, runner,      fake.clock};
+        deDysfunction check(platform, m_files, {m_folder->path(), m_group}, [] {});
+        QTEST(check.isAdministrator(), "passes");
+    }
+
+    void noGroupIsAskedForWhereNoneGuards()
+    {
+        m_group.reset();
+        m_platform->processes.answer.reset();
+        QVERIFY(checker().isAdministrator());
+        QVERIFY(m_platform->processes.runs.isEmpty());
+    }
+
+    void foldersNeedAnItem_data()
+    {
+        QTest::addColumn<QString>("item"); // made in the "diagnostics" folder
+        QTest::addColumn<bool>("listable");
+        QTest::addColumn<bool>("passes");
+        QTest::newRow("missing") << u"Other/0001.tracev3"_s << true << false;
+        QTest::newRow("empty") << u"%1"_s << true << false;
+        QTest::newRow("a file") << u"%1/0001.tracev3"_s << true << true;
+        QTest::newRow("a hidden file") << u"%1/.hidden"_s << true << true;
+        QTest::newRow("a folder") << u"%1/folder/"_s << true << true;
+        QTest::newRow("unreadable") << u"%1/0001.tracev3"_s << false << false;
+    }
+
+    void foldersNeedAnItem()
+    {
+        QFETCH(QString, item);
+        QFETCH(bool, listable);
+        QFETCH(bool, passes);
+        const auto make = [&](const QString& name) {
+            const FilePath path =
+                "diagnostics" / FilePath(QString(item).replace(u"%1"_s, name).toStdString());
+            if (item == u"%1")
+                std::filesystem::create_directories(m_folder->path(path));
+            else
+                m_folder->make(path);
+        };
+        m_files.fails = [listable](const FilePath&) { return !listable; };
+
+        make(u"Persist"_s);
+        QCOMPARE(checker().hasPersistFiles(), passes);
+        QVERIFY(!checker().hasTimesyncFiles());
+        make(u"timesync"_s);
+        QCOMPARE(checker().hasTimesyncFiles(), passes);
+    }
+
+    void storeNeedsElevenEntries_data()
+    {
+        QTest::addColumn<int>("entries");
+        QTest::addColumn<bool>("passes");
+        QTest::newRow("ten") << 10 << false;
+        QTest::newRow("eleven") << 11 << true;
+        QTest::newRow("many") << 400 << true;
+    }
+
+    void storeNeedsElevenEntries()
+    {
+        QFETCH(int, entries);
+        writeStore(*m_folder, entries);
+        m_platform->logStores.localPath = m_folder->shownPath(u"store"_s);
+        QTEST(checker().storeHasEntries(), "passes");
+    }
+
+    void storeThatCannotBeOpened()
+    {
+        QVERIFY(!checker().storeHasEntries());
+        m_platform->logStores.localPath = m_folder->shownPath(u"nowhere"_s);
+        QVERIFY(!checker().storeHasEntries());
+    }
+
+    void failuresAreShownInOrder_data()
+    {
+        QTest::addColumn<bool>("administrator");
+        QTest::addColumn<bool>("persist");
+        QTest::addColumn<bool>("timesync");
+        QTest::addColumn<bool>("entries");
+        QTest::addColumn<QStringList>("messages");
+        QTest::addColumn<int>("quits");
+        const QStringList all{noAdministrator, noPersist, noTimesync, noEntries};
+        QTest::newRow("nothing") << true << true << true << true << QStringList() << 0;
+        QTest::newRow("administrator") << false << true << true << true << all.mid(0, 1) << 1;
+        QTest::newRow("Persist") << true << false << true << true << all.mid(1, 1) << 1;
+        QTest::newRow("timesync") << true << true << false << true << all.mid(2, 1) << 1;
+        QTest::newRow("entries") << true << true << true << false << all.mid(3, 1) << 0;
+        QTest::newRow("everything") << false << false << false << false << all << 3;
+    }
+
+    void failuresAreShownInOrder()
+    {
+        QFETCH(bool, administrator);
+        QFETCH(bool, persist);
+        QFETCH(bool, timesync);
+        QFETCH(bool, entries);
+        m_platform->processes.answer = administrator ? "20 80\n" : "20\n";
+        if (persist)
+            m_folder->make("diagnostics/Persist/0001.tracev3");
+        if (timesync)
+            m_folder->make("diagnostics/timesync/0001.timesync");
+        writeStore(*m_folder, 11);
+        if (entries)
+            m_platform->logStores.localPath = m_folder->shownPath(u"store"_s);
+
+        QVERIFY(checker().check());
+
+        QStringList messages;
+        for (const FakeAlerts::Shown& alert : m_platform->alerts.shown) {
+            QCOMPARE(alert.message, u"An error occurred:"_s);
+            messages.append(alert.informativeText);
+        }
+        QTEST(messages, "messages");
+        QTEST(m_quits, "quits");
+    }
 
 private:
     deDysfunction checker()
@@ -83,185 +249,5 @@ private:
     int m_quits = 0;
 };
 
-void tst_deDysfunction::init()
-{
-    QTest::failOnWarning(QRegularExpression(u"."_s));
-    m_platform = std::make_unique<FakePlatform>();
-    m_folder = std::make_unique<LogFolder>();
-    m_files = FakeFileManager();
-    m_group = u"80"_s;
-    m_quits = 0;
-}
-
-void tst_deDysfunction::groupsDecide_data()
-{
-    QTest::addColumn<QByteArray>("output");
-    QTest::addColumn<bool>("passes");
-    const auto row = [](const char* name, const QByteArray& output, bool passes) {
-        QTest::addRow("%s", name) << output << passes;
-    };
-    row("first", "80 20 12 61\n", true);
-    row("between", "20 12 80 61\n", true);
-    row("last", "20 12 61 80\n", true);
-    row("last without a line end", "20 12 61 80", true);
-    row("last before a long line end", "20 80\r\n", true);
-    row("alone", "80\n", true);
-    row("absent", "20 12 61\n", false);
-    row("only part of a number", "180 800 8 0\n", false);
-    row("after a tab", "20\t80\n", false);
-    row("on the second line", "20\n80\n", false);
-    row("no output", "", false);
-    row("not UTF-8", "20 80 \xff\n", false);
-    row("cut off within a character", "20 80 \xc3", false);
-    row("after many groups", QByteArray("20 ").repeated(200'000) + "80\n", true);
-}
-
-void tst_deDysfunction::groupsDecide()
-{
-    QFETCH(QByteArray, output);
-    m_platform->processes.answer = output;
-    QTEST(checker().isAdministrator(), "passes");
-}
-
-void tst_deDysfunction::asksForTheUsersGroups()
-{
-    m_platform->processes.user = u"berta"_s;
-    checker().isAdministrator();
-    QCOMPARE(m_platform->processes.runs,
-             QList<QStringList>({{u"/usr/bin/id"_s, u"-G"_s, u"berta"_s}}));
-}
-
-void tst_deDysfunction::commandsThatMisbehave_data()
-{
-    QTest::addColumn<QString>("script");
-    QTest::addColumn<bool>("passes");
-    QTest::newRow("fails, having said the groups") << u"echo 20 80; exit 1"_s << true;
-    QTest::newRow("complains, and says the groups") << u"echo oops >&2; echo 80"_s << true;
-    QTest::newRow("dies") << u"kill -9 $$"_s << false;
-    QTest::newRow("hangs") << u"echo 80; sleep 60"_s << false;
-    QTest::newRow("prints without end") << u"while echo 80 80 80 80; do :; done"_s << false;
-}
-
-void tst_deDysfunction::commandsThatMisbehave()
-{
-    QFETCH(QString, script);
-    ScriptRunner runner(script);
-    const Platform& fake = m_platform->platform;
-    const Platform platform{fake.panels,    fake.alerts, fake.defaults,
-                            fake.logStores, runner,      fake.clock};
-    deDysfunction check(platform, m_files, {m_folder->path(), m_group}, [] {});
-    QTEST(check.isAdministrator(), "passes");
-}
-
-void tst_deDysfunction::noGroupIsAskedForWhereNoneGuards()
-{
-    m_group.reset();
-    m_platform->processes.answer.reset();
-    QVERIFY(checker().isAdministrator());
-    QVERIFY(m_platform->processes.runs.isEmpty());
-}
-
-void tst_deDysfunction::foldersNeedAnItem_data()
-{
-    QTest::addColumn<QString>("item"); // made in the "diagnostics" folder
-    QTest::addColumn<bool>("listable");
-    QTest::addColumn<bool>("passes");
-    QTest::newRow("missing") << u"Other/0001.tracev3"_s << true << false;
-    QTest::newRow("empty") << u"%1"_s << true << false;
-    QTest::newRow("a file") << u"%1/0001.tracev3"_s << true << true;
-    QTest::newRow("a hidden file") << u"%1/.hidden"_s << true << true;
-    QTest::newRow("a folder") << u"%1/folder/"_s << true << true;
-    QTest::newRow("unreadable") << u"%1/0001.tracev3"_s << false << false;
-}
-
-void tst_deDysfunction::foldersNeedAnItem()
-{
-    QFETCH(QString, item);
-    QFETCH(bool, listable);
-    QFETCH(bool, passes);
-    const auto make = [&](const QString& name) {
-        const FilePath path =
-            "diagnostics" / FilePath(QString(item).replace(u"%1"_s, name).toStdString());
-        if (item == u"%1")
-            std::filesystem::create_directories(m_folder->path(path));
-        else
-            m_folder->make(path);
-    };
-    m_files.fails = [listable](const FilePath&) { return !listable; };
-
-    make(u"Persist"_s);
-    QCOMPARE(checker().hasPersistFiles(), passes);
-    QVERIFY(!checker().hasTimesyncFiles());
-    make(u"timesync"_s);
-    QCOMPARE(checker().hasTimesyncFiles(), passes);
-}
-
-void tst_deDysfunction::storeNeedsElevenEntries_data()
-{
-    QTest::addColumn<int>("entries");
-    QTest::addColumn<bool>("passes");
-    QTest::newRow("ten") << 10 << false;
-    QTest::newRow("eleven") << 11 << true;
-    QTest::newRow("many") << 400 << true;
-}
-
-void tst_deDysfunction::storeNeedsElevenEntries()
-{
-    QFETCH(int, entries);
-    writeStore(*m_folder, entries);
-    m_platform->logStores.localPath = m_folder->shownPath(u"store"_s);
-    QTEST(checker().storeHasEntries(), "passes");
-}
-
-void tst_deDysfunction::storeThatCannotBeOpened()
-{
-    QVERIFY(!checker().storeHasEntries());
-    m_platform->logStores.localPath = m_folder->shownPath(u"nowhere"_s);
-    QVERIFY(!checker().storeHasEntries());
-}
-
-void tst_deDysfunction::failuresAreShownInOrder_data()
-{
-    QTest::addColumn<bool>("administrator");
-    QTest::addColumn<bool>("persist");
-    QTest::addColumn<bool>("timesync");
-    QTest::addColumn<bool>("entries");
-    QTest::addColumn<QStringList>("messages");
-    QTest::addColumn<int>("quits");
-    const QStringList all{noAdministrator, noPersist, noTimesync, noEntries};
-    QTest::newRow("nothing") << true << true << true << true << QStringList() << 0;
-    QTest::newRow("administrator") << false << true << true << true << all.mid(0, 1) << 1;
-    QTest::newRow("Persist") << true << false << true << true << all.mid(1, 1) << 1;
-    QTest::newRow("timesync") << true << true << false << true << all.mid(2, 1) << 1;
-    QTest::newRow("entries") << true << true << true << false << all.mid(3, 1) << 0;
-    QTest::newRow("everything") << false << false << false << false << all << 3;
-}
-
-void tst_deDysfunction::failuresAreShownInOrder()
-{
-    QFETCH(bool, administrator);
-    QFETCH(bool, persist);
-    QFETCH(bool, timesync);
-    QFETCH(bool, entries);
-    m_platform->processes.answer = administrator ? "20 80\n" : "20\n";
-    if (persist)
-        m_folder->make("diagnostics/Persist/0001.tracev3");
-    if (timesync)
-        m_folder->make("diagnostics/timesync/0001.timesync");
-    writeStore(*m_folder, 11);
-    if (entries)
-        m_platform->logStores.localPath = m_folder->shownPath(u"store"_s);
-
-    QVERIFY(checker().check());
-
-    QStringList messages;
-    for (const FakeAlerts::Shown& alert : m_platform->alerts.shown) {
-        QCOMPARE(alert.message, u"An error occurred:"_s);
-        messages.append(alert.informativeText);
-    }
-    QTEST(messages, "messages");
-    QTEST(m_quits, "quits");
-}
-
-QTEST_GUILESS_MAIN(tst_deDysfunction)
+TESSEL_TEST(TestDeDysfunction)
 #include "tst_dedysfunction.moc"

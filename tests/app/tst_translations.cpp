@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/appfixture.h"
-#include "support/warnings.h"
+#include "support/testcase.h"
 
 #include <QAbstractButton>
 #include <QLabel>
@@ -60,88 +60,84 @@ QString ambiguous(const QStringList& texts)
 
 } // namespace
 
-class tst_Translations : public QObject
+class TestTranslations : public TestCase
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void initTestCase() { QApplication::setQuitOnLastWindowClosed(false); }
-    void init();
-    void cleanup();
-    void menusAreTranslated_data();
-    void menusAreTranslated();
+
+    void init()
+    {
+        TestCase::init();
+        m_translator = std::make_unique<QTranslator>();
+        m_fixture = std::make_unique<AppFixture>();
+    }
+
+    void cleanup()
+    {
+        m_fixture.reset();
+        m_translator.reset();
+    }
+
+    void menusAreTranslated_data()
+    {
+        QTest::addColumn<QString>("language");
+        QTest::addColumn<QStringList>("titles");
+        QTest::newRow("English") << u"en"_s << QStringList{u"Tessel"_s, u"File"_s,   u"Edit"_s,
+                                                           u"View"_s,   u"Window"_s, u"Help"_s};
+        QTest::newRow("German") << u"de"_s
+                                << QStringList{u"Tessel"_s,  u"Datei"_s,   u"Bearbeiten"_s,
+                                               u"Ansicht"_s, u"Fenster"_s, u"Hilfe"_s};
+    }
+
+    void menusAreTranslated()
+    {
+        QFETCH(QString, language);
+        QFETCH(QStringList, titles);
+        const QWidget& window = startedIn(language);
+        QVERIFY(!m_translator->isEmpty());
+        QCOMPARE(menuTitles(window), titles);
+    }
+
     void namesOfCommandsStay_data() { menusAreTranslated_data(); }
-    void namesOfCommandsStay();
+
+    /// The manual, and whoever helps, call them by these in every language.
+    void namesOfCommandsStay()
+    {
+        QFETCH(QString, language);
+        QStringList texts;
+        for (const QAction* action : startedIn(language).findChild<QToolBar*>()->actions())
+            texts.append(action->iconText());
+        for (const QString& name :
+             {u"Get Log"_s, u"Use Logarchive"_s, u"Read JSON"_s, u"Add Note"_s, u"Gloss"_s,
+              u"Reduce"_s, u"Save JSON"_s, u"Save RTF"_s})
+            QVERIFY2(texts.contains(name), qPrintable(texts.join(u'|')));
+    }
+
     void lettersDiffer_data() { menusAreTranslated_data(); }
-    void lettersDiffer();
+
+    void lettersDiffer()
+    {
+        QFETCH(QString, language);
+        const QWidget& window = startedIn(language);
+        QCOMPARE(ambiguous(reachableTexts(window)), QString());
+        for (const QAction* menu : window.findChild<QMenuBar*>()->actions())
+            QCOMPARE(ambiguous(actionTexts(menu->menu()->actions())), QString());
+    }
 
 private:
-    QWidget& startedIn(const QString& language);
+    /// The main window, with the texts of a language.
+    QWidget& startedIn(const QString& language)
+    {
+        if (m_translator->load(u":/translations/tessel_"_s + language))
+            QCoreApplication::installTranslator(m_translator.get());
+        return m_fixture->start().newWindow();
+    }
 
     std::unique_ptr<QTranslator> m_translator;
     std::unique_ptr<AppFixture> m_fixture;
 };
 
-void tst_Translations::init()
-{
-    failOnWarnings();
-    m_translator = std::make_unique<QTranslator>();
-    m_fixture = std::make_unique<AppFixture>();
-}
-
-void tst_Translations::cleanup()
-{
-    m_fixture.reset();
-    m_translator.reset();
-}
-
-/// The main window, with the texts of a language.
-QWidget& tst_Translations::startedIn(const QString& language)
-{
-    if (m_translator->load(u":/translations/tessel_"_s + language))
-        QCoreApplication::installTranslator(m_translator.get());
-    return m_fixture->start().newWindow();
-}
-
-void tst_Translations::menusAreTranslated_data()
-{
-    QTest::addColumn<QString>("language");
-    QTest::addColumn<QStringList>("titles");
-    QTest::newRow("English") << u"en"_s << QStringList{u"Tessel"_s, u"File"_s,   u"Edit"_s,
-                                                       u"View"_s,   u"Window"_s, u"Help"_s};
-    QTest::newRow("German") << u"de"_s << QStringList{u"Tessel"_s,  u"Datei"_s,   u"Bearbeiten"_s,
-                                                      u"Ansicht"_s, u"Fenster"_s, u"Hilfe"_s};
-}
-
-void tst_Translations::menusAreTranslated()
-{
-    QFETCH(QString, language);
-    QFETCH(QStringList, titles);
-    const QWidget& window = startedIn(language);
-    QVERIFY(!m_translator->isEmpty());
-    QCOMPARE(menuTitles(window), titles);
-}
-
-/// The manual, and whoever helps, call them by these in every language.
-void tst_Translations::namesOfCommandsStay()
-{
-    QFETCH(QString, language);
-    QStringList texts;
-    for (const QAction* action : startedIn(language).findChild<QToolBar*>()->actions())
-        texts.append(action->iconText());
-    for (const QString& name : {u"Get Log"_s, u"Use Logarchive"_s, u"Read JSON"_s, u"Add Note"_s,
-                                u"Gloss"_s, u"Reduce"_s, u"Save JSON"_s, u"Save RTF"_s})
-        QVERIFY2(texts.contains(name), qPrintable(texts.join(u'|')));
-}
-
-void tst_Translations::lettersDiffer()
-{
-    QFETCH(QString, language);
-    const QWidget& window = startedIn(language);
-    QCOMPARE(ambiguous(reachableTexts(window)), QString());
-    for (const QAction* menu : window.findChild<QMenuBar*>()->actions())
-        QCOMPARE(ambiguous(actionTexts(menu->menu()->actions())), QString());
-}
-
-QTEST_MAIN(tst_Translations)
+TESSEL_TEST(TestTranslations)
 #include "tst_translations.moc"

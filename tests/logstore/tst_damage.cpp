@@ -3,6 +3,7 @@
 #include "platform/logstore/trace/blocks.h"
 #include "platform/logstore/trace/chunk.h"
 #include "support/samples.h"
+#include "support/testcase.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -137,7 +138,7 @@ constexpr Target traces[] = {
 
 /// No damage to the files of an archive may crash the reader, hang it or read outside a buffer; the
 /// sanitizers watch. The places are random but the same in every run.
-class TestDamage : public QObject
+class TestDamage : public TestCase
 {
     Q_OBJECT
 
@@ -211,5 +212,5 @@ private:
     }
 };
 
-QTEST_GUILESS_MAIN(TestDamage)
+TESSEL_TEST(TestDamage)
 #include "tst_damage.moc"

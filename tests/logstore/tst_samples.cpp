@@ -4,6 +4,7 @@
 #include "platform/logstore/strings/uuidtext.h"
 #include "support/entryjson.h"
 #include "support/samples.h"
+#include "support/testcase.h"
 
 #include <QtTest>
 
@@ -78,7 +79,7 @@ std::vector<std::string> entriesOf(const Store& store)
 } // namespace
 
 /// The reader against real archives and what is known of their entries.
-class TestSamples : public QObject
+class TestSamples : public TestCase
 {
     Q_OBJECT
 
@@ -209,5 +210,5 @@ private:
     }
 };
 
-QTEST_GUILESS_MAIN(TestSamples)
+TESSEL_TEST(TestSamples)
 #include "tst_samples.moc"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "logstore/writtenstore.h"
+#include "support/testcase.h"
 
-#include <QRegularExpression>
 #include <QSet>
 #include <QTest>
 
@@ -111,130 +111,122 @@ void operator delete(void* memory, std::size_t) noexcept
 }
 
 /// Stores that ask for much: what is held stays small, and nothing is lost for it.
-class TestStoreLimits : public QObject
+class TestStoreLimits : public TestCase
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral("."))); }
-    void littleFilesTakeLittleMemory_data();
-    void littleFilesTakeLittleMemory();
-    void filesMayVanish();
-    void oversizeItemsThatWaitLong_data();
-    void oversizeItemsThatWaitLong();
-    void largeSetsThatTakeTurns();
+
+    void littleFilesTakeLittleMemory_data()
+    {
+        QTest::addColumn<Hostile>("hostile");
+        const auto row = [](const char* name, Hostile hostile) {
+            QTest::newRow(name) << std::move(hostile);
+        };
+        const auto piece = [&row](const char* name, const char* text, std::uint32_t pageCount,
+                                  RecordKind kind = RecordKind::Log) {
+            row(name, [=](WrittenStore& store) { onePiece(store, text, pageCount, kind); });
+        };
+        piece("strings without end", "text ", 60);
+        piece("conversions without end", "%d", 1);
+        piece("decorations without end", "%{bool,", 4);
+        piece("braces without end", "%{", 4);
+        piece("names without end", "name ", 60, RecordKind::Signpost);
+        row("many oversize chunks of one reference", manyOfOneReference);
+        row("ampersands without end", [](WrittenStore& s) {
+            dumpOf(s, "<plist><string>" + std::string(1 << 20, '&') + "</string>");
+        });
+    }
+
+    void littleFilesTakeLittleMemory()
+    {
+        QFETCH(Hostile, hostile);
+        std::filesystem::path root;
+        WrittenStore store;
+        hostile(store);
+        root = store.write();
+        const MemoryPeak peak;
+        const auto opened = logstore::Store::open(root);
+        QVERIFY(opened);
+        auto stream = opened->entries(logstore::Store::beginning, std::make_shared<NothingFits>());
+        QVERIFY(!stream.next());
+        QVERIFY2(peak.bytes() < std::size_t{100} << 20, qPrintable(QString::number(peak.bytes())));
+    }
+
+    void filesMayVanish()
+    {
+        WrittenStore store;
+        constexpr int fileCount = 70; // more than are open at once
+        for (int i = 0; i < fileCount; ++i)
+            store.files.add("Persist/" + logFileName(std::size_t(i), "tracev3"),
+                            store.trace({{{store.page({store.message(
+                                std::uint64_t(i), "file " + std::to_string(i))})}}}));
+        const auto root = store.write();
+        const auto opened = logstore::Store::open(root);
+        QVERIFY(opened);
+        auto stream = opened->entries(WrittenStore::bootTime);
+        QVERIFY(stream.next());
+        std::filesystem::remove_all(root / "Persist");
+        QSet<QByteArray> messages;
+        while (const logstore::Entry* entry = stream.next()) {
+            const std::string_view text = entry->composedMessage();
+            const QByteArray message(text.data(), qsizetype(text.size()));
+            QVERIFY2(!messages.contains(message), message.constData());
+            messages.insert(message);
+        }
+        QVERIFY(messages.size() > 50); // those still open are read
+    }
+
+    void oversizeItemsThatWaitLong_data()
+    {
+        QTest::addColumn<bool>("reversed");
+        QTest::newRow("in the order of their records") << false;
+        QTest::newRow("in the opposite order") << true;
+    }
+
+    /// All stand in the set that is opened first; they take more room than is kept.
+    void oversizeItemsThatWaitLong()
+    {
+        QFETCH(bool, reversed);
+        WrittenStore store;
+        constexpr std::uint32_t count = 300;
+        ChunkSet early{{store.page({store.message(1, "early")})}};
+        std::vector<ChunkSet> sets(1);
+        for (std::uint32_t i = 0; i < count; ++i) {
+            Oversize oversize{.process = store.process.key, .time = 100 + i, .reference = i};
+            oversize.items = {text(std::to_string(i) + std::string(60'000, ' '))};
+            early.chunks.insert(reversed ? early.chunks.begin() : early.chunks.end(), oversize);
+            Record record = store.message(100 + i, "%s");
+            record.oversize = i;
+            sets.push_back({{store.page({record})}});
+        }
+        sets[0] = early;
+        store.files.add(persist, store.trace(sets));
+        const auto entries = store.entries();
+        QCOMPARE(entries.size(), std::size_t(count + 1));
+        for (std::uint32_t i = 0; i < count; ++i)
+            QCOMPARE(entries[i + 1].message.trimmed(), QString::number(i));
+    }
+
+    void largeSetsThatTakeTurns()
+    {
+        WrittenStore store;
+        constexpr std::uint64_t setCount = 3;
+        constexpr std::uint64_t perSet = 1000;
+        std::vector<ChunkSet> sets;
+        for (std::uint64_t number = 0; number < setCount; ++number) {
+            ChunkSet set{{RawChunk{0x6009, Bytes(std::size_t{12} << 20)}}};
+            for (std::uint64_t i = 0; i < perSet; ++i)
+                set.chunks.push_back(store.page({store.message(number + i * setCount, "turn")}));
+            sets.push_back(std::move(set));
+        }
+        store.files.add(persist, store.trace(sets));
+        const auto entries = store.entries();
+        QCOMPARE(entries.size(), std::size_t(setCount * perSet));
+        for (std::size_t i = 0; i < entries.size(); ++i)
+            QCOMPARE(entries[i].continuousTime, std::uint64_t(i));
+    }
 };
 
-void TestStoreLimits::littleFilesTakeLittleMemory_data()
-{
-    QTest::addColumn<Hostile>("hostile");
-    const auto row = [](const char* name, Hostile hostile) {
-        QTest::newRow(name) << std::move(hostile);
-    };
-    const auto piece = [&row](const char* name, const char* text, std::uint32_t pageCount,
-                              RecordKind kind = RecordKind::Log) {
-        row(name, [=](WrittenStore& store) { onePiece(store, text, pageCount, kind); });
-    };
-    piece("strings without end", "text ", 60);
-    piece("conversions without end", "%d", 1);
-    piece("decorations without end", "%{bool,", 4);
-    piece("braces without end", "%{", 4);
-    piece("names without end", "name ", 60, RecordKind::Signpost);
-    row("many oversize chunks of one reference", manyOfOneReference);
-    row("ampersands without end", [](WrittenStore& s) {
-        dumpOf(s, "<plist><string>" + std::string(1 << 20, '&') + "</string>");
-    });
-}
-
-void TestStoreLimits::littleFilesTakeLittleMemory()
-{
-    QFETCH(Hostile, hostile);
-    std::filesystem::path root;
-    WrittenStore store;
-    hostile(store);
-    root = store.write();
-    const MemoryPeak peak;
-    const auto opened = logstore::Store::open(root);
-    QVERIFY(opened);
-    auto stream = opened->entries(logstore::Store::beginning, std::make_shared<NothingFits>());
-    QVERIFY(!stream.next());
-    QVERIFY2(peak.bytes() < std::size_t{100} << 20, qPrintable(QString::number(peak.bytes())));
-}
-
-void TestStoreLimits::filesMayVanish()
-{
-    WrittenStore store;
-    constexpr int fileCount = 70; // more than are open at once
-    for (int i = 0; i < fileCount; ++i)
-        store.files.add(
-            "Persist/" + logFileName(std::size_t(i), "tracev3"),
-            store.trace(
-                {{{store.page({store.message(std::uint64_t(i), "file " + std::to_string(i))})}}}));
-    const auto root = store.write();
-    const auto opened = logstore::Store::open(root);
-    QVERIFY(opened);
-    auto stream = opened->entries(WrittenStore::bootTime);
-    QVERIFY(stream.next());
-    std::filesystem::remove_all(root / "Persist");
-    QSet<QByteArray> messages;
-    while (const logstore::Entry* entry = stream.next()) {
-        const std::string_view text = entry->composedMessage();
-        const QByteArray message(text.data(), qsizetype(text.size()));
-        QVERIFY2(!messages.contains(message), message.constData());
-        messages.insert(message);
-    }
-    QVERIFY(messages.size() > 50); // those still open are read
-}
-
-void TestStoreLimits::oversizeItemsThatWaitLong_data()
-{
-    QTest::addColumn<bool>("reversed");
-    QTest::newRow("in the order of their records") << false;
-    QTest::newRow("in the opposite order") << true;
-}
-
-/// All stand in the set that is opened first; they take more room than is kept.
-void TestStoreLimits::oversizeItemsThatWaitLong()
-{
-    QFETCH(bool, reversed);
-    WrittenStore store;
-    constexpr std::uint32_t count = 300;
-    ChunkSet early{{store.page({store.message(1, "early")})}};
-    std::vector<ChunkSet> sets(1);
-    for (std::uint32_t i = 0; i < count; ++i) {
-        Oversize oversize{.process = store.process.key, .time = 100 + i, .reference = i};
-        oversize.items = {text(std::to_string(i) + std::string(60'000, ' '))};
-        early.chunks.insert(reversed ? early.chunks.begin() : early.chunks.end(), oversize);
-        Record record = store.message(100 + i, "%s");
-        record.oversize = i;
-        sets.push_back({{store.page({record})}});
-    }
-    sets[0] = early;
-    store.files.add(persist, store.trace(sets));
-    const auto entries = store.entries();
-    QCOMPARE(entries.size(), std::size_t(count + 1));
-    for (std::uint32_t i = 0; i < count; ++i)
-        QCOMPARE(entries[i + 1].message.trimmed(), QString::number(i));
-}
-
-void TestStoreLimits::largeSetsThatTakeTurns()
-{
-    WrittenStore store;
-    constexpr std::uint64_t setCount = 3;
-    constexpr std::uint64_t perSet = 1000;
-    std::vector<ChunkSet> sets;
-    for (std::uint64_t number = 0; number < setCount; ++number) {
-        ChunkSet set{{RawChunk{0x6009, Bytes(std::size_t{12} << 20)}}};
-        for (std::uint64_t i = 0; i < perSet; ++i)
-            set.chunks.push_back(store.page({store.message(number + i * setCount, "turn")}));
-        sets.push_back(std::move(set));
-    }
-    store.files.add(persist, store.trace(sets));
-    const auto entries = store.entries();
-    QCOMPARE(entries.size(), std::size_t(setCount * perSet));
-    for (std::size_t i = 0; i < entries.size(); ++i)
-        QCOMPARE(entries[i].continuousTime, std::uint64_t(i));
-}
-
-QTEST_APPLESS_MAIN(TestStoreLimits)
+TESSEL_TEST(TestStoreLimits)
 #include "tst_storelimits.moc"

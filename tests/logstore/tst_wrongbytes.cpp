@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "logstore/writtenstore.h"
+#include "support/testcase.h"
 
 #include <QFile>
-#include <QRegularExpression>
 #include <QTest>
 
 using namespace logstore::writer;
@@ -85,66 +85,63 @@ std::pair<int, bool> readAll(const std::filesystem::path& root)
 } // namespace
 
 /// Every byte of a store, wrong or missing.
-class TestWrongBytes : public QObject
+class TestWrongBytes : public TestCase
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral("."))); }
-    void everyByteMayBeWrong_data();
-    void everyByteMayBeWrong();
-    void everyTruncationIsSurvived();
-};
 
-void TestWrongBytes::everyByteMayBeWrong_data()
-{
-    QTest::addColumn<QString>("path");
-    const PlainStore store;
-    QTest::newRow("trace file") << QString::fromUtf8(persist);
-    QTest::newRow("time file") << QStringLiteral("timesync/0000000000000001.timesync");
-    QTest::newRow("image file") << QString::fromStdString(
-        store.files.stringsPath(store.image.uuid));
-    QTest::newRow("cache file") << QString::fromStdString(store.files.cachePath(store.cache.uuid));
-}
+    void everyByteMayBeWrong_data()
+    {
+        QTest::addColumn<QString>("path");
+        const PlainStore store;
+        QTest::newRow("trace file") << QString::fromUtf8(persist);
+        QTest::newRow("time file") << QStringLiteral("timesync/0000000000000001.timesync");
+        QTest::newRow("image file")
+            << QString::fromStdString(store.files.stringsPath(store.image.uuid));
+        QTest::newRow("cache file")
+            << QString::fromStdString(store.files.cachePath(store.cache.uuid));
+    }
 
-void TestWrongBytes::everyByteMayBeWrong()
-{
-    QFETCH(QString, path);
-    PlainStore store;
-    const auto root = store.write();
-    const QString file = QString::fromStdString((root / path.toStdString()).string());
-    const bool ofStrings = !path.startsWith(u"Persist") && !path.startsWith(u"timesync");
-    const Bytes good = store.files.files[path.toStdString()];
-    for (std::size_t at = 0; at < good.size(); ++at) {
-        for (const std::uint8_t flip : Bytes{0x01, 0xff}) {
-            Bytes bad = good;
-            bad[at] = static_cast<std::uint8_t>(bad[at] ^ flip);
-            writeBytes(file, bad);
-            const auto [count, foundOther] = readAll(root);
-            QVERIFY2(count >= 1 && count < 40,
-                     qPrintable(QStringLiteral("byte %1: %2 entries").arg(at).arg(count)));
-            QVERIFY2(foundOther || ofStrings, qPrintable(QStringLiteral("byte %1").arg(at)));
+    void everyByteMayBeWrong()
+    {
+        QFETCH(QString, path);
+        PlainStore store;
+        const auto root = store.write();
+        const QString file = QString::fromStdString((root / path.toStdString()).string());
+        const bool ofStrings = !path.startsWith(u"Persist") && !path.startsWith(u"timesync");
+        const Bytes good = store.files.files[path.toStdString()];
+        for (std::size_t at = 0; at < good.size(); ++at) {
+            for (const std::uint8_t flip : Bytes{0x01, 0xff}) {
+                Bytes bad = good;
+                bad[at] = static_cast<std::uint8_t>(bad[at] ^ flip);
+                writeBytes(file, bad);
+                const auto [count, foundOther] = readAll(root);
+                QVERIFY2(count >= 1 && count < 40,
+                         qPrintable(QStringLiteral("byte %1: %2 entries").arg(at).arg(count)));
+                QVERIFY2(foundOther || ofStrings, qPrintable(QStringLiteral("byte %1").arg(at)));
+            }
         }
     }
-}
 
-void TestWrongBytes::everyTruncationIsSurvived()
-{
-    PlainStore store;
-    const auto root = store.write();
-    const QString file = QString::fromStdString((root / persist).string());
-    const Bytes good = store.files.files[persist];
-    int before = 0;
-    for (std::size_t size = 0; size <= good.size(); ++size) {
-        writeBytes(file, Bytes(good.begin(), good.begin() + static_cast<std::ptrdiff_t>(size)));
-        const auto [count, foundOther] = readAll(root);
-        QVERIFY2(foundOther, qPrintable(QString::number(size)));
-        QVERIFY2(count >= before,
-                 qPrintable(QString::number(size))); // no more bytes give fewer entries
-        before = count;
+    void everyTruncationIsSurvived()
+    {
+        PlainStore store;
+        const auto root = store.write();
+        const QString file = QString::fromStdString((root / persist).string());
+        const Bytes good = store.files.files[persist];
+        int before = 0;
+        for (std::size_t size = 0; size <= good.size(); ++size) {
+            writeBytes(file, Bytes(good.begin(), good.begin() + static_cast<std::ptrdiff_t>(size)));
+            const auto [count, foundOther] = readAll(root);
+            QVERIFY2(foundOther, qPrintable(QString::number(size)));
+            QVERIFY2(count >= before,
+                     qPrintable(QString::number(size))); // no more bytes give fewer entries
+            before = count;
+        }
+        QCOMPARE(before, 2 + 6 + 2);
     }
-    QCOMPARE(before, 2 + 6 + 2);
-}
+};
 
-QTEST_APPLESS_MAIN(TestWrongBytes)
+TESSEL_TEST(TestWrongBytes)
 #include "tst_wrongbytes.moc"

@@ -1,19 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "mainwindow/entrysearch.h"
+#include "support/testcase.h"
 
 #include <QTest>
 
 using namespace Qt::StringLiterals;
-
-class TestEntrySearch : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void searchesTheChosenField_data();
-    void searchesTheChosenField();
-    void keepsOrderAndEntries();
-};
 
 namespace {
 
@@ -40,41 +31,47 @@ QList<LogEntry> entries()
 
 } // namespace
 
-void TestEntrySearch::searchesTheChosenField_data()
+class TestEntrySearch : public TestCase
 {
-    QTest::addColumn<int>("searchType");
-    QTest::addColumn<int>("found");
-    QTest::addRow("messages") << 0 << 0;
-    QTest::addRow("processes") << 1 << 1;
-    QTest::addRow("senders") << 2 << 2;
-    QTest::addRow("subsystems") << 3 << 3;
-    QTest::addRow("notes") << 4 << 4;
-    QTest::addRow("beyond the last type") << 17 << 4;
-    QTest::addRow("below the first type") << -1 << 4;
-}
+    Q_OBJECT
 
-void TestEntrySearch::searchesTheChosenField()
-{
-    QFETCH(int, searchType);
-    QFETCH(int, found);
-    const QList<LogEntry> list = entries();
-    const QList<LogEntry> results = entriesFound(list, searchType, u"needle"_s);
-    QCOMPARE(results.size(), 1);
-    QCOMPARE(results.first().id, list.at(found).id);
-}
+private Q_SLOTS:
+    void searchesTheChosenField_data()
+    {
+        QTest::addColumn<int>("searchType");
+        QTest::addColumn<int>("found");
+        QTest::addRow("messages") << 0 << 0;
+        QTest::addRow("processes") << 1 << 1;
+        QTest::addRow("senders") << 2 << 2;
+        QTest::addRow("subsystems") << 3 << 3;
+        QTest::addRow("notes") << 4 << 4;
+        QTest::addRow("beyond the last type") << 17 << 4;
+        QTest::addRow("below the first type") << -1 << 4;
+    }
 
-void TestEntrySearch::keepsOrderAndEntries()
-{
-    QList<LogEntry> list{entryWith(&LogEntry::sender, u"backupd"_s),
-                         entryWith(&LogEntry::sender, u"kernel"_s),
-                         entryWith(&LogEntry::sender, u"backupd-helper"_s)};
-    list[2].userNote = u"kept"_s;
-    const QList<LogEntry> results = entriesFound(list, 2, u"BACKUPD"_s);
-    QCOMPARE(results.size(), 2);
-    QCOMPARE(results.at(0).id, list.at(0).id);
-    QCOMPARE(results.at(1).id, list.at(2).id);
-    QCOMPARE(results.at(1).userNote->toString(), u"kept"_s);
-}
+    void searchesTheChosenField()
+    {
+        QFETCH(int, searchType);
+        QFETCH(int, found);
+        const QList<LogEntry> list = entries();
+        const QList<LogEntry> results = entriesFound(list, searchType, u"needle"_s);
+        QCOMPARE(results.size(), 1);
+        QCOMPARE(results.first().id, list.at(found).id);
+    }
 
-QTEST_GUILESS_MAIN(TestEntrySearch)
+    void keepsOrderAndEntries()
+    {
+        QList<LogEntry> list{entryWith(&LogEntry::sender, u"backupd"_s),
+                             entryWith(&LogEntry::sender, u"kernel"_s),
+                             entryWith(&LogEntry::sender, u"backupd-helper"_s)};
+        list[2].userNote = u"kept"_s;
+        const QList<LogEntry> results = entriesFound(list, 2, u"BACKUPD"_s);
+        QCOMPARE(results.size(), 2);
+        QCOMPARE(results.at(0).id, list.at(0).id);
+        QCOMPARE(results.at(1).id, list.at(2).id);
+        QCOMPARE(results.at(1).userNote->toString(), u"kept"_s);
+    }
+};
+
+TESSEL_TEST(TestEntrySearch)
 #include "tst_entrysearch.moc"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "mainwindow/rowlayout.h"
+#include "support/testcase.h"
 
 #include <QFontDatabase>
 #include <QImage>
@@ -9,24 +10,6 @@
 #include <limits>
 
 using namespace Qt::StringLiterals;
-
-class TestRowLayout : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void init();
-    void piecesStandInOrderWithSpacing();
-    void textsFallIntoRuns_data();
-    void textsFallIntoRuns();
-    void markersAreDrawnWhole_data();
-    void markersAreDrawnWhole();
-    void stopsAtTheEnd();
-    void cutsHugeMessages_data();
-    void cutsHugeMessages();
-    void widthIsTheEndOfTheLastRun_data();
-    void widthIsTheEndOfTheLastRun();
-};
 
 namespace {
 
@@ -73,147 +56,151 @@ std::pair<int, int> inkedRows(const QImage& image)
 
 } // namespace
 
-void TestRowLayout::init()
+class TestRowLayout : public TestCase
 {
-    QTest::failOnWarning(QRegularExpression(u"."_s));
-}
+    Q_OBJECT
 
-void TestRowLayout::piecesStandInOrderWithSpacing()
-{
-    LogEntry entry;
-    entry.date = u"12:00"_s;
-    entry.sender = u"kernel"_s;
-    entry.composedMessage = u"hello"_s;
-    const RowLayout layout = rowLayout();
-    const QList<RowRun> runs = layout.runs({entry, false}, infinity);
-    QCOMPARE(textsOf(runs), (QStringList{u"12:00"_s, u"kernel"_s, u"hello"_s}));
-    QCOMPARE(runs.at(1).colour, FieldColour::Red);
-    QCOMPARE(runs.first().x, 0.0);
-    const QFontMetricsF metrics(layout.font(RowRun::Letters));
-    for (int i = 1; i < runs.size(); ++i) {
-        const qreal gap =
-            runs.at(i).x - runs.at(i - 1).x - metrics.horizontalAdvance(runs.at(i - 1).text);
-        QVERIFY2(gap >= 7.5 && gap < 16, qPrintable(QString::number(gap)));
+private Q_SLOTS:
+
+    void piecesStandInOrderWithSpacing()
+    {
+        LogEntry entry;
+        entry.date = u"12:00"_s;
+        entry.sender = u"kernel"_s;
+        entry.composedMessage = u"hello"_s;
+        const RowLayout layout = rowLayout();
+        const QList<RowRun> runs = layout.runs({entry, false}, infinity);
+        QCOMPARE(textsOf(runs), (QStringList{u"12:00"_s, u"kernel"_s, u"hello"_s}));
+        QCOMPARE(runs.at(1).colour, FieldColour::Red);
+        QCOMPARE(runs.first().x, 0.0);
+        const QFontMetricsF metrics(layout.font(RowRun::Letters));
+        for (int i = 1; i < runs.size(); ++i) {
+            const qreal gap =
+                runs.at(i).x - runs.at(i - 1).x - metrics.horizontalAdvance(runs.at(i - 1).text);
+            QVERIFY2(gap >= 7.5 && gap < 16, qPrintable(QString::number(gap)));
+        }
     }
-}
 
-void TestRowLayout::textsFallIntoRuns_data()
-{
-    QTest::addColumn<QString>("message");
-    QTest::addColumn<QStringList>("expected");
-    QTest::addRow("line feed") << u"one\ntwo"_s << QStringList{u"one"_s, u"[⏎]"_s, u"two"_s};
-    QTest::addRow("pair is one break")
-        << u"one\r\ntwo"_s << QStringList{u"one"_s, u"[⏎]"_s, u"two"_s};
-    QTest::addRow("two breaks") << u"one\n\ntwo"_s
-                                << QStringList{u"one"_s, u"[⏎]"_s, u"[⏎]"_s, u"two"_s};
-    QTest::addRow("at both ends") << u"\none\r"_s << QStringList{u"[⏎]"_s, u"one"_s, u"[⏎]"_s};
-    QTest::addRow("Unicode separators")
-        << u"a\u2028b\u2029"_s << QStringList{u"a"_s, u"[⏎]"_s, u"b"_s, u"[⏎]"_s};
-    QTest::addRow("tab is a blank") << u"a\tb"_s << QStringList{u"a b"_s};
-    QTest::addRow("other controls are pictures") << u"\x1b[0m\x7f"_s << QStringList{u"␛[0m␡"_s};
-    QTest::addRow("emoji forms stand alone")
-        << u"a ▶\uFE0F b"_s << QStringList{u"a "_s, u"▶\uFE0F"_s, u" b"_s};
-    QTest::addRow("emoji of two units")
-        << u"a🏷\uFE0Fb"_s << QStringList{u"a"_s, u"🏷\uFE0F"_s, u"b"_s};
-    QTest::addRow("joined emoji") << u"❤\uFE0F\u200D🔥b"_s
-                                  << QStringList{u"❤\uFE0F\u200D🔥"_s, u"b"_s};
-    QTest::addRow("keycap") << u"1\uFE0F\u20E32"_s << QStringList{u"1\uFE0F\u20E3"_s, u"2"_s};
-    QTest::addRow("joiner at the end")
-        << u"❤\uFE0F\u200D"_s << QStringList{u"❤\uFE0F"_s, u"\u200D"_s};
-}
-
-void TestRowLayout::textsFallIntoRuns()
-{
-    QFETCH(QString, message);
-    QFETCH(QStringList, expected);
-    QCOMPARE(textsOf(rowLayout().runs(rowWithMessage(message), infinity)), expected);
-}
-
-void TestRowLayout::markersAreDrawnWhole_data()
-{
-    QTest::addColumn<QString>("text");
-    for (const qint64 type :
-         {LogMessageEntry, ActivityEntry, BoundaryEntry, SignpostEntry, OtherEntry})
-        QTest::addRow("kind %lld", type) << kindMarker(type);
-    QTest::addRow("note") << QString::fromUtf16(noteMarker);
-    QTest::addRow("letters") << u"ÅÄgjp|"_s;
-}
-
-void TestRowLayout::markersAreDrawnWhole()
-{
-    QFETCH(QString, text);
-    const RowLayout layout = rowLayout();
-    // Twice the height, so that what a row of its own would cut shows above or below it.
-    const int height = static_cast<int>(layout.height());
-    QImage image(200, 2 * height, QImage::Format_RGB32);
-    image.fill(Qt::black);
-    QPainter painter(&image);
-    painter.setPen(Qt::white);
-    for (const RowRun& run : layout.runs(rowWithMessage(text), infinity)) {
-        painter.setFont(layout.font(run.kind));
-        painter.drawText(QPointF(20 + run.x, height / 2 + layout.baseLine()), run.text);
+    void textsFallIntoRuns_data()
+    {
+        QTest::addColumn<QString>("message");
+        QTest::addColumn<QStringList>("expected");
+        QTest::addRow("line feed") << u"one\ntwo"_s << QStringList{u"one"_s, u"[⏎]"_s, u"two"_s};
+        QTest::addRow("pair is one break")
+            << u"one\r\ntwo"_s << QStringList{u"one"_s, u"[⏎]"_s, u"two"_s};
+        QTest::addRow("two breaks")
+            << u"one\n\ntwo"_s << QStringList{u"one"_s, u"[⏎]"_s, u"[⏎]"_s, u"two"_s};
+        QTest::addRow("at both ends") << u"\none\r"_s << QStringList{u"[⏎]"_s, u"one"_s, u"[⏎]"_s};
+        QTest::addRow("Unicode separators")
+            << u"a\u2028b\u2029"_s << QStringList{u"a"_s, u"[⏎]"_s, u"b"_s, u"[⏎]"_s};
+        QTest::addRow("tab is a blank") << u"a\tb"_s << QStringList{u"a b"_s};
+        QTest::addRow("other controls are pictures") << u"\x1b[0m\x7f"_s << QStringList{u"␛[0m␡"_s};
+        QTest::addRow("emoji forms stand alone")
+            << u"a ▶\uFE0F b"_s << QStringList{u"a "_s, u"▶\uFE0F"_s, u" b"_s};
+        QTest::addRow("emoji of two units")
+            << u"a🏷\uFE0Fb"_s << QStringList{u"a"_s, u"🏷\uFE0F"_s, u"b"_s};
+        QTest::addRow("joined emoji")
+            << u"❤\uFE0F\u200D🔥b"_s << QStringList{u"❤\uFE0F\u200D🔥"_s, u"b"_s};
+        QTest::addRow("keycap") << u"1\uFE0F\u20E32"_s << QStringList{u"1\uFE0F\u20E3"_s, u"2"_s};
+        QTest::addRow("joiner at the end")
+            << u"❤\uFE0F\u200D"_s << QStringList{u"❤\uFE0F"_s, u"\u200D"_s};
     }
-    painter.end();
-    const auto [first, last] = inkedRows(image);
-    QVERIFY2(last > first, "nothing was drawn");
-    QVERIFY2(first >= height / 2, qPrintable(u"top at %1"_s.arg(first - height / 2)));
-    QVERIFY2(last < height / 2 + height,
-             qPrintable(u"bottom at %1 of %2"_s.arg(last - height / 2).arg(height)));
-}
 
-void TestRowLayout::stopsAtTheEnd()
-{
-    LogEntry entry;
-    entry.date = QString(500, u'd');
-    entry.sender = u"sender"_s;
-    entry.composedMessage = u"message"_s;
-    const RowLayout layout = rowLayout();
-    const QList<RowRun> runs = layout.runs({entry, false}, 200);
-    QCOMPARE(runs.size(), 1);
-    QVERIFY(runs.first().text.size() < 100);
-    QVERIFY(QFontMetricsF(layout.font(RowRun::Letters)).horizontalAdvance(runs.first().text)
-            >= 200);
-}
-
-void TestRowLayout::cutsHugeMessages_data()
-{
-    QTest::addColumn<QString>("unit");
-    QTest::addRow("ASCII") << u"m"_s;
-    QTest::addRow("two bytes") << u"ü"_s;
-    QTest::addRow("four bytes") << u"🎬"_s;
-    QTest::addRow("line feeds") << u"\n"_s;
-}
-
-void TestRowLayout::cutsHugeMessages()
-{
-    QFETCH(QString, unit);
-    const QList<RowRun> runs = rowLayout().runs(rowWithMessage(unit.repeated(1'000'000)), infinity);
-    qsizetype length = 0;
-    for (const RowRun& run : runs) {
-        QVERIFY(run.text.isValidUtf16());
-        length += run.text.size();
+    void textsFallIntoRuns()
+    {
+        QFETCH(QString, message);
+        QFETCH(QStringList, expected);
+        QCOMPARE(textsOf(rowLayout().runs(rowWithMessage(message), infinity)), expected);
     }
-    QVERIFY2(length > 1000 && length < 10'000, qPrintable(QString::number(length)));
-    QVERIFY(runs.last().text.endsWith(u'…'));
-}
 
-void TestRowLayout::widthIsTheEndOfTheLastRun_data()
-{
-    QTest::addColumn<QString>("message");
-    QTest::addRow("plain") << u"a plain message"_s;
-    QTest::addRow("accented") << u"für Übergrößen"_s;
-    QTest::addRow("emoji and breaks") << u"x ⭕\uFE0F\n🎬 y"_s;
-}
+    void markersAreDrawnWhole_data()
+    {
+        QTest::addColumn<QString>("text");
+        for (const qint64 type :
+             {LogMessageEntry, ActivityEntry, BoundaryEntry, SignpostEntry, OtherEntry})
+            QTest::addRow("kind %lld", type) << kindMarker(type);
+        QTest::addRow("note") << QString::fromUtf16(noteMarker);
+        QTest::addRow("letters") << u"ÅÄgjp|"_s;
+    }
 
-void TestRowLayout::widthIsTheEndOfTheLastRun()
-{
-    QFETCH(QString, message);
-    const RowLayout layout = rowLayout();
-    const MessageRow row = rowWithMessage(message);
-    const RowRun last = layout.runs(row, infinity).last();
-    const qreal end = last.x + QFontMetricsF(layout.font(last.kind)).horizontalAdvance(last.text);
-    QVERIFY(qAbs(layout.width(row) - end) < 1);
-}
+    void markersAreDrawnWhole()
+    {
+        QFETCH(QString, text);
+        const RowLayout layout = rowLayout();
+        // Twice the height, so that what a row of its own would cut shows above or below it.
+        const int height = static_cast<int>(layout.height());
+        QImage image(200, 2 * height, QImage::Format_RGB32);
+        image.fill(Qt::black);
+        QPainter painter(&image);
+        painter.setPen(Qt::white);
+        for (const RowRun& run : layout.runs(rowWithMessage(text), infinity)) {
+            painter.setFont(layout.font(run.kind));
+            painter.drawText(QPointF(20 + run.x, height / 2 + layout.baseLine()), run.text);
+        }
+        painter.end();
+        const auto [first, last] = inkedRows(image);
+        QVERIFY2(last > first, "nothing was drawn");
+        QVERIFY2(first >= height / 2, qPrintable(u"top at %1"_s.arg(first - height / 2)));
+        QVERIFY2(last < height / 2 + height,
+                 qPrintable(u"bottom at %1 of %2"_s.arg(last - height / 2).arg(height)));
+    }
 
-QTEST_MAIN(TestRowLayout)
+    void stopsAtTheEnd()
+    {
+        LogEntry entry;
+        entry.date = QString(500, u'd');
+        entry.sender = u"sender"_s;
+        entry.composedMessage = u"message"_s;
+        const RowLayout layout = rowLayout();
+        const QList<RowRun> runs = layout.runs({entry, false}, 200);
+        QCOMPARE(runs.size(), 1);
+        QVERIFY(runs.first().text.size() < 100);
+        QVERIFY(QFontMetricsF(layout.font(RowRun::Letters)).horizontalAdvance(runs.first().text)
+                >= 200);
+    }
+
+    void cutsHugeMessages_data()
+    {
+        QTest::addColumn<QString>("unit");
+        QTest::addRow("ASCII") << u"m"_s;
+        QTest::addRow("two bytes") << u"ü"_s;
+        QTest::addRow("four bytes") << u"🎬"_s;
+        QTest::addRow("line feeds") << u"\n"_s;
+    }
+
+    void cutsHugeMessages()
+    {
+        QFETCH(QString, unit);
+        const QList<RowRun> runs =
+            rowLayout().runs(rowWithMessage(unit.repeated(1'000'000)), infinity);
+        qsizetype length = 0;
+        for (const RowRun& run : runs) {
+            QVERIFY(run.text.isValidUtf16());
+            length += run.text.size();
+        }
+        QVERIFY2(length > 1000 && length < 10'000, qPrintable(QString::number(length)));
+        QVERIFY(runs.last().text.endsWith(u'…'));
+    }
+
+    void widthIsTheEndOfTheLastRun_data()
+    {
+        QTest::addColumn<QString>("message");
+        QTest::addRow("plain") << u"a plain message"_s;
+        QTest::addRow("accented") << u"für Übergrößen"_s;
+        QTest::addRow("emoji and breaks") << u"x ⭕\uFE0F\n🎬 y"_s;
+    }
+
+    void widthIsTheEndOfTheLastRun()
+    {
+        QFETCH(QString, message);
+        const RowLayout layout = rowLayout();
+        const MessageRow row = rowWithMessage(message);
+        const RowRun last = layout.runs(row, infinity).last();
+        const qreal end =
+            last.x + QFontMetricsF(layout.font(last.kind)).horizontalAdvance(last.text);
+        QVERIFY(qAbs(layout.width(row) - end) < 1);
+    }
+};
+
+TESSEL_TEST(TestRowLayout)
 #include "tst_rowlayout.moc"

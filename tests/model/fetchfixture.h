@@ -4,12 +4,10 @@
 #include "model/logger.h"
 #include "support/fakeplatform.h"
 #include "support/smallstore.h"
-
-#include <QRegularExpression>
-#include <QTest>
+#include "support/testcase.h"
 
 /// What tests of fetches share: a logger whose local store is written by the test.
-class FetchFixture : public QObject
+class FetchFixture : public TestCase
 {
     Q_OBJECT
 
@@ -49,7 +47,7 @@ protected:
 private Q_SLOTS:
     void init()
     {
-        QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
+        TestCase::init();
         m_fake = std::make_unique<FakePlatform>();
         m_logger = Logger::make(m_fake->platform);
     }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/propertylist.h"
-#include "support/warnings.h"
+#include "support/testcase.h"
 
 #include <QDateTime>
 #include <QTest>
@@ -8,27 +8,6 @@
 #include <limits>
 
 using namespace Qt::StringLiterals;
-
-class tst_PropertyList : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void init() { failOnWarnings(); }
-    void valuesComeThroughExactly_data();
-    void valuesComeThroughExactly();
-    void writesPlainXml();
-    void readsTheBinaryForm();
-    void leavesOutWhatXmlCannotHold();
-    void damagedListsFail_data();
-    void damagedListsFail();
-    void everyShorterBinaryFormFails();
-    void everyFlippedBitIsSurvived();
-    void deepNestingFails_data();
-    void deepNestingFails();
-    void sharedContainersFail();
-    void unknownTypesFail();
-};
 
 namespace {
 
@@ -60,153 +39,164 @@ QByteArray goodBinary()
 
 } // namespace
 
-void tst_PropertyList::valuesComeThroughExactly_data()
+class TestPropertyList : public TestCase
 {
-    QTest::addColumn<QVariant>("value");
-    const auto row = [](const char* name, const QVariant& value) { QTest::newRow(name) << value; };
-    row("true", true);
-    row("false", false);
-    row("zero", qint64{0});
-    row("negative", qint64{-5});
-    row("smallest", std::numeric_limits<qint64>::min());
-    row("largest signed", std::numeric_limits<qint64>::max());
-    row("unsigned only", quint64{std::numeric_limits<qint64>::max()} + 1);
-    row("largest unsigned", std::numeric_limits<quint64>::max());
-    row("real", 1147.8);
-    row("whole real", 2.0);
-    row("tiny real", 1e-300);
-    row("third", 1.0 / 3);
-    row("empty text", u""_s);
-    row("text", u"a <b> & \"c\" 📍 é\n"_s);
-    row("data", QByteArray("\0\1\xff", 3));
-    row("long data", QByteArray(1000, 'x'));
-    row("date", QDateTime(QDate(2024, 3, 7), QTime(14, 5, 9), Qt::UTC));
-    row("date before the origin", QDateTime(QDate(1999, 12, 31), QTime(23, 59, 59), Qt::UTC));
-    row("empty array", QVariantList());
-    row("array", QVariantList{qint64{1}, u"two"_s, 3.0});
-    row("dictionary", QVariantMap{{u"a"_s, QVariantMap{{u"b & c"_s, QVariantList{true}}}}});
-}
+    Q_OBJECT
 
-void tst_PropertyList::valuesComeThroughExactly()
-{
-    QFETCH(QVariant, value);
-    const auto xml = propertyListXml({{u"key"_s, value}});
-    QVERIFY(xml.has_value());
-    const auto read = propertyListFrom(*xml);
-    QVERIFY(read.has_value());
-    QCOMPARE(read->size(), 1);
-    QCOMPARE(read->value(u"key"_s).typeId(), value.typeId());
-    QCOMPARE(read->value(u"key"_s), value);
-}
+private Q_SLOTS:
 
-void tst_PropertyList::writesPlainXml()
-{
-    const auto xml = propertyListXml({{u"Real"_s, 1147.8}, {u"Version"_s, 4}});
-    QVERIFY(xml.has_value());
-    QVERIFY(xml->startsWith("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<!DOCTYPE plist"));
-    QVERIFY(xml->contains("<key>Real</key>\n\t<real>1147.8</real>\n"));
-    QVERIFY(xml->contains("<key>Version</key>\n\t<integer>4</integer>\n"));
-}
-
-void tst_PropertyList::readsTheBinaryForm()
-{
-    const auto read = propertyListFrom(goodBinary());
-    QVERIFY(read.has_value());
-    QCOMPARE(*read, (QVariantMap{{u"name"_s, u"Tessel"_s},
-                                 {u"sizes"_s, QVariantList{qint64{1}, qint64{-1}}},
-                                 {u"on"_s, true}}));
-}
-
-void tst_PropertyList::leavesOutWhatXmlCannotHold()
-{
-    // {"reference": UID 1, "list": [UID 1, true]}
-    const auto read =
-        propertyListFrom(binaryOf({QByteArray("\xD2\x01\x02\x03\x04"), "\x59reference", "\x54list",
-                                   QByteArray("\x80\x01"), QByteArray("\xA2\x03\x05"), "\x09"}));
-    QVERIFY(read.has_value());
-    QCOMPARE(*read, (QVariantMap{{u"list"_s, QVariantList{true}}}));
-}
-
-void tst_PropertyList::damagedListsFail_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::newRow("nothing") << QByteArray();
-    QTest::newRow("text") << QByteArray("no property list");
-    QTest::newRow("cut XML") << QByteArray("<plist><dict><key>a</key><string>b");
-    QTest::newRow("wrong end tag") << QByteArray("<plist><dict></array></plist>");
-    QTest::newRow("array outside") << QByteArray("<plist><array/></plist>");
-    QTest::newRow("text outside") << QByteArray("<plist><string>a</string></plist>");
-    QTest::newRow("only the magic number") << QByteArray("bplist00");
-    QTest::newRow("reference past the end") << binaryOf({QByteArray("\xD1\x01\x7F"), "\x51k"});
-    QTest::newRow("count past the end") << binaryOf({QByteArray("\xDF\x12\x7F\xFF\xFF\xFF")});
-    QTest::newRow("count too wide") << binaryOf({QByteArray("\xDF\x1F") + QByteArray(40, '\x01')});
-    QTest::newRow("dictionary holds itself") << binaryOf({QByteArray("\xD1\x01\x00", 3), "\x51k"});
-}
-
-void tst_PropertyList::damagedListsFail()
-{
-    QFETCH(QByteArray, bytes);
-    const auto read = propertyListFrom(bytes);
-    QVERIFY(!read.has_value());
-    QVERIFY(!read.error().description.empty());
-}
-
-void tst_PropertyList::everyShorterBinaryFormFails()
-{
-    const QByteArray good = goodBinary();
-    for (qsizetype length = 0; length < good.size(); ++length)
-        QVERIFY2(!propertyListFrom(good.first(length)), qPrintable(QString::number(length)));
-}
-
-void tst_PropertyList::everyFlippedBitIsSurvived()
-{
-    const QByteArray good = goodBinary();
-    for (qsizetype bit = 0; bit < good.size() * 8; ++bit) {
-        QByteArray bad = good;
-        bad[bit / 8] = static_cast<char>(bad[bit / 8] ^ (1 << (bit % 8)));
-        if (const auto read = propertyListFrom(bad))
-            QVERIFY2(propertyListXml(*read), qPrintable(QString::number(bit)));
+    void valuesComeThroughExactly_data()
+    {
+        QTest::addColumn<QVariant>("value");
+        const auto row = [](const char* name, const QVariant& value) {
+            QTest::newRow(name) << value;
+        };
+        row("true", true);
+        row("false", false);
+        row("zero", qint64{0});
+        row("negative", qint64{-5});
+        row("smallest", std::numeric_limits<qint64>::min());
+        row("largest signed", std::numeric_limits<qint64>::max());
+        row("unsigned only", quint64{std::numeric_limits<qint64>::max()} + 1);
+        row("largest unsigned", std::numeric_limits<quint64>::max());
+        row("real", 1147.8);
+        row("whole real", 2.0);
+        row("tiny real", 1e-300);
+        row("third", 1.0 / 3);
+        row("empty text", u""_s);
+        row("text", u"a <b> & \"c\" 📍 é\n"_s);
+        row("data", QByteArray("\0\1\xff", 3));
+        row("long data", QByteArray(1000, 'x'));
+        row("date", QDateTime(QDate(2024, 3, 7), QTime(14, 5, 9), Qt::UTC));
+        row("date before the origin", QDateTime(QDate(1999, 12, 31), QTime(23, 59, 59), Qt::UTC));
+        row("empty array", QVariantList());
+        row("array", QVariantList{qint64{1}, u"two"_s, 3.0});
+        row("dictionary", QVariantMap{{u"a"_s, QVariantMap{{u"b & c"_s, QVariantList{true}}}}});
     }
-}
 
-void tst_PropertyList::deepNestingFails_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::newRow("XML") << "<plist><dict><key>a</key>" + QByteArray("<array>").repeated(500'000);
-    QTest::newRow("XML, closed") << "<plist><dict><key>a</key>"
-                                        + QByteArray("<array>").repeated(200'000)
-                                        + QByteArray("</array>").repeated(200'000)
-                                        + "</dict></plist>";
-    QTest::newRow("too large") << "<plist><dict><key>a</key><string>" + QByteArray(5'000'000, 'x')
-                                      + "</string></dict></plist>";
-}
+    void valuesComeThroughExactly()
+    {
+        QFETCH(QVariant, value);
+        const auto xml = propertyListXml({{u"key"_s, value}});
+        QVERIFY(xml.has_value());
+        const auto read = propertyListFrom(*xml);
+        QVERIFY(read.has_value());
+        QCOMPARE(read->size(), 1);
+        QCOMPARE(read->value(u"key"_s).typeId(), value.typeId());
+        QCOMPARE(read->value(u"key"_s), value);
+    }
 
-void tst_PropertyList::deepNestingFails()
-{
-    QFETCH(QByteArray, bytes);
-    QVERIFY(!propertyListFrom(bytes));
-}
+    void writesPlainXml()
+    {
+        const auto xml = propertyListXml({{u"Real"_s, 1147.8}, {u"Version"_s, 4}});
+        QVERIFY(xml.has_value());
+        QVERIFY(xml->startsWith("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<!DOCTYPE plist"));
+        QVERIFY(xml->contains("<key>Real</key>\n\t<real>1147.8</real>\n"));
+        QVERIFY(xml->contains("<key>Version</key>\n\t<integer>4</integer>\n"));
+    }
 
-void tst_PropertyList::sharedContainersFail()
-{
-    // Each array holds the next one twice: two to the fortieth values from some hundred bytes.
-    QList<QByteArray> objects{QByteArray("\xD1\x01\x02"), "\x51k"};
-    for (char next = 3; next < 42; ++next)
-        objects.append(QByteArray("\xA2").append(next).append(next));
-    objects.append("\xA0");
-    QVERIFY(!propertyListFrom(binaryOf(objects)));
+    void readsTheBinaryForm()
+    {
+        const auto read = propertyListFrom(goodBinary());
+        QVERIFY(read.has_value());
+        QCOMPARE(*read, (QVariantMap{{u"name"_s, u"Tessel"_s},
+                                     {u"sizes"_s, QVariantList{qint64{1}, qint64{-1}}},
+                                     {u"on"_s, true}}));
+    }
 
-    // One long text held by many: small in the file, large in memory.
-    const QByteArray text = QByteArray("\x5F\x11\x70\x00", 4) + QByteArray(0x7000, 'x');
-    const QByteArray array = QByteArray("\xAF\x11\x04\x00", 4) + QByteArray(0x400, '\x03');
-    QVERIFY(!propertyListFrom(binaryOf({QByteArray("\xD1\x01\x02"), "\x51k", array, text})));
-}
+    void leavesOutWhatXmlCannotHold()
+    {
+        // {"reference": UID 1, "list": [UID 1, true]}
+        const auto read = propertyListFrom(
+            binaryOf({QByteArray("\xD2\x01\x02\x03\x04"), "\x59reference", "\x54list",
+                      QByteArray("\x80\x01"), QByteArray("\xA2\x03\x05"), "\x09"}));
+        QVERIFY(read.has_value());
+        QCOMPARE(*read, (QVariantMap{{u"list"_s, QVariantList{true}}}));
+    }
 
-void tst_PropertyList::unknownTypesFail()
-{
-    QVERIFY(!propertyListXml({{u"a"_s, QVariantList{QVariant()}}}));
-    QVERIFY(!propertyListXml({{u"a"_s, QVariant::fromValue(QTime())}}));
-}
+    void damagedListsFail_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::newRow("nothing") << QByteArray();
+        QTest::newRow("text") << QByteArray("no property list");
+        QTest::newRow("cut XML") << QByteArray("<plist><dict><key>a</key><string>b");
+        QTest::newRow("wrong end tag") << QByteArray("<plist><dict></array></plist>");
+        QTest::newRow("array outside") << QByteArray("<plist><array/></plist>");
+        QTest::newRow("text outside") << QByteArray("<plist><string>a</string></plist>");
+        QTest::newRow("only the magic number") << QByteArray("bplist00");
+        QTest::newRow("reference past the end") << binaryOf({QByteArray("\xD1\x01\x7F"), "\x51k"});
+        QTest::newRow("count past the end") << binaryOf({QByteArray("\xDF\x12\x7F\xFF\xFF\xFF")});
+        QTest::newRow("count too wide")
+            << binaryOf({QByteArray("\xDF\x1F") + QByteArray(40, '\x01')});
+        QTest::newRow("dictionary holds itself")
+            << binaryOf({QByteArray("\xD1\x01\x00", 3), "\x51k"});
+    }
 
-QTEST_GUILESS_MAIN(tst_PropertyList)
+    void damagedListsFail()
+    {
+        QFETCH(QByteArray, bytes);
+        const auto read = propertyListFrom(bytes);
+        QVERIFY(!read.has_value());
+        QVERIFY(!read.error().description.empty());
+    }
+
+    void everyShorterBinaryFormFails()
+    {
+        const QByteArray good = goodBinary();
+        for (qsizetype length = 0; length < good.size(); ++length)
+            QVERIFY2(!propertyListFrom(good.first(length)), qPrintable(QString::number(length)));
+    }
+
+    void everyFlippedBitIsSurvived()
+    {
+        const QByteArray good = goodBinary();
+        for (qsizetype bit = 0; bit < good.size() * 8; ++bit) {
+            QByteArray bad = good;
+            bad[bit / 8] = static_cast<char>(bad[bit / 8] ^ (1 << (bit % 8)));
+            if (const auto read = propertyListFrom(bad))
+                QVERIFY2(propertyListXml(*read), qPrintable(QString::number(bit)));
+        }
+    }
+
+    void deepNestingFails_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::newRow("XML") << "<plist><dict><key>a</key>"
+                                    + QByteArray("<array>").repeated(500'000);
+        QTest::newRow("XML, closed")
+            << "<plist><dict><key>a</key>" + QByteArray("<array>").repeated(200'000)
+                   + QByteArray("</array>").repeated(200'000) + "</dict></plist>";
+        QTest::newRow("too large") << "<plist><dict><key>a</key><string>"
+                                          + QByteArray(5'000'000, 'x') + "</string></dict></plist>";
+    }
+
+    void deepNestingFails()
+    {
+        QFETCH(QByteArray, bytes);
+        QVERIFY(!propertyListFrom(bytes));
+    }
+
+    void sharedContainersFail()
+    {
+        // Each array holds the next one twice: two to the fortieth values from some hundred bytes.
+        QList<QByteArray> objects{QByteArray("\xD1\x01\x02"), "\x51k"};
+        for (char next = 3; next < 42; ++next)
+            objects.append(QByteArray("\xA2").append(next).append(next));
+        objects.append("\xA0");
+        QVERIFY(!propertyListFrom(binaryOf(objects)));
+
+        // One long text held by many: small in the file, large in memory.
+        const QByteArray text = QByteArray("\x5F\x11\x70\x00", 4) + QByteArray(0x7000, 'x');
+        const QByteArray array = QByteArray("\xAF\x11\x04\x00", 4) + QByteArray(0x400, '\x03');
+        QVERIFY(!propertyListFrom(binaryOf({QByteArray("\xD1\x01\x02"), "\x51k", array, text})));
+    }
+
+    void unknownTypesFail()
+    {
+        QVERIFY(!propertyListXml({{u"a"_s, QVariantList{QVariant()}}}));
+        QVERIFY(!propertyListXml({{u"a"_s, QVariant::fromValue(QTime())}}));
+    }
+};
+
+TESSEL_TEST(TestPropertyList)
 #include "tst_propertylist.moc"

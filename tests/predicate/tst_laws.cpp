@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/predicate/predicate.h"
 #include "support/predicategenerator.h"
-#include "support/warnings.h"
+#include "support/testcase.h"
 
 #include <QTest>
 
@@ -16,107 +16,101 @@ constexpr int entriesEach = 12;
 } // namespace
 
 /// Pairs of predicates that are the same for every entry.
-class Laws : public QObject
+class TestLaws : public TestCase
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { failOnWarnings(); }
-    void logic();
-    void comparisons();
-    void lists();
+
+    void logic()
+    {
+        PredicateGenerator generator(2);
+        for (int i = 0; i < predicates && !QTest::currentTestFailed(); ++i) {
+            const std::string p = '(' + generator.condition(2) + ')';
+            const std::string q = '(' + generator.condition(2) + ')';
+            verifySame(generator, "NOT NOT " + p, p);
+            verifySame(generator, p + " AND " + q, q + " && " + p);
+            verifySame(generator, p + " OR " + q, q + " || " + p);
+            verifySame(generator, "NOT (" + p + " AND " + q + ')', "NOT " + p + " OR NOT " + q);
+            verifySame(generator, p + " OR " + p + " AND " + q, p);
+            verifySame(generator, "TERNARY(" + p + ", 1, 2) == 1", p);
+        }
+    }
+
+    void comparisons()
+    {
+        PredicateGenerator generator(3);
+        for (int i = 0; i < predicates && !QTest::currentTestFailed(); ++i) {
+            const std::string a =
+                generator.oneOf({"process", "subsystem", "eventMessage", "processID", "size",
+                                 "'" + generator.text() + "'", "1", "nil"});
+            const std::string b = generator.oneOf(
+                {"process", "category", "'" + generator.text() + "'", "processID", "0", "nil"});
+            const std::string options = generator.oneOf({"", "[c]", "[d]", "[cd]"});
+            verifySame(generator, a + " !=" + options + ' ' + b,
+                       "NOT " + a + " ==" + options + ' ' + b);
+            verifySame(generator, a + " ==" + options + ' ' + b, b + " ==" + options + ' ' + a);
+            verifySame(generator,
+                       "process CONTAINS" + options + " '" + generator.text()
+                           + "' AND process == nil",
+                       "FALSEPREDICATE");
+            const std::string t = "'" + generator.text() + "'";
+            verifySame(generator, "process CONTAINS" + options + ' ' + t,
+                       t + " IN" + options + " process");
+            const std::string sameLength = " AND process.length == " + t + ".length";
+            verifySame(generator,
+                       "process BEGINSWITH" + options + ' ' + t + " AND process ENDSWITH" + options
+                           + ' ' + t + sameLength,
+                       "process ==" + options + ' ' + t + sameLength + " AND process != ''");
+            verifySame(generator, "process <" + options + ' ' + t, t + " >" + options + " process");
+            verifySame(generator,
+                       "process <=" + options + ' ' + t + " AND process !=" + options + ' ' + t,
+                       "process <" + options + ' ' + t);
+        }
+    }
+
+    void lists()
+    {
+        PredicateGenerator generator(4);
+        for (int i = 0; i < predicates && !QTest::currentTestFailed(); ++i) {
+            const std::string options = generator.oneOf({"", "[c]", "[d]", "[cd]"});
+            const std::string a = "'" + generator.text() + "'";
+            const std::string b = generator.sometimes() ? "sender" : "'" + generator.text() + "'";
+            const std::string list = '{' + a + ", " + b + '}';
+            verifySame(generator, "process IN" + options + ' ' + list,
+                       "process != nil AND (process ==" + options + ' ' + a
+                           + " OR process ==" + options + ' ' + b + ')');
+            verifySame(generator, "process IN" + options + ' ' + list,
+                       list + " CONTAINS" + options + " process");
+            verifySame(generator, "NONE " + list + " ==" + options + " process",
+                       "NOT ANY " + list + " ==" + options + " process");
+            verifySame(generator, "ALL " + list + " IN" + options + " process",
+                       a + " IN" + options + " process AND " + b + " IN" + options + " process");
+            verifySame(generator,
+                       "ANY TERNARY(TRUEPREDICATE, " + list + ", {}) IN" + options + " process",
+                       "SOME " + list + " IN" + options + " process");
+            verifySame(generator, "process BETWEEN" + options + ' ' + list,
+                       "process != nil AND " + b + " != nil AND process >=" + options + ' ' + a
+                           + " AND process <=" + options + ' ' + b);
+        }
+    }
 
 private:
-    void
-    verifySame(PredicateGenerator& generator, const std::string& left, const std::string& right);
+    static void
+    verifySame(PredicateGenerator& generator, const std::string& left, const std::string& right)
+    {
+        const auto first = build(left);
+        QVERIFY2(first, (left + ": " + (first ? "" : first.error().sentence)).c_str());
+        const auto second = build(right);
+        QVERIFY2(second, (right + ": " + (second ? "" : second.error().sentence)).c_str());
+        Matcher a(*first);
+        Matcher b(*second);
+        for (int i = 0; i < entriesEach; ++i) {
+            const MadeUpEntry entry = generator.entry();
+            QVERIFY2(a.matches(entry) == b.matches(entry), (left + "\n" + right).c_str());
+        }
+    }
 };
 
-void Laws::verifySame(PredicateGenerator& generator,
-                      const std::string& left,
-                      const std::string& right)
-{
-    const auto first = build(left);
-    QVERIFY2(first, (left + ": " + (first ? "" : first.error().sentence)).c_str());
-    const auto second = build(right);
-    QVERIFY2(second, (right + ": " + (second ? "" : second.error().sentence)).c_str());
-    Matcher a(*first);
-    Matcher b(*second);
-    for (int i = 0; i < entriesEach; ++i) {
-        const MadeUpEntry entry = generator.entry();
-        QVERIFY2(a.matches(entry) == b.matches(entry), (left + "\n" + right).c_str());
-    }
-}
-
-void Laws::logic()
-{
-    PredicateGenerator generator(2);
-    for (int i = 0; i < predicates && !QTest::currentTestFailed(); ++i) {
-        const std::string p = '(' + generator.condition(2) + ')';
-        const std::string q = '(' + generator.condition(2) + ')';
-        verifySame(generator, "NOT NOT " + p, p);
-        verifySame(generator, p + " AND " + q, q + " && " + p);
-        verifySame(generator, p + " OR " + q, q + " || " + p);
-        verifySame(generator, "NOT (" + p + " AND " + q + ')', "NOT " + p + " OR NOT " + q);
-        verifySame(generator, p + " OR " + p + " AND " + q, p);
-        verifySame(generator, "TERNARY(" + p + ", 1, 2) == 1", p);
-    }
-}
-
-void Laws::comparisons()
-{
-    PredicateGenerator generator(3);
-    for (int i = 0; i < predicates && !QTest::currentTestFailed(); ++i) {
-        const std::string a = generator.oneOf({"process", "subsystem", "eventMessage", "processID",
-                                               "size", "'" + generator.text() + "'", "1", "nil"});
-        const std::string b = generator.oneOf(
-            {"process", "category", "'" + generator.text() + "'", "processID", "0", "nil"});
-        const std::string options = generator.oneOf({"", "[c]", "[d]", "[cd]"});
-        verifySame(generator, a + " !=" + options + ' ' + b,
-                   "NOT " + a + " ==" + options + ' ' + b);
-        verifySame(generator, a + " ==" + options + ' ' + b, b + " ==" + options + ' ' + a);
-        verifySame(generator,
-                   "process CONTAINS" + options + " '" + generator.text() + "' AND process == nil",
-                   "FALSEPREDICATE");
-        const std::string t = "'" + generator.text() + "'";
-        verifySame(generator, "process CONTAINS" + options + ' ' + t,
-                   t + " IN" + options + " process");
-        const std::string sameLength = " AND process.length == " + t + ".length";
-        verifySame(generator,
-                   "process BEGINSWITH" + options + ' ' + t + " AND process ENDSWITH" + options
-                       + ' ' + t + sameLength,
-                   "process ==" + options + ' ' + t + sameLength + " AND process != ''");
-        verifySame(generator, "process <" + options + ' ' + t, t + " >" + options + " process");
-        verifySame(generator,
-                   "process <=" + options + ' ' + t + " AND process !=" + options + ' ' + t,
-                   "process <" + options + ' ' + t);
-    }
-}
-
-void Laws::lists()
-{
-    PredicateGenerator generator(4);
-    for (int i = 0; i < predicates && !QTest::currentTestFailed(); ++i) {
-        const std::string options = generator.oneOf({"", "[c]", "[d]", "[cd]"});
-        const std::string a = "'" + generator.text() + "'";
-        const std::string b = generator.sometimes() ? "sender" : "'" + generator.text() + "'";
-        const std::string list = '{' + a + ", " + b + '}';
-        verifySame(generator, "process IN" + options + ' ' + list,
-                   "process != nil AND (process ==" + options + ' ' + a + " OR process ==" + options
-                       + ' ' + b + ')');
-        verifySame(generator, "process IN" + options + ' ' + list,
-                   list + " CONTAINS" + options + " process");
-        verifySame(generator, "NONE " + list + " ==" + options + " process",
-                   "NOT ANY " + list + " ==" + options + " process");
-        verifySame(generator, "ALL " + list + " IN" + options + " process",
-                   a + " IN" + options + " process AND " + b + " IN" + options + " process");
-        verifySame(generator,
-                   "ANY TERNARY(TRUEPREDICATE, " + list + ", {}) IN" + options + " process",
-                   "SOME " + list + " IN" + options + " process");
-        verifySame(generator, "process BETWEEN" + options + ' ' + list,
-                   "process != nil AND " + b + " != nil AND process >=" + options + ' ' + a
-                       + " AND process <=" + options + ' ' + b);
-    }
-}
-
-QTEST_APPLESS_MAIN(Laws)
+TESSEL_TEST(TestLaws)
 #include "tst_laws.moc"

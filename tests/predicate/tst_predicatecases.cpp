@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/predicate/predicate.h"
 #include "support/predicatecases.h"
-#include "support/warnings.h"
+#include "support/testcase.h"
 
 #include <QFile>
 #include <QTest>
@@ -22,52 +22,47 @@ QString caseFile()
 } // namespace
 
 /// The cases of a file that is kept outside of the source tree.
-class PredicateCases : public QObject
+class TestPredicateCases : public TestCase
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void init() { failOnWarnings(); }
-    void everyCaseHolds();
-    void whatIsPrintedParsesToTheSameTree();
+    void initTestCase()
+    {
+        const QString file = caseFile();
+        if (file.isEmpty() || !QFile::exists(file))
+            QSKIP("TESSEL_PREDICATE_CASES names no file and none stands beside TESSEL_SAMPLES");
+        auto cases = readPredicateCases(file.toStdString());
+        QVERIFY2(cases, cases ? "" : cases.error().description.c_str());
+        m_cases = *std::move(cases);
+        QVERIFY(!m_cases.empty());
+    }
+
+    void everyCaseHolds()
+    {
+        for (const PredicateCase& predicateCase : m_cases) {
+            const std::string instead = shortfall(predicateCase);
+            const std::string shown =
+                predicateCase.id + ": " + predicateCase.predicate + ": " + instead;
+            QVERIFY2(instead.empty(), shown.c_str());
+        }
+    }
+
+    void whatIsPrintedParsesToTheSameTree()
+    {
+        for (const PredicateCase& predicateCase : m_cases) {
+            const auto tree = predicate::parse(predicateCase.predicate, predicateCase.arguments);
+            if (!tree)
+                continue;
+            const auto printed = predicate::print(*tree);
+            const auto again = predicate::parse(printed.text, printed.arguments);
+            QVERIFY2(again && *again == *tree, printed.text.c_str());
+        }
+    }
 
 private:
     std::vector<PredicateCase> m_cases;
 };
 
-void PredicateCases::initTestCase()
-{
-    const QString file = caseFile();
-    if (file.isEmpty() || !QFile::exists(file))
-        QSKIP("TESSEL_PREDICATE_CASES names no file and none stands beside TESSEL_SAMPLES");
-    auto cases = readPredicateCases(file.toStdString());
-    QVERIFY2(cases, cases ? "" : cases.error().description.c_str());
-    m_cases = *std::move(cases);
-    QVERIFY(!m_cases.empty());
-}
-
-void PredicateCases::everyCaseHolds()
-{
-    for (const PredicateCase& predicateCase : m_cases) {
-        const std::string instead = shortfall(predicateCase);
-        const std::string shown =
-            predicateCase.id + ": " + predicateCase.predicate + ": " + instead;
-        QVERIFY2(instead.empty(), shown.c_str());
-    }
-}
-
-void PredicateCases::whatIsPrintedParsesToTheSameTree()
-{
-    for (const PredicateCase& predicateCase : m_cases) {
-        const auto tree = predicate::parse(predicateCase.predicate, predicateCase.arguments);
-        if (!tree)
-            continue;
-        const auto printed = predicate::print(*tree);
-        const auto again = predicate::parse(printed.text, printed.arguments);
-        QVERIFY2(again && *again == *tree, printed.text.c_str());
-    }
-}
-
-QTEST_APPLESS_MAIN(PredicateCases)
+TESSEL_TEST(TestPredicateCases)
 #include "tst_predicatecases.moc"

@@ -2,7 +2,7 @@
 #include "platform/predicate/textpattern.h"
 #include "platform/predicate/unicode.h"
 #include "support/predicategenerator.h"
-#include "support/warnings.h"
+#include "support/testcase.h"
 
 #include <QTest>
 
@@ -22,126 +22,121 @@ constexpr TextRelation relations[] = {TextRelation::Equal, TextRelation::Contain
 } // namespace
 
 /// Prepared patterns take short cuts; the plain comparison of two folded texts takes none.
-class TextPatternTest : public QObject
+class TestTextPattern : public TestCase
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { failOnWarnings(); }
-    void shortCutsAgreeWithFolding();
-    void everyPlaceInLongTexts();
-    void foldingInPiecesIsFoldingOfTheWhole();
-    void onlyTwoCharactersFoldToAscii();
-    void findsWhatASearchWithoutTricksFinds();
-    void illFormedTexts();
+
+    void shortCutsAgreeWithFolding()
+    {
+        PredicateGenerator generator(6);
+        FoldedTexts folds;
+        int matches = 0;
+        for (int i = 0; i < 60'000; ++i) {
+            const std::string text = generator.text() + generator.text();
+            const std::string pattern = generator.sometimes()
+                                            ? generator.text() + '*' + generator.text()
+                                            : generator.text();
+            const Folding folding(generator.below(2) == 0, generator.sometimes());
+            const TextRelation relation = relations[generator.below(std::size(relations))];
+            folds.clear();
+            const bool expected = relates(relation, text, pattern, folding, folds);
+            folds.clear();
+            const bool actual = TextPattern(relation, pattern, folding).matches(text, folds);
+            QVERIFY2(actual == expected, (text + " / " + pattern).c_str());
+            matches += actual ? 1 : 0;
+        }
+        QVERIFY(matches > 1000);
+    }
+
+    void everyPlaceInLongTexts()
+    {
+        FoldedTexts folds;
+        for (std::size_t length = 1; length < 40; ++length) {
+            std::string needle;
+            for (std::size_t i = 0; i < length; ++i)
+                needle += static_cast<char>('a' + i % 26);
+            const TextPattern pattern(TextRelation::Contains, needle, Folding(true, false));
+            for (std::size_t before = 0; before < 40; ++before) {
+                std::string upper = needle;
+                std::transform(upper.begin(), upper.end(), upper.begin(),
+                               [](char c) { return static_cast<char>(c - 32); });
+                const std::string text = std::string(before, '.') + upper + "z";
+                QVERIFY(pattern.matches(text, folds));
+                std::string damaged = text;
+                damaged[before + length - 1] = '#';
+                QVERIFY(!pattern.matches(damaged, folds));
+            }
+        }
+    }
+
+    void foldingInPiecesIsFoldingOfTheWhole()
+    {
+        const auto whole = [](const std::string& text) {
+            UErrorCode status = U_ZERO_ERROR;
+            const icu::Normalizer2* decomposer = icu::Normalizer2::getNFDInstance(status);
+            const icu::UnicodeString decomposed =
+                decomposer->normalize(icu::UnicodeString::fromUTF8(text), status);
+            icu::UnicodeString out;
+            for (std::int32_t i = 0; i < decomposed.length(); i = decomposed.moveIndex32(i, 1)) {
+                const UChar32 character = decomposed.char32At(i);
+                if (u_charType(character) != U_NON_SPACING_MARK)
+                    out += u_foldCase(character, U_FOLD_CASE_DEFAULT);
+            }
+            std::string utf8;
+            return out.toUTF8String(utf8);
+        };
+        PredicateGenerator generator(8);
+        // Marks out of order, marks that are not of category Mn, syllables, what folds and
+        // decomposes.
+        const std::vector<std::string> uncommon = {
+            "\u0323", "\u0301", "e\u0301\u0323", "\u1E9B\u0323", "한",
+            "\u093F", "\u20DD", "\u0344",        "\U0001D15E",   "İ",
+            "Å"};
+        for (int i = 0; i < 20'000; ++i) {
+            std::string text;
+            for (int pieces = 0; pieces < 4; ++pieces)
+                text += generator.sometimes() ? generator.text() : generator.oneOf(uncommon);
+            QCOMPARE(folded(text, Folding(true, true)), whole(text));
+        }
+    }
+
+    void onlyTwoCharactersFoldToAscii()
+    {
+        std::u32string found;
+        for (char32_t character = 0x80; character <= 0x10FFFF; ++character) {
+            if (u_foldCase(static_cast<UChar32>(character), U_FOLD_CASE_DEFAULT) < 0x80)
+                found += character;
+        }
+        QCOMPARE(found, std::u32string(U"\u017F\u212A"));
+    }
+
+    void findsWhatASearchWithoutTricksFinds()
+    {
+        PredicateGenerator generator(7);
+        for (int i = 0; i < 20'000; ++i) {
+            std::string text;
+            for (int pieces = 0; pieces < 12; ++pieces)
+                text += generator.text();
+            const std::string needle = generator.text();
+            QCOMPARE(ByteFinder(needle, ByteFinder::Case::Exact).find(text), text.find(needle));
+        }
+    }
+
+    void illFormedTexts()
+    {
+        FoldedTexts folds;
+        for (const TextRelation relation : relations) {
+            for (const std::string text :
+                 {"\xff", "a\xe2\x84", "\xc5", "\xf0\x9f\x93", "\xed\xa0\x80"}) {
+                folds.clear();
+                QVERIFY(!TextPattern(relation, "é?k", Folding(true, true)).matches(text, folds));
+            }
+        }
+        QCOMPARE(utf16("a\xff\xed\xa0\x80z"), std::u16string(u"a\uFFFD\uFFFD\uFFFD\uFFFDz"));
+    }
 };
 
-void TextPatternTest::shortCutsAgreeWithFolding()
-{
-    PredicateGenerator generator(6);
-    FoldedTexts folds;
-    int matches = 0;
-    for (int i = 0; i < 60'000; ++i) {
-        const std::string text = generator.text() + generator.text();
-        const std::string pattern =
-            generator.sometimes() ? generator.text() + '*' + generator.text() : generator.text();
-        const Folding folding(generator.below(2) == 0, generator.sometimes());
-        const TextRelation relation = relations[generator.below(std::size(relations))];
-        folds.clear();
-        const bool expected = relates(relation, text, pattern, folding, folds);
-        folds.clear();
-        const bool actual = TextPattern(relation, pattern, folding).matches(text, folds);
-        QVERIFY2(actual == expected, (text + " / " + pattern).c_str());
-        matches += actual ? 1 : 0;
-    }
-    QVERIFY(matches > 1000);
-}
-
-void TextPatternTest::everyPlaceInLongTexts()
-{
-    FoldedTexts folds;
-    for (std::size_t length = 1; length < 40; ++length) {
-        std::string needle;
-        for (std::size_t i = 0; i < length; ++i)
-            needle += static_cast<char>('a' + i % 26);
-        const TextPattern pattern(TextRelation::Contains, needle, Folding(true, false));
-        for (std::size_t before = 0; before < 40; ++before) {
-            std::string upper = needle;
-            std::transform(upper.begin(), upper.end(), upper.begin(),
-                           [](char c) { return static_cast<char>(c - 32); });
-            const std::string text = std::string(before, '.') + upper + "z";
-            QVERIFY(pattern.matches(text, folds));
-            std::string damaged = text;
-            damaged[before + length - 1] = '#';
-            QVERIFY(!pattern.matches(damaged, folds));
-        }
-    }
-}
-
-void TextPatternTest::foldingInPiecesIsFoldingOfTheWhole()
-{
-    const auto whole = [](const std::string& text) {
-        UErrorCode status = U_ZERO_ERROR;
-        const icu::Normalizer2* decomposer = icu::Normalizer2::getNFDInstance(status);
-        const icu::UnicodeString decomposed =
-            decomposer->normalize(icu::UnicodeString::fromUTF8(text), status);
-        icu::UnicodeString out;
-        for (std::int32_t i = 0; i < decomposed.length(); i = decomposed.moveIndex32(i, 1)) {
-            const UChar32 character = decomposed.char32At(i);
-            if (u_charType(character) != U_NON_SPACING_MARK)
-                out += u_foldCase(character, U_FOLD_CASE_DEFAULT);
-        }
-        std::string utf8;
-        return out.toUTF8String(utf8);
-    };
-    PredicateGenerator generator(8);
-    // Marks out of order, marks that are not of category Mn, syllables, what folds and decomposes.
-    const std::vector<std::string> uncommon = {
-        "\u0323", "\u0301", "e\u0301\u0323", "\u1E9B\u0323", "한",
-        "\u093F", "\u20DD", "\u0344",        "\U0001D15E",   "İ",
-        "Å"};
-    for (int i = 0; i < 20'000; ++i) {
-        std::string text;
-        for (int pieces = 0; pieces < 4; ++pieces)
-            text += generator.sometimes() ? generator.text() : generator.oneOf(uncommon);
-        QCOMPARE(folded(text, Folding(true, true)), whole(text));
-    }
-}
-
-void TextPatternTest::onlyTwoCharactersFoldToAscii()
-{
-    std::u32string found;
-    for (char32_t character = 0x80; character <= 0x10FFFF; ++character) {
-        if (u_foldCase(static_cast<UChar32>(character), U_FOLD_CASE_DEFAULT) < 0x80)
-            found += character;
-    }
-    QCOMPARE(found, std::u32string(U"\u017F\u212A"));
-}
-
-void TextPatternTest::findsWhatASearchWithoutTricksFinds()
-{
-    PredicateGenerator generator(7);
-    for (int i = 0; i < 20'000; ++i) {
-        std::string text;
-        for (int pieces = 0; pieces < 12; ++pieces)
-            text += generator.text();
-        const std::string needle = generator.text();
-        QCOMPARE(ByteFinder(needle, ByteFinder::Case::Exact).find(text), text.find(needle));
-    }
-}
-
-void TextPatternTest::illFormedTexts()
-{
-    FoldedTexts folds;
-    for (const TextRelation relation : relations) {
-        for (const std::string text :
-             {"\xff", "a\xe2\x84", "\xc5", "\xf0\x9f\x93", "\xed\xa0\x80"}) {
-            folds.clear();
-            QVERIFY(!TextPattern(relation, "é?k", Folding(true, true)).matches(text, folds));
-        }
-    }
-    QCOMPARE(utf16("a\xff\xed\xa0\x80z"), std::u16string(u"a\uFFFD\uFFFD\uFFFD\uFFFDz"));
-}
-
-QTEST_APPLESS_MAIN(TextPatternTest)
+TESSEL_TEST(TestTextPattern)
 #include "tst_textpattern.moc"

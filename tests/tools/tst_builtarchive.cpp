@@ -2,28 +2,12 @@
 #include "model/logger.h"
 #include "platform/demonstrationstore.h"
 #include "support/fakeplatform.h"
-#include "support/warnings.h"
+#include "support/testcase.h"
 #include "tools/archiver.h"
 
 #include <QTest>
 
 using namespace Qt::StringLiterals;
-
-/// An archive that the tool has built, read by the log browser.
-class tst_BuiltArchive : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void init() { failOnWarnings(); }
-    void isReadEntryForEntryLikeItsSource();
-
-private:
-    QList<LogEntry> fetched(Logger& logger) const;
-
-    FakePlatform m_platform;
-    SystemFileManager m_files;
-};
 
 namespace {
 
@@ -42,36 +26,48 @@ QString fields(const LogEntry& entry)
 
 } // namespace
 
-QList<LogEntry> tst_BuiltArchive::fetched(Logger& logger) const
+/// An archive that the tool has built, read by the log browser.
+class TestBuiltArchive : public TestCase
 {
-    const QDateTime hourAgo = m_platform.clock.now().addSecs(-3600);
-    if (!logger.getLog(hourAgo, u"00"_s, u"100000"_s, nullptr, true, 7200))
-        return {};
-    return logger.logList();
-}
+    Q_OBJECT
 
-void tst_BuiltArchive::isReadEntryForEntryLikeItsSource()
-{
-    const QString source = m_platform.folder.filePath(u"db"_s);
-    const QString destination = m_platform.folder.filePath(u"db.logarchive"_s);
-    const qint64 now = m_platform.clock.now().toMSecsSinceEpoch() * 1'000'000;
-    QVERIFY(writeDemonstrationStore(source.toStdString(), now));
-    m_platform.logStores.localPath = source;
+private Q_SLOTS:
 
-    const auto archiver = Archiver::make(m_platform.platform, m_files);
-    archiver->createArchive(false);
-    m_platform.panels.confirm(source);
-    m_platform.panels.confirm(destination);
+    void isReadEntryForEntryLikeItsSource()
+    {
+        const QString source = m_platform.folder.filePath(u"db"_s);
+        const QString destination = m_platform.folder.filePath(u"db.logarchive"_s);
+        const qint64 now = m_platform.clock.now().toMSecsSinceEpoch() * 1'000'000;
+        QVERIFY(writeDemonstrationStore(source.toStdString(), now));
+        m_platform.logStores.localPath = source;
 
-    const auto logger = Logger::make(m_platform.platform);
-    const QList<LogEntry> expected = fetched(*logger);
-    QVERIFY(expected.size() > 1000);
-    logger->useArchive(QUrl::fromLocalFile(destination));
-    const QList<LogEntry> found = fetched(*logger);
-    QCOMPARE(found.size(), expected.size());
-    for (qsizetype row = 0; row < found.size(); ++row)
-        QCOMPARE(fields(found[row]), fields(expected[row]));
-}
+        const auto archiver = Archiver::make(m_platform.platform, m_files);
+        archiver->createArchive(false);
+        m_platform.panels.confirm(source);
+        m_platform.panels.confirm(destination);
 
-QTEST_GUILESS_MAIN(tst_BuiltArchive)
+        const auto logger = Logger::make(m_platform.platform);
+        const QList<LogEntry> expected = fetched(*logger);
+        QVERIFY(expected.size() > 1000);
+        logger->useArchive(QUrl::fromLocalFile(destination));
+        const QList<LogEntry> found = fetched(*logger);
+        QCOMPARE(found.size(), expected.size());
+        for (qsizetype row = 0; row < found.size(); ++row)
+            QCOMPARE(fields(found[row]), fields(expected[row]));
+    }
+
+private:
+    QList<LogEntry> fetched(Logger& logger) const
+    {
+        const QDateTime hourAgo = m_platform.clock.now().addSecs(-3600);
+        if (!logger.getLog(hourAgo, u"00"_s, u"100000"_s, nullptr, true, 7200))
+            return {};
+        return logger.logList();
+    }
+
+    FakePlatform m_platform;
+    SystemFileManager m_files;
+};
+
+TESSEL_TEST(TestBuiltArchive)
 #include "tst_builtarchive.moc"

@@ -1,27 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "platform/desktop/appearance.h"
+#include "support/testcase.h"
 
 #include <QApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVariant>
 #include <QLineEdit>
-#include <QProcess>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
-
-class TestAppearance : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void init();
-    void systemWithoutAPreferenceIsLight();
-    void changesOfTheSystemAreFollowed();
-    void forcedDarkIsDarkThroughout();
-    void emptyFieldsHaveVisibleOutlines();
-};
 
 namespace {
 
@@ -32,86 +20,73 @@ bool isDark()
 
 } // namespace
 
-void TestAppearance::init()
+class TestAppearance : public TestCase
 {
-    QTest::failOnWarning(QRegularExpression(u"."_s));
-}
+    Q_OBJECT
 
-void TestAppearance::systemWithoutAPreferenceIsLight()
-{
-    appearance::followSystem();
-    QVERIFY(!isDark());
-}
+private Q_SLOTS:
 
-void TestAppearance::changesOfTheSystemAreFollowed()
-{
-    if (!QDBusConnection::sessionBus().isConnected())
-        QSKIP("There is no message bus");
-    QDBusConnection portal = QDBusConnection::connectToBus(
-        qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"), u"portal"_s);
-    QVERIFY(portal.registerService(u"org.freedesktop.portal.Desktop"_s));
-    const auto tell = [&portal](const QString& key, uint value) {
-        QDBusMessage signal =
-            QDBusMessage::createSignal(u"/org/freedesktop/portal/desktop"_s,
-                                       u"org.freedesktop.portal.Settings"_s, u"SettingChanged"_s);
-        signal << u"org.freedesktop.appearance"_s << key
-               << QVariant::fromValue(QDBusVariant(value));
-        QVERIFY(portal.send(signal));
-    };
-    const QPalette before = QApplication::palette();
-    tell(u"color-scheme"_s, 1);
-    QTRY_VERIFY(isDark());
-    tell(u"accent-color"_s, 0);
-    tell(u"color-scheme"_s, 2);
-    QTRY_VERIFY(!isDark());
-    QCOMPARE(QApplication::palette(), before);
-    QDBusConnection::disconnectFromBus(portal.name());
-}
-
-void TestAppearance::forcedDarkIsDarkThroughout()
-{
-    appearance::forceDark();
-    const QPalette palette = QApplication::palette();
-    for (const QPalette::ColorGroup group :
-         {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
-        for (const QPalette::ColorRole role :
-             {QPalette::Window, QPalette::Base, QPalette::AlternateBase, QPalette::Button,
-              QPalette::ToolTipBase})
-            QVERIFY(palette.color(group, role).lightness() < 96);
-        for (const QPalette::ColorRole role :
-             {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText,
-              QPalette::PlaceholderText, QPalette::Link})
-            QVERIFY(palette.color(group, role).lightness() > 128);
+    void systemWithoutAPreferenceIsLight()
+    {
+        appearance::followSystem();
+        QVERIFY(!isDark());
     }
-}
 
-void TestAppearance::emptyFieldsHaveVisibleOutlines()
-{
-    appearance::forceDark();
-    QWidget window;
-    QLineEdit field(&window);
-    field.setGeometry(20, 20, 100, 24);
-    window.resize(140, 64);
-    const QImage image = window.grab().toImage();
-    const int outline = image.pixelColor(20, 32).lightness();
-    QVERIFY(outline > image.pixelColor(10, 32).lightness() + 40);
-    QVERIFY(outline > image.pixelColor(60, 32).lightness() + 40);
-}
+    void changesOfTheSystemAreFollowed()
+    {
+        if (!QDBusConnection::sessionBus().isConnected())
+            QSKIP("There is no message bus");
+        QDBusConnection portal = QDBusConnection::connectToBus(
+            qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"), u"portal"_s);
+        QVERIFY(portal.registerService(u"org.freedesktop.portal.Desktop"_s));
+        const auto tell = [&portal](const QString& key, uint value) {
+            QDBusMessage signal = QDBusMessage::createSignal(u"/org/freedesktop/portal/desktop"_s,
+                                                             u"org.freedesktop.portal.Settings"_s,
+                                                             u"SettingChanged"_s);
+            signal << u"org.freedesktop.appearance"_s << key
+                   << QVariant::fromValue(QDBusVariant(value));
+            QVERIFY(portal.send(signal));
+        };
+        const QPalette before = QApplication::palette();
+        tell(u"color-scheme"_s, 1);
+        QTRY_VERIFY(isDark());
+        tell(u"accent-color"_s, 0);
+        tell(u"color-scheme"_s, 2);
+        QTRY_VERIFY(!isDark());
+        QCOMPARE(QApplication::palette(), before);
+        QDBusConnection::disconnectFromBus(portal.name());
+    }
 
-/// With a message bus for these tests alone, where there is the program that runs one. The toolkit
-/// looks for it but once, when the application begins.
-int main(int argc, char* argv[])
-{
-    QProcess bus;
-    bus.start(u"dbus-daemon"_s, {u"--session"_s, u"--print-address"_s, u"--nofork"_s});
-    if (bus.waitForStarted() && bus.waitForReadyRead())
-        qputenv("DBUS_SESSION_BUS_ADDRESS", bus.readLine().trimmed());
-    const QApplication application(argc, argv);
-    TestAppearance test;
-    const int failures = QTest::qExec(&test, argc, argv);
-    bus.terminate();
-    bus.waitForFinished();
-    return failures;
-}
+    void forcedDarkIsDarkThroughout()
+    {
+        appearance::forceDark();
+        const QPalette palette = QApplication::palette();
+        for (const QPalette::ColorGroup group :
+             {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+            for (const QPalette::ColorRole role :
+                 {QPalette::Window, QPalette::Base, QPalette::AlternateBase, QPalette::Button,
+                  QPalette::ToolTipBase})
+                QVERIFY(palette.color(group, role).lightness() < 96);
+            for (const QPalette::ColorRole role :
+                 {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText,
+                  QPalette::PlaceholderText, QPalette::Link})
+                QVERIFY(palette.color(group, role).lightness() > 128);
+        }
+    }
 
+    void emptyFieldsHaveVisibleOutlines()
+    {
+        appearance::forceDark();
+        QWidget window;
+        QLineEdit field(&window);
+        field.setGeometry(20, 20, 100, 24);
+        window.resize(140, 64);
+        const QImage image = window.grab().toImage();
+        const int outline = image.pixelColor(20, 32).lightness();
+        QVERIFY(outline > image.pixelColor(10, 32).lightness() + 40);
+        QVERIFY(outline > image.pixelColor(60, 32).lightness() + 40);
+    }
+};
+
+TESSEL_TEST(TestAppearance)
 #include "tst_appearance.moc"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/desktop/qtalerts.h"
-#include "support/warnings.h"
+#include "support/testcase.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QApplication>
@@ -16,66 +16,63 @@
 
 using namespace Qt::StringLiterals;
 
-class TestQtAlerts : public QObject
+class TestQtAlerts : public TestCase
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void criticalWaitsForItsButton();
-    void excerptStaysAsItIs();
+    void criticalWaitsForItsButton()
+    {
+        TestCase::init();
+        bool wasShown = false;
+        QTimer::singleShot(0, this, [&wasShown] {
+            auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            QVERIFY(box != nullptr);
+            wasShown = true;
+            QCOMPARE(box->text(), u"An error occurred:"_s);
+            QCOMPARE(box->informativeText(), u"<b>markup</b> is text"_s);
+            for (const QString& label : {u"qt_msgbox_label"_s, u"qt_msgbox_informativelabel"_s})
+                QCOMPARE(box->findChild<QLabel*>(label)->textFormat(), Qt::PlainText);
+            QCOMPARE(box->icon(), QMessageBox::Critical);
+            QCOMPARE(box->buttons().size(), 1);
+            QCOMPARE(box->buttons().first()->text().remove(u'&'), u"OK"_s);
+            QTest::mouseClick(box->buttons().first(), Qt::LeftButton);
+        });
+        QtAlerts().critical(u"An error occurred:"_s, u"<b>markup</b> is text"_s);
+        QVERIFY(wasShown);
+    }
+
+    void excerptStaysAsItIs()
+    {
+        TestCase::init();
+        const QString sentence = u"“<” can't be used here."_s;
+        const QString excerpt =
+            u"subsystem == \"a rather long one\" AND NOT process CONTAINS \"another\" AND  x <\n"
+            "                                                                        ^"_s;
+        bool wasShown = false;
+        QTimer::singleShot(0, this, [&] {
+            auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            QVERIFY(box != nullptr);
+            wasShown = true;
+            const auto answer = qScopeGuard([box] { box->accept(); });
+            auto* const label = box->findChild<QLabel*>(u"qt_msgbox_informativelabel"_s);
+            QTextDocument shown;
+            shown.setDefaultFont(label->font());
+            shown.setDocumentMargin(0);
+            shown.setHtml(label->text());
+            QCOMPARE(shown.toPlainText(), sentence + u'\n' + excerpt);
+            // The mark stands below its place.
+            const QTextBlock mark = shown.lastBlock();
+            const auto column = static_cast<int>(mark.text().indexOf(u'^'));
+            shown.documentLayout()->documentSize();
+            QCOMPARE(mark.layout()->lineAt(0).cursorToX(column),
+                     mark.previous().layout()->lineAt(0).cursorToX(column));
+            QVERIFY2(label->width() >= shown.idealWidth(), "the excerpt is cut");
+        });
+        QtAlerts().critical(u"An error occurred:"_s, sentence + u"\n\n"_s + excerpt);
+        QVERIFY(wasShown);
+    }
 };
 
-void TestQtAlerts::criticalWaitsForItsButton()
-{
-    failOnWarnings();
-    bool wasShown = false;
-    QTimer::singleShot(0, this, [&wasShown] {
-        auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        QVERIFY(box != nullptr);
-        wasShown = true;
-        QCOMPARE(box->text(), u"An error occurred:"_s);
-        QCOMPARE(box->informativeText(), u"<b>markup</b> is text"_s);
-        for (const QString& label : {u"qt_msgbox_label"_s, u"qt_msgbox_informativelabel"_s})
-            QCOMPARE(box->findChild<QLabel*>(label)->textFormat(), Qt::PlainText);
-        QCOMPARE(box->icon(), QMessageBox::Critical);
-        QCOMPARE(box->buttons().size(), 1);
-        QCOMPARE(box->buttons().first()->text().remove(u'&'), u"OK"_s);
-        QTest::mouseClick(box->buttons().first(), Qt::LeftButton);
-    });
-    QtAlerts().critical(u"An error occurred:"_s, u"<b>markup</b> is text"_s);
-    QVERIFY(wasShown);
-}
-
-void TestQtAlerts::excerptStaysAsItIs()
-{
-    failOnWarnings();
-    const QString sentence = u"“<” can't be used here."_s;
-    const QString excerpt =
-        u"subsystem == \"a rather long one\" AND NOT process CONTAINS \"another\" AND  x <\n"
-        "                                                                        ^"_s;
-    bool wasShown = false;
-    QTimer::singleShot(0, this, [&] {
-        auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        QVERIFY(box != nullptr);
-        wasShown = true;
-        const auto answer = qScopeGuard([box] { box->accept(); });
-        auto* const label = box->findChild<QLabel*>(u"qt_msgbox_informativelabel"_s);
-        QTextDocument shown;
-        shown.setDefaultFont(label->font());
-        shown.setDocumentMargin(0);
-        shown.setHtml(label->text());
-        QCOMPARE(shown.toPlainText(), sentence + u'\n' + excerpt);
-        // The mark stands below its place.
-        const QTextBlock mark = shown.lastBlock();
-        const auto column = static_cast<int>(mark.text().indexOf(u'^'));
-        shown.documentLayout()->documentSize();
-        QCOMPARE(mark.layout()->lineAt(0).cursorToX(column),
-                 mark.previous().layout()->lineAt(0).cursorToX(column));
-        QVERIFY2(label->width() >= shown.idealWidth(), "the excerpt is cut");
-    });
-    QtAlerts().critical(u"An error occurred:"_s, sentence + u"\n\n"_s + excerpt);
-    QVERIFY(wasShown);
-}
-
-QTEST_MAIN(TestQtAlerts)
+TESSEL_TEST(TestQtAlerts)
 #include "tst_qtalerts.moc"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/desktop/symbols.h"
+#include "support/testcase.h"
 
 #include <QApplication>
 #include <QDir>
@@ -8,19 +9,6 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
-
-class TestSymbols : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void init();
-    void everySymbolIsDrawn_data();
-    void everySymbolIsDrawn();
-    void unknownNameIsNull();
-    void coloursFollowThePalette();
-    void disabledIsPaler();
-};
 
 namespace {
 
@@ -44,48 +32,47 @@ std::pair<QColor, int> inkOf(const QIcon& icon, QIcon::Mode mode = QIcon::Normal
 
 } // namespace
 
-void TestSymbols::init()
+class TestSymbols : public TestCase
 {
-    QTest::failOnWarning(QRegularExpression(u"."_s));
-}
+    Q_OBJECT
 
-void TestSymbols::everySymbolIsDrawn_data()
-{
-    QTest::addColumn<QString>("name");
-    for (const QFileInfo& drawing : QDir(u":/symbols"_s).entryInfoList())
-        QTest::newRow(qPrintable(drawing.fileName())) << drawing.completeBaseName();
-}
+private Q_SLOTS:
 
-void TestSymbols::everySymbolIsDrawn()
-{
-    QFETCH(QString, name);
-    const auto [ink, count] = inkOf(symbolIcon(name));
-    QVERIFY2(count > 100 && count < 48 * 48 * 3 / 4, qPrintable(QString::number(count)));
-}
-
-void TestSymbols::unknownNameIsNull()
-{
-    QVERIFY(symbolIcon(u"no.such.symbol"_s).isNull());
-}
-
-void TestSymbols::coloursFollowThePalette()
-{
-    const QIcon icon = symbolIcon(u"gear"_s);
-    for (const QRgb colour : {0xff102030, 0xfff0f0f0}) {
-        QPalette palette;
-        palette.setColor(QPalette::ButtonText, QColor(colour));
-        QApplication::setPalette(palette);
-        QCOMPARE(inkOf(icon).first, QColor(colour));
+    void everySymbolIsDrawn_data()
+    {
+        QTest::addColumn<QString>("name");
+        for (const QFileInfo& drawing : QDir(u":/symbols"_s).entryInfoList())
+            QTest::newRow(qPrintable(drawing.fileName())) << drawing.completeBaseName();
     }
-}
 
-void TestSymbols::disabledIsPaler()
-{
-    QPalette palette;
-    palette.setColor(QPalette::Disabled, QPalette::ButtonText, QColor(0x808080));
-    QApplication::setPalette(palette);
-    QCOMPARE(inkOf(symbolIcon(u"archivebox.fill"_s), QIcon::Disabled).first, QColor(0x808080));
-}
+    void everySymbolIsDrawn()
+    {
+        QFETCH(QString, name);
+        const auto [ink, count] = inkOf(symbolIcon(name));
+        QVERIFY2(count > 100 && count < 48 * 48 * 3 / 4, qPrintable(QString::number(count)));
+    }
 
-QTEST_MAIN(TestSymbols)
+    void unknownNameIsNull() { QVERIFY(symbolIcon(u"no.such.symbol"_s).isNull()); }
+
+    void coloursFollowThePalette()
+    {
+        const QIcon icon = symbolIcon(u"gear"_s);
+        for (const QRgb colour : {0xff102030, 0xfff0f0f0}) {
+            QPalette palette;
+            palette.setColor(QPalette::ButtonText, QColor(colour));
+            QApplication::setPalette(palette);
+            QCOMPARE(inkOf(icon).first, QColor(colour));
+        }
+    }
+
+    void disabledIsPaler()
+    {
+        QPalette palette;
+        palette.setColor(QPalette::Disabled, QPalette::ButtonText, QColor(0x808080));
+        QApplication::setPalette(palette);
+        QCOMPARE(inkOf(symbolIcon(u"archivebox.fill"_s), QIcon::Disabled).first, QColor(0x808080));
+    }
+};
+
+TESSEL_TEST(TestSymbols)
 #include "tst_symbols.moc"
