@@ -13,6 +13,58 @@ namespace {
 constexpr int predicates = 150;
 constexpr int entriesEach = 12;
 
+bool equals(const Node& left, const Node& right, Options options, const EntryFields& entry)
+{
+    Node node;
+    node.kind = NodeKind::Comparison;
+    node.options = options;
+    node.children = {left, right};
+    return Matcher(*bind({std::move(node), {}})).matches(entry);
+}
+
+bool isMember(const Node& value, const Node& list, Options options, const EntryFields& entry)
+{
+    Node nil;
+    nil.kind = NodeKind::Constant;
+    return !equals(value, nil, {}, entry)
+           && std::any_of(list.children.begin(), list.children.end(), [&](const Node& element) {
+                  return equals(value, element, options, entry);
+              });
+}
+
+/// The outcome when each comparison is evaluated by itself, and with one element of a list at a
+/// time: nothing is shared that a whole predicate shares among its comparisons.
+bool outcomeOfParts(const Node& node, const EntryFields& entry)
+{
+    const auto holds = [&](const Node& part) { return outcomeOfParts(part, entry); };
+    const std::vector<Node>& children = node.children;
+    const auto isList = [&](std::size_t side) { return children[side].kind == NodeKind::List; };
+    if (node.kind == NodeKind::Not)
+        return !holds(children.front());
+    if (node.kind == NodeKind::And)
+        return std::all_of(children.begin(), children.end(), holds);
+    if (node.kind == NodeKind::Or)
+        return std::any_of(children.begin(), children.end(), holds);
+    if (node.kind != NodeKind::Comparison)
+        return node.kind == NodeKind::True;
+    if (node.quantifier != Quantifier::One) {
+        std::vector<Node> each;
+        for (const Node& element : children.front().children) {
+            each.push_back(node);
+            each.back().quantifier = Quantifier::One;
+            each.back().children.front() = element;
+        }
+        return node.quantifier == Quantifier::All   ? std::all_of(each.begin(), each.end(), holds)
+               : node.quantifier == Quantifier::Any ? std::any_of(each.begin(), each.end(), holds)
+                                                    : std::none_of(each.begin(), each.end(), holds);
+    }
+    if (node.comparison == Operator::In && isList(1))
+        return isMember(children[0], children[1], node.options, entry);
+    if (node.comparison == Operator::Contains && isList(0))
+        return isMember(children[1], children[0], node.options, entry);
+    return Matcher(*bind({node, {}})).matches(entry);
+}
+
 } // namespace
 
 /// Pairs of predicates that are the same for every entry.
@@ -93,6 +145,25 @@ private Q_SLOTS:
                        "process != nil AND " + b + " != nil AND process >=" + options + ' ' + a
                            + " AND process <=" + options + ' ' + b);
         }
+    }
+
+    void wholesAgreeWithTheirParts()
+    {
+        PredicateGenerator generator(9);
+        int matches = 0;
+        for (int i = 0; i < 4'000; ++i) {
+            const std::string text = generator.condition(2);
+            const auto tree = parse(text);
+            QVERIFY2(tree, text.c_str());
+            Matcher matcher(*bind(*tree));
+            for (int j = 0; j < 5; ++j) {
+                const MadeUpEntry entry = generator.entry();
+                const bool outcome = matcher.matches(entry);
+                QVERIFY2(outcome == outcomeOfParts(tree->root, entry), text.c_str());
+                matches += outcome ? 1 : 0;
+            }
+        }
+        QVERIFY(matches > 4'000 && matches < 16'000);
     }
 
 private:

@@ -82,8 +82,10 @@ std::string PredicateGenerator::numberComparison(int depth)
 
 std::string PredicateGenerator::listComparison(int depth)
 {
-    const std::string first = textExpression(depth);
-    const std::string texts = '{' + first + ", " + quotedText() + (sometimes() ? ", NIL}" : "}");
+    std::string texts = '{' + textExpression(depth);
+    for (std::size_t count = below(12); count > 0; --count)
+        texts += ", " + (sometimes() ? textExpression(0) : quotedText());
+    texts += sometimes() ? ", NIL}" : "}";
     switch (below(5)) {
     case 0: return textExpression(depth) + " IN" + options() + ' ' + texts;
     case 1: return texts + " CONTAINS" + options() + ' ' + textExpression(depth);

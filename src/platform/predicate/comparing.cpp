@@ -5,11 +5,23 @@
 #include "platform/predicate/unicode.h"
 
 #include <algorithm>
+#include <functional>
 #include <optional>
 
 namespace predicate {
 
 namespace {
+
+/// Calls `relation` with both texts folded.
+template <typename Relation>
+auto withFolded(
+    const Value& left, const Value& right, Folding folding, Match& match, Relation relation)
+{
+    std::string leftRoom;
+    std::string rightRoom;
+    return relation(match.folds().folded(left.asText(), folding, leftRoom),
+                    match.folds().folded(right.asText(), folding, rightRoom));
+}
 
 bool eitherUnknown(const Value& left, const Value& right)
 {
@@ -21,10 +33,8 @@ std::optional<int> order(const Value& left, const Value& right, Folding folding,
 {
     if (left.isNumber() && right.isNumber())
         return compareNumbers(left, right);
-    if (left.isText() && right.isText()) {
-        const std::string_view foldedLeft = match.folds().folded(left.asText(), folding);
-        return compareUtf16Order(foldedLeft, match.folds().folded(right.asText(), folding));
-    }
+    if (left.isText() && right.isText())
+        return withFolded(left, right, folding, match, compareUtf16Order);
     if (left.kind() == Value::Kind::Date && right.kind() == Value::Kind::Date) {
         const std::int64_t a = left.asNanoseconds();
         const std::int64_t b = right.asNanoseconds();
@@ -125,8 +135,7 @@ Truth areEqual(const Value& left, const Value& right, Folding folding, Match& ma
     if (eitherUnknown(left, right))
         return Truth::Unknown;
     if (left.isText() && right.isText())
-        return truth(match.folds().folded(left.asText(), folding)
-                     == match.folds().folded(right.asText(), folding));
+        return truth(withFolded(left, right, folding, match, std::equal_to<>()));
     if (left.kind() == Kind::List && right.kind() == Kind::List)
         return listsAreEqual(left, right, folding, match);
     if (const auto result = order(left, right, folding, match))

@@ -151,7 +151,8 @@ TextSetCondition::TextSetCondition(TermPtr text,
 Truth TextSetCondition::evaluate(Match& match) const
 {
     return ofText(m_text->value(match), [&](std::string_view text) {
-        const std::string_view wanted = match.folds().folded(text, m_folding);
+        std::string room;
+        const std::string_view wanted = match.folds().folded(text, m_folding, room);
         return std::binary_search(m_texts.begin(), m_texts.end(), wanted);
     });
 }

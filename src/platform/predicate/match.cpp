@@ -72,7 +72,8 @@ const std::u16string& Match::regexText(std::string_view text, Folding folding)
     const bool same = !text.empty() && m_regexSource.data() == text.data()
                       && m_regexSource.size() == text.size() && m_regexFolding == marks;
     if (!same) {
-        utf16Into(m_folds.folded(text, marks), m_regexText);
+        std::string room;
+        utf16Into(m_folds.folded(text, marks, room), m_regexText);
         m_regexSource = text;
         m_regexFolding = marks;
     }

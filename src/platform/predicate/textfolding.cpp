@@ -101,10 +101,8 @@ std::string folded(std::string_view text, Folding folding)
     return out;
 }
 
-std::string_view FoldedTexts::folded(std::string_view text, Folding folding)
+std::string_view FoldedTexts::folded(std::string_view text, Folding folding, std::string& room)
 {
-    constexpr std::size_t most =
-        8; // beyond that the oldest goes: a match that needs more is no common one
     if (folding.none())
         return text;
     for (std::size_t i = 0; i < m_used; ++i) {
@@ -113,10 +111,11 @@ std::string_view FoldedTexts::folded(std::string_view text, Folding folding)
             && slot.folding == folding)
             return slot.text;
     }
-    const std::size_t index = m_used < most ? m_used++ : m_next++ % most;
-    if (index == m_slots.size())
-        m_slots.emplace_back();
-    Slot& slot = m_slots[index];
+    if (m_used == m_slots.size()) {
+        foldInto(text, folding, room);
+        return room;
+    }
+    Slot& slot = m_slots[m_used++];
     slot.source = text;
     slot.folding = folding;
     foldInto(text, folding, slot.text);

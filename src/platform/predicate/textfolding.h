@@ -3,7 +3,7 @@
 
 #include "platform/predicate/operators.h"
 
-#include <deque>
+#include <array>
 #include <string>
 #include <string_view>
 
@@ -34,14 +34,15 @@ struct Folding
 std::string folded(std::string_view text, Folding folding);
 void foldInto(std::string_view text, Folding folding, std::string& out);
 
-/// The folded texts of one match, so that several tests of one message fold it once.
+/// The folded texts of one match, so that several tests of one message fold it once. The first
+/// eight texts are kept; a match that needs more is rare, and folds those each time.
 class FoldedTexts
 {
 public:
     void clear() { m_used = 0; }
 
-    /// Valid until the next but one call at least.
-    std::string_view folded(std::string_view text, Folding folding);
+    /// A view of a kept text, which is valid until clear(), of `room`, or of `text` itself.
+    std::string_view folded(std::string_view text, Folding folding, std::string& room);
 
 private:
     struct Slot
@@ -51,9 +52,8 @@ private:
         std::string text;
     };
 
-    std::deque<Slot> m_slots;
+    std::array<Slot, 8> m_slots;
     std::size_t m_used = 0;
-    std::size_t m_next = 0;
 };
 
 } // namespace predicate

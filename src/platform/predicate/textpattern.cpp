@@ -25,10 +25,12 @@ bool relates(TextRelation relation,
              Folding folding,
              FoldedTexts& folds)
 {
-    const std::string_view text = folds.folded(left, folding);
+    std::string leftRoom;
+    std::string rightRoom;
+    const std::string_view text = folds.folded(left, folding, leftRoom);
     if (relation == TextRelation::Like)
         return Wildcard(right, folding).matches(text);
-    const std::string_view pattern = folds.folded(right, folding);
+    const std::string_view pattern = folds.folded(right, folding, rightRoom);
     if (relation == TextRelation::Equal)
         return text == pattern;
     if (pattern.empty())
@@ -88,8 +90,9 @@ bool TextPattern::mayFoldToAscii(std::string_view text) const
 
 bool TextPattern::matches(std::string_view text, FoldedTexts& folds) const
 {
+    std::string room;
     if (m_wildcard)
-        return m_wildcard->matches(folds.folded(text, m_folding));
+        return m_wildcard->matches(folds.folded(text, m_folding, room));
     if (m_folding.none())
         return standsIn(text);
     if (m_ascii) {
@@ -101,7 +104,7 @@ bool TextPattern::matches(std::string_view text, FoldedTexts& folds) const
     } else if (isAscii(text)) {
         return false;
     }
-    return standsIn(folds.folded(text, m_folding));
+    return standsIn(folds.folded(text, m_folding, room));
 }
 
 } // namespace predicate
