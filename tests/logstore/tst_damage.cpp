@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/logstore/store.h"
-#include "platform/logstore/trace/blocks.h"
+#include "platform/logstore/trace/unpack.h"
 #include "platform/logstore/trace/chunk.h"
 #include "support/samples.h"
 #include "support/testcase.h"
@@ -64,7 +64,7 @@ Buffer storedUncompressed(const Buffer& source, std::size_t limit)
         const Bytes body = logstore::clipped(source, at + ChunkHead::size, head.bodySize);
         Buffer newBody(body.begin(), body.end());
         if (head.tag == ChunkTag::ChunkSet) {
-            logstore::unpackBlocks(body, unpacked);
+            logstore::unpackChunkSet(body, unpacked);
             newBody.clear();
             append(newBody, std::uint32_t{0x2d347662});
             append(newBody, static_cast<std::uint32_t>(unpacked.size()));

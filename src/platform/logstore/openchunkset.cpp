@@ -2,7 +2,7 @@
 #include "platform/logstore/openchunkset.h"
 
 #include "platform/logstore/oversizestore.h"
-#include "platform/logstore/trace/blocks.h"
+#include "platform/logstore/trace/unpack.h"
 #include "platform/logstore/trace/innerchunks.h"
 
 #include <algorithm>
@@ -58,7 +58,7 @@ void OpenChunkSet::unpack(std::shared_ptr<Catalog> catalog, Source source)
     m_records.clear();
     m_unpacked.clear();
     if (const File* file = source.index.files().file(m_place->file))
-        unpackBlocks(file->bytesAt(m_place->offset, m_place->size), m_unpacked);
+        unpackChunkSet(file->bytesAt(m_place->offset, m_place->size), m_unpacked);
     forEachInnerChunk(m_unpacked, [this, &source](ChunkTag tag, Bytes body) {
         InnerChunk chunk{tag, body, {}, nullptr};
         ByteReader in(body);

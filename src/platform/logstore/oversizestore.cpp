@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/logstore/oversizestore.h"
 
-#include "platform/logstore/trace/blocks.h"
+#include "platform/logstore/trace/unpack.h"
 #include "platform/logstore/trace/innerchunks.h"
 #include "platform/logstore/trace/oversize.h"
 
@@ -131,7 +131,7 @@ Bytes OversizeStore::unpackAgain(const Kept& chunk)
     const File* file = m_index.files().file(place.file);
     std::vector<std::uint8_t> unpacked;
     if (file)
-        unpackBlocks(file->bytesAt(place.offset, place.size), unpacked);
+        unpackChunkSet(file->bytesAt(place.offset, place.size), unpacked);
     const Bytes body = clipped(unpacked, offset, size);
     m_again.assign(body.begin(), body.end());
     forEachInnerChunk(unpacked, [&](ChunkTag tag, Bytes each) {

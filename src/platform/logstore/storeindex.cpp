@@ -2,7 +2,7 @@
 #include "platform/logstore/storeindex.h"
 
 #include "platform/logstore/store.h"
-#include "platform/logstore/trace/blocks.h"
+#include "platform/logstore/trace/unpack.h"
 #include "platform/logstore/trace/recordtimes.h"
 #include "platform/logstore/tracefileindexer.h"
 
@@ -106,7 +106,7 @@ std::int64_t StoreIndex::lastEntryTime(const ChunkSetPlace& set)
     std::int64_t last = Store::beginning;
     std::vector<std::uint8_t> unpacked;
     if (const File* file = m_files.file(set.file))
-        unpackBlocks(file->bytesAt(set.offset, set.size), unpacked);
+        unpackChunkSet(file->bytesAt(set.offset, set.size), unpacked);
     forEachTime(unpacked, [&](ChunkTag tag, std::uint64_t time) {
         if (tag != ChunkTag::Oversize)
             last = std::max(last, m_clocks[set.clock].wallTime(time));

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/logstore/tracefileindexer.h"
 
-#include "platform/logstore/trace/blocks.h"
+#include "platform/logstore/trace/unpack.h"
 #include "platform/logstore/trace/recordtimes.h"
 
 #include <algorithm>
@@ -127,7 +127,7 @@ void TraceFileIndexer::setRange(ChunkSetPlace& place, std::uint64_t first, std::
 void TraceFileIndexer::setRangeFromRecords(ChunkSetPlace& place, const File& file)
 {
     std::vector<std::uint8_t> unpacked;
-    unpackBlocks(file.bytesAt(place.offset, place.size), unpacked);
+    unpackChunkSet(file.bytesAt(place.offset, place.size), unpacked);
     std::uint64_t first = UINT64_MAX;
     std::uint64_t last = 0;
     forEachTime(unpacked, [&first, &last](ChunkTag, std::uint64_t time) {
