@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/logstore/store.h"
-#include "platform/logstore/trace/unpack.h"
 #include "platform/logstore/trace/chunk.h"
+#include "platform/logstore/trace/unpack.h"
 #include "support/samples.h"
 #include "support/testcase.h"
 

@@ -2,8 +2,8 @@
 #include "platform/logstore/openchunkset.h"
 
 #include "platform/logstore/oversizestore.h"
-#include "platform/logstore/trace/unpack.h"
 #include "platform/logstore/trace/innerchunks.h"
+#include "platform/logstore/trace/unpack.h"
 
 #include <algorithm>
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/logstore/oversizestore.h"
 
-#include "platform/logstore/trace/unpack.h"
 #include "platform/logstore/trace/innerchunks.h"
 #include "platform/logstore/trace/oversize.h"
+#include "platform/logstore/trace/unpack.h"
 
 #include <algorithm>
 #include <tuple>

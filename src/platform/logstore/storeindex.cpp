@@ -2,8 +2,8 @@
 #include "platform/logstore/storeindex.h"
 
 #include "platform/logstore/store.h"
-#include "platform/logstore/trace/unpack.h"
 #include "platform/logstore/trace/recordtimes.h"
+#include "platform/logstore/trace/unpack.h"
 #include "platform/logstore/tracefileindexer.h"
 
 #include <algorithm>

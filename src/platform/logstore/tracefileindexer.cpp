@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/logstore/tracefileindexer.h"
 
-#include "platform/logstore/trace/unpack.h"
 #include "platform/logstore/trace/recordtimes.h"
+#include "platform/logstore/trace/unpack.h"
 
 #include <algorithm>
 
@@ -19,9 +19,8 @@ constexpr std::uint64_t smallestChunkSet = 12; ///< the head of one block and th
 bool agrees(const std::vector<SubChunk>& subChunks, std::size_t chunkSetCount)
 {
     return subChunks.size() == chunkSetCount
-           && std::all_of(subChunks.begin(), subChunks.end(), [](const SubChunk& sub) {
-                  return sub.earliest <= sub.latest && sub.compression == SubChunk::lz4;
-              });
+           && std::all_of(subChunks.begin(), subChunks.end(),
+                          [](const SubChunk& sub) { return sub.earliest <= sub.latest; });
 }
 
 } // namespace

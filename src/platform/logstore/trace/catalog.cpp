@@ -19,7 +19,7 @@ constexpr std::size_t imageEntrySize = 16;
 //      4     2  number of process entries
 //      6     2  offset of the sub-chunk entries
 //      8     2  number of sub-chunk entries
-//     10    14  nothing that is needed
+//     10     2  offset of the personas, which nothing here needs; 0 = none
 //     24        image identifiers, 16 bytes each; the offsets above count from here
 struct Head
 {
@@ -136,8 +136,8 @@ void Catalog::readProcesses()
         [](const CatalogProcess& a, const CatalogProcess& b) { return a.key < b.key; });
 }
 
-// Each at a multiple of 8: u64 earliest, u64 latest, u32 unpacked size, u32 compression,
-// u32 n, n u16 process indexes, u32 n, n u16 offsets of strings.
+// Each at a multiple of 8: u64 earliest, u64 latest, u32 unpacked size, u32 compression (the chunk
+// set itself tells that, too), u32 n, n u16 process indexes, u32 n, n u16 offsets of strings.
 std::vector<SubChunk> Catalog::readSubChunks(Bytes body)
 {
     const Head head(body);
@@ -151,8 +151,7 @@ std::vector<SubChunk> Catalog::readSubChunks(Bytes body)
         in.align8();
         subChunk.earliest = in.read<std::uint64_t>();
         subChunk.latest = in.read<std::uint64_t>();
-        in.skip(4);
-        subChunk.compression = in.read<std::uint32_t>();
+        in.skip(8);
         in.skip(std::uint64_t{in.read<std::uint32_t>()} * 2);
         in.skip(std::uint64_t{in.read<std::uint32_t>()} * 2);
         if (!in.ok())

@@ -19,9 +19,6 @@ struct SubChunk
 {
     std::uint64_t earliest; ///< continuous times of its records, both exact
     std::uint64_t latest;
-    std::uint32_t compression;
-
-    static constexpr std::uint32_t lz4 = 0x100;
 };
 
 /// A process's subsystem entry, resolved.
