@@ -3,13 +3,13 @@
 
 #include "mainwindow/logentrymodel.h"
 #include "mainwindow/messagerowdelegate.h"
+#include "mainwindow/rowselection.h"
 
 #include <QEvent>
 #include <QFontDatabase>
 #include <QHash>
 #include <QHeaderView>
 #include <QPaintEvent>
-#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QStyle>
 
@@ -35,6 +35,7 @@ EntryListView::EntryListView(LogEntryModel& model, QWidget* parent)
     : QTreeView(parent)
     , m_model(model)
     , m_delegate(new MessageRowDelegate(rowFont(m_pointSize), defaultSpacing(*this), this))
+    , m_selection(new RowSelection(&model, this))
 {
     setLayoutDirection(Qt::LeftToRight); // as the log is written, in every language
     // A tree of one column and no depth: unlike a list view it takes its width from the column, at
@@ -54,8 +55,10 @@ EntryListView::EntryListView(LogEntryModel& model, QWidget* parent)
     viewport()->setAttribute(Qt::WA_Hover, false); // rows do nothing under a resting pointer
     setItemDelegate(m_delegate);
     setModel(&model);
-    connect(selectionModel(), &QItemSelectionModel::selectionChanged, this,
-            &EntryListView::followSelection);
+    const QItemSelectionModel* const toolkits = selectionModel();
+    setSelectionModel(m_selection);
+    delete toolkits;
+    connect(m_selection, &RowSelection::rowsToggled, this, &EntryListView::followSelection);
     connect(&model, &QAbstractItemModel::dataChanged, this, [this] {
         m_widestSeen = 0;
         viewport()->update();
@@ -93,19 +96,15 @@ void EntryListView::keyboardSearch(const QString&)
 {
 }
 
-void EntryListView::followSelection(const QItemSelection& selected,
-                                    const QItemSelection& deselected)
+void EntryListView::followSelection(const QBitArray& toggled)
 {
-    if (m_isRestoring)
-        return;
-    const auto eachId = [this](const QItemSelection& selection, auto take) {
-        for (const QItemSelectionRange& range : selection) {
-            for (int row = range.top(); row <= range.bottom(); ++row)
-                take(m_model.entry(row).id);
-        }
-    };
-    eachId(deselected, [this](const QUuid& id) { m_selectedIds.remove(id); });
-    eachId(selected, [this](const QUuid& id) { m_selectedIds.insert(id); });
+    forEachSetBit(toggled, [this](int row) {
+        const QUuid& id = m_model.entry(row).id;
+        if (m_selection->rows().testBit(row))
+            m_selectedIds.insert(id);
+        else
+            m_selectedIds.remove(id);
+    });
     Q_EMIT entriesSelected(m_selectedIds);
 }
 
@@ -121,7 +120,7 @@ void EntryListView::rememberPlace()
         const QRect rect = visualRect(index);
         if (rect.top() >= bottom)
             break;
-        const bool isSelected = selectionModel()->isSelected(index);
+        const bool isSelected = m_selection->rows().testBit(index.row());
         (isSelected ? m_anchors : others).append({m_model.entry(index.row()).id, rect.top()});
     }
     m_anchors += others;
@@ -129,7 +128,6 @@ void EntryListView::rememberPlace()
 
 void EntryListView::restorePlace(const QSet<QUuid>& selection)
 {
-    const QScopedValueRollback restoring(m_isRestoring, true);
     selectEntries(selection);
     const auto [row, offset] = placeOfBestAnchor();
     m_anchors.clear();
@@ -148,25 +146,15 @@ void EntryListView::selectEntries(const QSet<QUuid>& ids)
     m_selectedIds.clear();
     if (ids.isEmpty())
         return;
-    QItemSelection rows;
-    int first = -1;
-    const auto close = [&](int end) {
-        if (first >= 0)
-            rows.append(QItemSelectionRange(m_model.index(first), m_model.index(end - 1)));
-        first = -1;
-    };
+    QBitArray rows(m_model.rowCount());
     for (int row = 0; row < m_model.rowCount(); ++row) {
         const QUuid& id = m_model.entry(row).id;
-        if (!ids.contains(id)) {
-            close(row);
+        if (!ids.contains(id))
             continue;
-        }
         m_selectedIds.insert(id);
-        if (first < 0)
-            first = row;
+        rows.setBit(row);
     }
-    close(m_model.rowCount());
-    selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect);
+    m_selection->setRows(rows);
 }
 
 std::pair<int, int> EntryListView::placeOfBestAnchor() const
@@ -196,6 +184,16 @@ void EntryListView::resizeEvent(QResizeEvent* event)
 {
     QTreeView::resizeEvent(event);
     applyWidth();
+}
+
+bool EntryListView::viewportEvent(QEvent* event)
+{
+    if (event->type() == QEvent::Paint || event->type() == QEvent::MouseButtonPress) {
+        const int first = indexAt({0, 0}).row();
+        const int last = indexAt({0, viewport()->height() - 1}).row();
+        m_selection->setRowsInView(std::max(first, 0), last < 0 ? m_model.rowCount() - 1 : last);
+    }
+    return QTreeView::viewportEvent(event);
 }
 
 void EntryListView::seeWidths(const QRect& painted)

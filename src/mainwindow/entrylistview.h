@@ -9,7 +9,7 @@
 
 class LogEntryModel;
 class MessageRowDelegate;
-class QItemSelection;
+class RowSelection;
 
 /// The list of entries. Selects by the identity of entries, so that a selection outlives a search,
 /// and scrolls sideways as far as the longest row seen.
@@ -30,16 +30,19 @@ public:
     /// brings back into view what was there and still is.
     void restorePlace(const QSet<QUuid>& selection);
 
+    const RowSelection& selection() const { return *m_selection; }
+
     void keyboardSearch(const QString& search) override;
 
 Q_SIGNALS:
-    /// The user changed the selection; it is now these entries.
+    /// The user has changed the selection; it is now these entries.
     void entriesSelected(const QSet<QUuid>& ids);
 
 protected:
     void changeEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
 
 private:
     /// An entry in view and how far below the list's top edge it stands.
@@ -49,7 +52,7 @@ private:
         int offset;
     };
 
-    void followSelection(const QItemSelection& selected, const QItemSelection& deselected);
+    void followSelection(const QBitArray& toggled);
     void selectEntries(const QSet<QUuid>& ids);
     /// The row of the first anchor that is still shown, or -1, and where it stood.
     std::pair<int, int> placeOfBestAnchor() const;
@@ -61,7 +64,7 @@ private:
     qreal m_pointSize = 12;
     MessageRowDelegate* m_delegate;
     int m_widestSeen = 0;
+    RowSelection* m_selection;
     QSet<QUuid> m_selectedIds; ///< of the rows that are selected
-    bool m_isRestoring = false;
-    QList<Anchor> m_anchors; ///< best first
+    QList<Anchor> m_anchors;   ///< best first
 };

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "mainwindow/entrylistview.h"
 #include "mainwindow/logentrymodel.h"
+#include "mainwindow/rowselection.h"
 #include "support/sampleentries.h"
 #include "support/testcase.h"
 
+#include <QRandomGenerator>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
@@ -176,6 +178,61 @@ private Q_SLOTS:
         QVERIFY(m_list->visualRect(m_model.index(999'999)).top() < m_list->viewport()->height());
     }
 
+    /// Against the toolkit's own, which is exact with few rows. Only those in view are asked of
+    /// both.
+    void selectionIsThatOfTheToolkit()
+    {
+        QItemSelectionModel toolkits(&m_model);
+        QItemSelectionModel& ours = *m_list->selectionModel();
+        m_list->viewport()->repaint();
+        constexpr int rows = 8;
+        QVERIFY(m_list->visualRect(m_model.index(rows)).bottom() < m_list->viewport()->height());
+        QRandomGenerator random(1);
+        using Model = QItemSelectionModel;
+        const QList<Model::SelectionFlags> commands{Model::Select,
+                                                    Model::Deselect,
+                                                    Model::Toggle,
+                                                    Model::ClearAndSelect,
+                                                    Model::SelectCurrent,
+                                                    Model::ToggleCurrent,
+                                                    Model::Deselect | Model::Current,
+                                                    Model::Clear,
+                                                    Model::NoUpdate};
+        for (int i = 0; i < 2000; ++i) {
+            const auto command = commands.at(random.bounded(commands.size()));
+            const int first = random.bounded(rows);
+            const QItemSelection some(m_model.index(first),
+                                      m_model.index(random.bounded(first, rows)));
+            ours.select(some, command);
+            toolkits.select(some, command);
+            for (int row = 0; row < rows; ++row) {
+                const bool isSelected = toolkits.isSelected(m_model.index(row));
+                QCOMPARE(ours.isSelected(m_model.index(row)), isSelected);
+                QCOMPARE(m_list->selection().rows().testBit(row), isSelected);
+            }
+        }
+    }
+
+    void everySecondOfManyRowsIsSelectedAtOnce()
+    {
+        const QList<LogEntry> many = manyEntries(200'000);
+        QSet<QUuid> ids;
+        for (const LogEntry& entry : every(many, 2))
+            ids.insert(entry.id);
+        QElapsedTimer timer;
+        timer.start();
+        show(many, ids);
+        QSignalSpy selected(m_list.get(), &EntryListView::entriesSelected);
+        click(2, Qt::ControlModifier);
+        click(3, Qt::ControlModifier);
+        QCOMPARE(selected.last().first().value<QSet<QUuid>>().size(), ids.size());
+        m_list->scrollTo(m_model.index(150'000), QTreeView::PositionAtTop);
+        click(150'001, Qt::ControlModifier);
+        click(150'000, Qt::ControlModifier);
+        QCOMPARE(selected.last().first().value<QSet<QUuid>>().size(), ids.size());
+        QVERIFY2(timer.elapsed() < 2000, qPrintable(QString::number(timer.elapsed())));
+    }
+
 private:
     void show(const QList<LogEntry>& entries, const QSet<QUuid>& selection = {})
     {
@@ -186,9 +243,7 @@ private:
     QList<int> selectedRows() const
     {
         QList<int> rows;
-        for (const QModelIndex& index : m_list->selectionModel()->selectedRows())
-            rows.append(index.row());
-        std::sort(rows.begin(), rows.end());
+        forEachSetBit(m_list->selection().rows(), [&rows](int row) { rows.append(row); });
         return rows;
     }
 

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QBitArray>
+#include <QItemSelectionModel>
+
+/// The selected rows of a flat list, one bit each. The base class keeps ranges and compares them in
+/// pairs at each change, which takes half a minute when every second of a million rows is selected.
+/// Therefore it is given the rows in view only, which are all that views ask it for.
+class RowSelection final : public QItemSelectionModel
+{
+    Q_OBJECT
+
+public:
+    explicit RowSelection(QAbstractItemModel* model, QObject* parent = nullptr);
+
+    const QBitArray& rows() const { return m_rows; }
+    /// Selects these rows and no others, without rowsToggled. One bit for each row of the model.
+    void setRows(const QBitArray& rows);
+    /// Gives the base class the rows from `first` to `last`.
+    void setRowsInView(int first, int last);
+
+    using QItemSelectionModel::select;
+    void select(const QItemSelection& selection, SelectionFlags command) override;
+    void reset() override;
+
+Q_SIGNALS:
+    /// The rows of the set bits were selected or deselected: see rows().
+    void rowsToggled(const QBitArray& toggled);
+
+private:
+    void passOnRowsInView();
+
+    QBitArray m_rows;
+    QBitArray m_before; ///< before the last change, which one with the flag Current replaces
+    int m_first = 0;    ///< in view
+    int m_last = -1;
+};
+
+/// Calls `visit(int)` with the position of each set bit, in order.
+template <typename Visit>
+void forEachSetBit(const QBitArray& bits, Visit visit)
+{
+    constexpr qsizetype bitsPerByte = 8;
+    for (qsizetype byte = 0; byte * bitsPerByte < bits.size(); ++byte) {
+        if (bits.bits()[byte] == 0)
+            continue;
+        const qsizetype end = qMin((byte + 1) * bitsPerByte, bits.size());
+        for (qsizetype bit = byte * bitsPerByte; bit < end; ++bit) {
+            if (bits.testBit(bit))
+                visit(static_cast<int>(bit));
+        }
+    }
+}
