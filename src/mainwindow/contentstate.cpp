@@ -211,10 +211,11 @@ void ContentState::addNote()
 
 void ContentState::gloss()
 {
-    if (m_logger->logList().isEmpty() || selection.value().isEmpty())
+    const QList<LogEntry> selected = selectedEntries(shownEntries());
+    if (selected.isEmpty())
         return;
     QStringList messages;
-    for (const LogEntry& entry : selectedEntries(shownEntries()))
+    for (const LogEntry& entry : selected)
         messages.append(entry.composedMessage.toString());
     selectText = messages.join(u'\n');
     m_platform.defaults.set(preferences::selectText.key, selectText);

@@ -165,6 +165,7 @@ private Q_SLOTS:
     {
         useDemonstration();
         const QList<LogEntry> before = shownSample();
+        state().readJSON();
         state().selection = QSet<QUuid>{before.first().id};
         state().searchQuery = u"disk"_s;
         state().runSearch(u"disk"_s);
@@ -339,6 +340,12 @@ private Q_SLOTS:
         state().runSearch(u"disk"_s);
         state().gloss();
         QCOMPARE(state().selectText.value(), u"Disk full"_s);
+        m_openedWindows.clear();
+        setEntries({entryWithMessage(u"of another fetch"_s)});
+        state().endSearch();
+        state().gloss();
+        QCOMPARE(m_fake->defaults.string(u"selectText"_s), u"Disk full"_s);
+        QVERIFY(m_openedWindows.isEmpty());
     }
 
     void copyGivesLinesInListOrder()
