@@ -717,6 +717,10 @@ Freie Software unter der MIT-Lizenz.</translation>
         <source>An error occurred in your last action:</source>
         <translation>An error occurred in your last action:</translation>
     </message>
+    <message>
+        <source>Please wait until the log has been read.</source>
+        <translation>Bitte warten, bis das Log gelesen ist.</translation>
+    </message>
 </context>
 <context>
     <name>Menus</name>

@@ -130,20 +130,25 @@ ContentActions::ContentActions(ContentView& window, ContentState& state)
     followState(state);
 }
 
-/// Commands with nothing to act on are shown as such.
+/// Commands with nothing to act on are disabled, and during a fetch all that need the list.
 void ContentActions::followState(ContentState& state)
 {
     const auto enable = [actions = *this, &state] {
-        const bool hasEntries = !state.logger().logList().isEmpty();
+        const bool isIdle = !state.isFetching();
+        const bool hasEntries = isIdle && !state.logger().logList().isEmpty();
         const bool hasSelection = hasEntries && !state.selection.value().isEmpty();
+        for (QAction* action : {actions.getLog, actions.setArchive, actions.readJSON})
+            action->setEnabled(isIdle);
         for (QAction* action : {actions.saveJSON, actions.saveRTF})
             action->setEnabled(hasEntries);
         for (QAction* action : {actions.addNote, actions.gloss})
             action->setEnabled(hasSelection);
-        actions.reduce->setEnabled(state.isSearching() && !state.searchList().isEmpty());
+        actions.reduce->setEnabled(hasEntries && state.isSearching()
+                                   && !state.searchList().isEmpty());
     };
-    for (const auto changed : {&ContentState::countTextChanged, &ContentState::selectionChanged,
-                               &ContentState::searchStateChanged})
+    for (const auto changed :
+         {&ContentState::countTextChanged, &ContentState::selectionChanged,
+          &ContentState::searchStateChanged, &ContentState::fetchBegins, &ContentState::fetchEnds})
         QObject::connect(&state, changed, getLog, enable);
     enable();
 }

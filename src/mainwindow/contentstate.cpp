@@ -107,7 +107,7 @@ QString ContentState::nothingFoundText() const
 /// Without a signal for each of the entries that come: the fetch shows its list when it is done.
 void ContentState::followLogList()
 {
-    if (m_activity == Activity::Fetching && !m_logger->logList().isEmpty())
+    if (isFetching() && !m_logger->logList().isEmpty())
         return;
     Q_EMIT countTextChanged();
     if (m_isSearching)
@@ -129,12 +129,14 @@ Result<std::shared_ptr<const logstore::EntryFilter>> ContentState::fetchPredicat
 
 void ContentState::getLog()
 {
+    if (isFetching())
+        return;
     const auto filter = fetchPredicate();
     if (!filter)
         return m_logger->errorAlert(filter.error());
-    Q_EMIT fetchBegins();
     {
         const QScopedValueRollback fetching(m_activity, Activity::Fetching);
+        Q_EMIT fetchBegins();
         m_logger->getLog(theStartDate, theSecs, maxCount, *filter, showSignposts,
                          periodSeconds(period));
     }
@@ -144,17 +146,22 @@ void ContentState::getLog()
 
 void ContentState::chooseArchive()
 {
-    m_logger->chooseArchive();
+    if (!isFetching())
+        m_logger->chooseArchive();
 }
 
 void ContentState::readJSON()
 {
+    if (isFetching())
+        return;
     m_logger->readJSON();
     endSearch();
 }
 
 void ContentState::openDocument(const QString& path)
 {
+    if (isFetching())
+        return m_logger->tellOfRunningFetch();
     if (isArchive(path) ? useArchive(path) : openEntryList(path))
         Q_EMIT documentOpened(path);
 }
@@ -185,6 +192,8 @@ bool ContentState::useArchive(const QString& path)
 
 void ContentState::endSearch()
 {
+    if (isFetching())
+        return;
     searchQuery = QString();
     thePostTitle = QString();
     if (!m_isSearching)
@@ -199,7 +208,7 @@ void ContentState::endSearch()
 void ContentState::addNote()
 {
     const QSet<QUuid> ids = selection;
-    if (m_logger->logList().isEmpty() || ids.isEmpty())
+    if (isFetching() || m_logger->logList().isEmpty() || ids.isEmpty())
         return;
     {
         const QScopedValueRollback noting(m_activity, Activity::Noting);
@@ -224,7 +233,7 @@ void ContentState::gloss()
 
 void ContentState::reduce()
 {
-    if (m_isSearching && !m_searchList.isEmpty())
+    if (!isFetching() && m_isSearching && !m_searchList.isEmpty())
         m_logger->setLogList(m_searchList);
 }
 
@@ -260,7 +269,7 @@ void ContentState::resetText()
 
 void ContentState::runSearch(const QString& query)
 {
-    if (m_logger->logList().isEmpty())
+    if (isFetching() || m_logger->logList().isEmpty())
         return;
     if (query.isEmpty() && !m_isSearching)
         return;

@@ -87,6 +87,8 @@ public:
     Logger& logger() const { return *m_logger; }
     const QList<LogEntry>& searchList() const { return m_searchList; }
     bool isSearching() const { return m_isSearching; }
+    /// While a fetch runs, commands that change the list, the search or the source do nothing.
+    bool isFetching() const { return m_activity == Activity::Fetching; }
 
     /// What the list shows: the search's results while there is a search, else the logger's list.
     const QList<LogEntry>& shownEntries() const;

@@ -173,14 +173,34 @@ void ContentView::watchFetches()
         m_fetchPanel =
             std::make_unique<WorkPanel>(this, tr("Reading the log"), WorkPanel::Cancel::Button);
     });
-    connect(&m_state, &ContentState::fetchEnds, this, [this] { m_fetchPanel.reset(); });
+    connect(&m_state, &ContentState::fetchEnds, this, &ContentView::endFetch);
     m_state.logger().setFetchObserver([this](const FetchProgress& progress) {
         const QLocale locale;
         const QString text =
             tr("%1 entries found\n%2 entries read")
                 .arg(locale.toString(progress.fetched), locale.toString(progress.entriesRead));
-        return m_fetchPanel->update(text, progress.fraction);
+        return m_fetchPanel->update(text, progress.fraction) && !m_isClosedInFetch;
     });
+}
+
+void ContentView::endFetch()
+{
+    m_fetchPanel.reset();
+    m_isClosedInFetch = false;
+    if (m_deletesAfterFetch)
+        deleteLater();
+}
+
+/// Closing cancels a fetch. It still runs below this call, so the window hides now and is deleted
+/// when the fetch has ended.
+void ContentView::closeEvent(QCloseEvent* event)
+{
+    QMainWindow::closeEvent(event);
+    if (!m_state.isFetching())
+        return;
+    m_isClosedInFetch = true;
+    m_deletesAfterFetch = testAttribute(Qt::WA_DeleteOnClose);
+    setAttribute(Qt::WA_DeleteOnClose, false);
 }
 
 /// The field that has the keyboard, by itself or as part of an editor.

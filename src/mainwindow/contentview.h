@@ -44,6 +44,7 @@ public:
     void find();
 
 protected:
+    void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
 
@@ -51,6 +52,7 @@ private:
     void addMenus();
     void addToolBar();
     void watchFetches();
+    void endFetch();
     QLineEdit* focusField() const;
 
     ContentState m_state;
@@ -58,4 +60,6 @@ private:
     ContentActions m_commands;
     ContentMenus m_menus;
     std::unique_ptr<WorkPanel> m_fetchPanel; ///< while a fetch runs
+    bool m_isClosedInFetch = false;
+    bool m_deletesAfterFetch = false;
 };

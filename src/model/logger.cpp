@@ -131,6 +131,8 @@ void Logger::chooseArchive()
     m_platform.panels.open(request, [self = shared_from_this()](const PanelResult& result) {
         if (result.confirmed && !result.location)
             return;
+        if (self->m_isFetching)
+            return self->tellOfRunningFetch();
         self->setSource(result.confirmed ? result.location : std::nullopt);
     });
 }
@@ -178,8 +180,17 @@ void Logger::readJSON()
     });
 }
 
+void Logger::tellOfRunningFetch()
+{
+    errorAlert({tr("Please wait until the log has been read.").toStdString()});
+}
+
 bool Logger::openEntryList(const QString& path)
 {
+    if (m_isFetching) {
+        tellOfRunningFetch();
+        return false;
+    }
     const auto entries = loadEntryList(path);
     if (!entries) {
         errorAlert(entries.error());

@@ -56,6 +56,9 @@ public:
     /// runs is refused.
     void setFetchObserver(FetchObserver observer);
 
+    /// Tells the user that a command has to wait for the fetch.
+    void tellOfRunningFetch();
+
     /// Opens the archive chooser. Confirming makes the archive the source of later fetches,
     /// cancelling the local store.
     void chooseArchive();
@@ -69,8 +72,8 @@ public:
 
     /// Asks for an entry list file and opens it.
     void readJSON();
-    /// Replaces the list by that of an entry list file. When the file does not read well, an alert
-    /// says why, the list stays, and the result is false.
+    /// Replaces the list by that of an entry list file. When the file does not read well or a fetch
+    /// is running, an alert says so, the list stays, and the result is false.
     bool openEntryList(const QString& path);
     /// Asks for a file to save the list to; `suffix` ends the proposed name. Nothing for an empty
     /// list.

@@ -97,6 +97,32 @@ private Q_SLOTS:
         QVERIFY(enabled().contains(u"reduce"_s));
     }
 
+    void fetchCanBeClosed()
+    {
+        useDemonstration();
+        QPointer<ContentView> window = m_window.release();
+        window->setAttribute(Qt::WA_DeleteOnClose);
+        ContentState& state = window->state();
+        state.theStartDate = m_fake->clock.currentTime.addSecs(-3600);
+        state.period = u"4000"_s;
+        state.maxCount = u"100000"_s;
+        connect(&state.logger(), &Logger::logListChanged, window, [&window] {
+            if (window->commands().saveJSON->isEnabled() || window->commands().getLog->isEnabled())
+                return;
+            window->close();
+            QCoreApplication::processEvents();
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        });
+        qsizetype fetched = -1;
+        connect(&state, &ContentState::fetchEnds, this,
+                [&] { fetched = state.logger().logList().size(); });
+        state.getLog();
+        QVERIFY(window);
+        QVERIFY(!window->isVisible());
+        QVERIFY(fetched >= 0 && fetched < 1000);
+        QTRY_VERIFY(!window);
+    }
+
     void setAndGlossOpenTheirWindows()
     {
         QTest::mouseClick(find<QPushButton>(u"setPredicate"_s), Qt::LeftButton);

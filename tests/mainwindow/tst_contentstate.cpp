@@ -199,6 +199,48 @@ private Q_SLOTS:
         QCOMPARE(shown, (QList<qsizetype>{0, state().logger().logList().size()}));
     }
 
+    void nothingDisturbsAFetch()
+    {
+        useDemonstration();
+        const QList<LogEntry> before = shownSample();
+        const QString path = m_fake->folder.filePath(u"list.tessel"_s);
+        QVERIFY(saveEntryList(before, path));
+        state().readJSON();
+        state().selection = QSet<QUuid>{before.first().id};
+        state().searchQuery = u"disk"_s;
+        state().runSearch(u"disk"_s);
+        state().userNoteText = u"note"_s;
+
+        QSignalSpy begins(&state(), &ContentState::fetchBegins);
+        const auto disturb = [this, &path] {
+            state().getLog();
+            state().chooseArchive();
+            state().readJSON();
+            state().addNote();
+            state().reduce();
+            state().runSearch(u"network"_s);
+            state().endSearch();
+            state().openDocument(path);
+        };
+        connect(&state(), &ContentState::fetchBegins, this, disturb);
+        connect(
+            &state().logger(), &Logger::logListChanged, this,
+            [&] {
+                disturb();
+                m_fake->panels.confirm(path); // of the panel that is open since before the fetch
+            },
+            Qt::SingleShotConnection);
+        state().getLog();
+        QCOMPARE(begins.size(), 1);
+        QCOMPARE(state().logger().logList().size(), 1000);
+        QCOMPARE(state().windowTitle().right(7), u" - disk"_s);
+        QCOMPARE(messagesOf(state().shownEntries()),
+                 (QStringList{u"Disk full"_s, u"disk ejected"_s}));
+        QVERIFY(!state().shownEntries().first().userNote);
+        QCOMPARE(m_fake->panels.openRequests.size(), 1);
+        QCOMPARE(m_fake->alerts.shown.size(), 3);
+    }
+
     void searchNarrowsAndNamesItself()
     {
         shownSample();
