@@ -23,9 +23,10 @@ void OpenChunkSet::sleep()
 {
     m_asleep = true;
     m_catalog.reset();
-    m_unpacked = {};
-    m_chunks = {};
-    m_records = {};
+    // Assigning {} would empty the vectors and keep their memory.
+    m_unpacked = std::vector<std::uint8_t>();
+    m_chunks = std::vector<InnerChunk>();
+    m_records = std::vector<RecordPlace>();
 }
 
 void OpenChunkSet::wake(std::shared_ptr<Catalog> catalog, Source source)

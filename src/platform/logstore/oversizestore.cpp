@@ -76,7 +76,7 @@ void OversizeStore::drop(Order::iterator chunk)
 {
     Kept& kept = chunk->second->second;
     m_bytes -= kept.body.size() + chunkCost;
-    kept.body = {};
+    kept.body = std::vector<std::uint8_t>(); // {} would keep the memory
     kept.order = m_places.insert(m_whole.extract(chunk));
 }
 
