@@ -189,19 +189,23 @@ void EntryStreamState::openSet(const ChunkSetPlace& place)
     keepWithinBudget(newest);
 }
 
-/// Puts the sets to sleep whose next records lie farthest ahead.
+/// Puts the sets to sleep whose next records are due last. A quarter of the budget becomes free, so
+/// that this is rare: it looks at all sets.
 void EntryStreamState::keepWithinBudget(const OpenChunkSet* newest)
 {
-    while (m_openBytes > m_budget) {
-        OpenChunkSet* farthest = nullptr;
-        for (const auto& set : m_heap)
-            if (!set->isAsleep() && set.get() != newest && set != m_heap.front()
-                && (!farthest || set->nextTime() > farthest->nextTime()))
-                farthest = set.get();
-        if (!farthest)
-            return;
-        m_openBytes -= farthest->bytes();
-        farthest->sleep();
+    if (m_openBytes <= m_budget)
+        return;
+    std::vector<OpenChunkSet*> awake;
+    for (const auto& set : m_heap)
+        if (!set->isAsleep() && set.get() != newest && set != m_heap.front())
+            awake.push_back(set.get());
+    std::sort(awake.begin(), awake.end(), [](const OpenChunkSet* a, const OpenChunkSet* b) {
+        return a->nextTime() > b->nextTime();
+    });
+    const std::size_t wanted = m_budget / 4 * 3;
+    for (auto set = awake.begin(); set != awake.end() && m_openBytes > wanted; ++set) {
+        m_openBytes -= (*set)->bytes();
+        (*set)->sleep();
     }
 }
 
