@@ -11,6 +11,8 @@ namespace {
 constexpr std::uint32_t signature = 0x64736368; // "hcsd"
 constexpr std::size_t headSize = 16;
 constexpr std::uint64_t longestPath = 4096;
+/// A shared cache has some thousands of images, each with one range or a few.
+constexpr std::uint64_t mostRecords = 1 << 16;
 
 struct RecordSizes
 {
@@ -50,7 +52,8 @@ bool SharedCache::readTables(const File& file)
     head.skip(2);
     const std::uint64_t rangeCount = head.read<std::uint32_t>();
     const std::uint64_t imageCount = head.read<std::uint32_t>();
-    if (!head.ok() || magic != signature || version < 1 || version > 2)
+    if (!head.ok() || magic != signature || version < 1 || version > 2 || rangeCount > mostRecords
+        || imageCount > mostRecords)
         return false;
     const RecordSizes sizes = version == 1 ? RecordSizes{16, 28} : RecordSizes{24, 32};
     const std::uint64_t tableSize = rangeCount * sizes.range + imageCount * sizes.image;

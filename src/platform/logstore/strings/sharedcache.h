@@ -21,6 +21,11 @@ public:
 
     std::size_t rangeCount() const { return m_ranges.size(); }
     std::size_t imageCount() const { return m_images.size(); }
+    std::size_t tableBytes() const
+    {
+        return m_ranges.capacity() * sizeof(Range)
+               + m_images.capacity() * (sizeof(CacheImage) + 2 * sizeof(std::uint32_t));
+    }
 
     struct Found
     {

@@ -11,6 +11,8 @@ namespace logstore {
 namespace {
 
 constexpr std::size_t formatBudget = std::size_t{12} << 20;
+/// Thousands of real files stay below a quarter of this.
+constexpr std::size_t tableBudget = std::size_t{64} << 20;
 
 std::string hexText(const Uuid& uuid)
 {
@@ -37,9 +39,7 @@ UuidText* StringFiles::uuidText(const Uuid& uuid)
         const std::string name = hexText(uuid);
         const auto path = find(name.substr(0, 2), name.substr(2));
         if (!path.empty())
-            place->second = UuidText::open(path, uuid, m_pool).value_or(nullptr);
-        if (place->second)
-            place->second->formats().countIn(m_formatBytes);
+            place->second = accepted(UuidText::open(path, uuid, m_pool));
     }
     return place->second.get();
 }
@@ -50,11 +50,20 @@ SharedCache* StringFiles::sharedCache(const Uuid& uuid)
     if (isNew) {
         const auto path = find("DSC", hexText(uuid));
         if (!path.empty())
-            place->second = SharedCache::open(path, m_pool).value_or(nullptr);
-        if (place->second)
-            place->second->formats().countIn(m_formatBytes);
+            place->second = accepted(SharedCache::open(path, m_pool));
     }
     return place->second.get();
+}
+
+/// Null for a file that failed to open, or whose tables are more than the budget allows.
+template <typename StringFile>
+std::unique_ptr<StringFile> StringFiles::accepted(Result<std::unique_ptr<StringFile>> opened)
+{
+    if (!opened || m_tableBytes + (*opened)->tableBytes() > tableBudget)
+        return nullptr;
+    m_tableBytes += (*opened)->tableBytes();
+    (*opened)->formats().countIn(m_formatBytes);
+    return std::move(*opened);
 }
 
 void StringFiles::lookUp(CatalogProcess& process)

@@ -36,12 +36,15 @@ public:
 private:
     using NameMap = std::map<std::string, std::filesystem::path>; ///< upper-case name -> path
     const NameMap& listing(const std::filesystem::path& folder);
+    template <typename StringFile>
+    std::unique_ptr<StringFile> accepted(Result<std::unique_ptr<StringFile>> opened);
     std::filesystem::path find(const std::string& folderName, const std::string& fileName);
 
     std::vector<std::filesystem::path> m_folders;
     std::vector<std::filesystem::path> m_allowedRoots;
     TextPool& m_pool;
     std::size_t m_formatBytes = 0; ///< of all parsed format strings
+    std::size_t m_tableBytes = 0;  ///< of the tables of all string files
     std::map<std::filesystem::path, NameMap> m_listings;
     std::unordered_map<Uuid, std::unique_ptr<UuidText>, UuidHash> m_uuidTexts;
     std::unordered_map<Uuid, std::unique_ptr<SharedCache>, UuidHash> m_sharedCaches;

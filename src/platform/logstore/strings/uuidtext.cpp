@@ -10,6 +10,8 @@ namespace {
 constexpr std::uint32_t signature = 0x66778899;
 constexpr std::size_t headSize = 16;
 constexpr std::uint64_t longestPath = 4096;
+/// An executable has a handful of string sections.
+constexpr std::uint64_t mostEntries = 1 << 16;
 
 } // namespace
 
@@ -38,7 +40,8 @@ bool UuidText::readTable(const File& file, const Uuid& uuid, TextPool& pool)
     const auto magic = head.read<std::uint32_t>();
     head.skip(8);
     const std::uint64_t count = head.read<std::uint32_t>();
-    if (!head.ok() || magic != signature || count * 8 > file.size() - headSize)
+    if (!head.ok() || magic != signature || count > mostEntries
+        || count * 8 > file.size() - headSize)
         return false;
 
     const auto tableBytes = file.bytesAt(headSize, count * 8);

@@ -20,6 +20,7 @@ public:
 
     const Image& image() const { return m_image; }
     std::size_t entryCount() const { return m_entries.size(); }
+    std::size_t tableBytes() const { return m_entries.capacity() * sizeof(Entry); }
 
     /// The string at `offset`; absent when no entry holds it.
     std::optional<std::string> textAt(std::uint64_t offset) const;
