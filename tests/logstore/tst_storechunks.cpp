@@ -28,6 +28,13 @@ Record withOversize(WrittenStore& store, std::uint64_t time, std::uint32_t refer
     return record;
 }
 
+/// Where the last catalog's head starts.
+Bytes::iterator lastCatalog(Bytes& file)
+{
+    constexpr std::array<std::uint8_t, 8> head{0x0b, 0x60, 0, 0, 0x11, 0, 0, 0};
+    return std::find_end(file.begin(), file.end(), head.begin(), head.end());
+}
+
 } // namespace
 
 /// How records and their arguments lie in chunks, and chunks in chunk sets.
@@ -240,6 +247,11 @@ private Q_SLOTS:
         QCOMPARE(entries.size(), std::size_t(2));
         QCOMPARE(entries[0].processIdentifier, 77);
         QCOMPARE(entries[1].processIdentifier, 78);
+
+        // With that catalog lost, its chunk set must not be taken for one of the first.
+        Bytes& bytes = store.files.files[persist];
+        std::fill_n(lastCatalog(bytes), 8, std::uint8_t(0));
+        QCOMPARE(store.entries().at(1).processIdentifier, 0);
     }
 
     /// The boot is in no time file, so each header counts the time for itself.
@@ -266,11 +278,9 @@ private Q_SLOTS:
         file.sections.push_back(second);
         store.files.add(persist, file);
         Bytes& bytes = store.files.files[persist];
-        constexpr std::array<std::uint8_t, 8> catalogHead{0x0b, 0x60, 0, 0, 0x11, 0, 0, 0};
-        const auto last =
-            std::find_end(bytes.begin(), bytes.end(), catalogHead.begin(), catalogHead.end());
-        QVERIFY(last != bytes.end());
-        *last = 0x77; // no catalog any more
+        constexpr std::array<std::uint8_t, 8> chunkSetHead{0x0d, 0x60, 0, 0, 0x11, 0, 0, 0};
+        const auto last = lastCatalog(bytes);
+        bytes.erase(last, std::search(last, bytes.end(), chunkSetHead.begin(), chunkSetHead.end()));
         QCOMPARE(store.messages(), utf8("first\nsecond"));
     }
 };

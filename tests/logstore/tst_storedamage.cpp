@@ -121,14 +121,56 @@ private Q_SLOTS:
             },
             {"other file"});
         row("file begins with another chunk", outer<std::uint32_t>(0, 0, 0x600b), {"other file"});
-        row("header is too short", outer<std::uint64_t>(0, 8, 200), {"other file"});
+        row("header is too short",
+            [](DamagedStore& s) {
+                s.build();
+                put<std::uint64_t>(8, 200)(s.bytes());
+                s.bytes().erase(s.bytes().begin() + 216, s.bytes().begin() + 224);
+            },
+            {"other file"});
+        const auto everything = {"one", "two", "two again", "three", "other file"};
         row("chunk set says it is longer than the file", outer<std::uint64_t>(3, 8, 1'000'000'000),
-            {"one", "two", "two again", "other file"});
+            everything);
         row("chunk set says it is as long as can be", outer<std::uint64_t>(3, 8, UINT64_MAX),
-            {"one", "other file"});
-        row("chunk set with too much behind its end",
+            everything);
+        row("chunk set says it is shorter than it is", outer<std::uint64_t>(3, 8, 24), everything);
+        row("header says it is longer than it is", outer<std::uint64_t>(0, 8, 216), everything);
+        row("catalog says it is longer than it is", outer<std::uint64_t>(1, 8, 1'000), everything);
+        row(
+            "wrong sizes one after the other",
+            [](DamagedStore& s) {
+                s.build();
+                const std::size_t last = outerChunk(s.bytes(), 4);
+                outer<std::uint64_t>(3, 8, 24)(s);
+                put<std::uint64_t>(last + 8, UINT64_MAX / 2)(s.bytes());
+            },
+            everything);
+        for (const std::uint8_t filler : {std::uint8_t(0), std::uint8_t(0x5a)})
+            row(filler == 0 ? "zeros over a head" : "noise over a head",
+                [filler](DamagedStore& s) {
+                    s.build();
+                    std::fill_n(&s.bytes()[outerChunk(s.bytes(), 3) - 8], 32, filler);
+                },
+                {"one", "three", "other file"});
+        row(
+            "zeros after the last chunk",
+            [](DamagedStore& s) {
+                s.build();
+                s.bytes().resize(s.bytes().size() + 200'000);
+            },
+            everything);
+        row(
+            "zeros between chunks",
+            [](DamagedStore& s) {
+                s.build();
+                const auto place = std::ptrdiff_t(outerChunk(s.bytes(), 3));
+                s.bytes().insert(s.bytes().begin() + place, 200'000, 0);
+            },
+            everything);
+        row(
+            "chunk set with too much after its end",
             [](DamagedStore& s) { s.middleSet().edit = [](Bytes& b) { b.resize(70U << 20); }; },
-            {"one", "two", "two again", "three", "other file"});
+            everything);
         row("file is cut in the middle set",
             [](DamagedStore& s) {
                 s.build();

@@ -23,7 +23,7 @@ Result<std::shared_ptr<StoreIndex>> StoreIndex::open(const std::filesystem::path
         if (const File* file = index->m_files.file(number)) {
             anyOpened = true;
             index->m_traceBytes += file->size();
-            TraceFileIndexer(*index, number).run(*file);
+            TraceFileIndexer(*index, number).run(*file, {});
         }
     }
     if (!anyOpened)

@@ -5,6 +5,7 @@
 #include "platform/logstore/trace/unpack.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace logstore {
 
@@ -12,7 +13,7 @@ namespace {
 
 /// All offsets in a catalog are of 16 bits; only its last table may reach beyond.
 constexpr std::uint64_t largestCatalog = std::uint64_t{4} << 20;
-/// More than 64 MiB packed as badly as can be: what stands behind is not unpacked.
+/// 64 MiB, packed as badly as possible; what follows is not unpacked.
 constexpr std::uint64_t largestChunkSet = std::uint64_t{65} << 20;
 constexpr std::uint64_t smallestChunkSet = 12; ///< the head of one block and the end marker
 
@@ -25,80 +26,73 @@ bool agrees(const std::vector<SubChunk>& subChunks, std::size_t chunkSetCount)
 
 } // namespace
 
-void TraceFileIndexer::run(const File& file)
+void TraceFileIndexer::run(const File& file, OuterChunks::Watch watch)
 {
-    std::uint64_t offset = 0;
-    while (file.size() - offset >= ChunkHead::size) {
-        std::uint8_t headBytes[ChunkHead::size];
-        if (file.readAt(offset, headBytes) < ChunkHead::size)
-            break;
-        const ChunkHead head = ChunkHead::read(headBytes);
-        const std::uint64_t bodyOffset = offset + ChunkHead::size;
-        if (head.bodySize > UINT64_MAX - bodyOffset - ChunkHead::padding(head.bodySize))
-            break;
-        const std::uint64_t bodySize = std::min(head.bodySize, file.size() - bodyOffset);
-        if (offset == 0 && head.tag != ChunkTag::Header)
+    OuterChunks chunks(file, std::move(watch));
+    bool isFirst = true;
+    while (const auto chunk = chunks.next()) {
+        m_isDamaged = chunks.damagedPieces() > 0;
+        if (std::exchange(isFirst, false) && chunk->tag != ChunkTag::Header)
             return;
-        switch (head.tag) {
-        case ChunkTag::Header:
-            if (!useHeader(file, bodyOffset, bodySize)) {
-                finishCatalog(file);
-                return;
-            }
-            break;
+        switch (chunk->tag) {
+        case ChunkTag::Header: useHeader(file, *chunk); break;
         case ChunkTag::Catalog:
             finishCatalog(file);
-            useCatalog(file, bodyOffset, bodySize);
+            useCatalog(file, *chunk);
             break;
-        case ChunkTag::ChunkSet:
-            if (bodySize >= smallestChunkSet)
-                m_pending.push_back(
-                    {0, 0, bodyOffset,
-                     static_cast<std::uint32_t>(std::min(bodySize, largestChunkSet)), m_fileNumber,
-                     m_catalog, m_clock});
-            break;
-        default: break;
+        default: addChunkSet(file, *chunk);
         }
-        const std::uint64_t padded = bodySize + ChunkHead::padding(bodySize);
-        if (bodySize < head.bodySize || padded > file.size() - bodyOffset)
-            break;
-        offset = bodyOffset + padded;
     }
+    m_isDamaged = chunks.damagedPieces() > 0;
     finishCatalog(file);
 }
 
-bool TraceFileIndexer::useHeader(const File& file, std::uint64_t offset, std::uint64_t size)
+void TraceFileIndexer::useHeader(const File& file, const OuterChunk& chunk)
 {
-    const auto header =
-        TraceHeader::read(file.bytesAt(offset, std::min<std::uint64_t>(size, TraceHeader::size)));
+    m_clock.reset();
+    const auto header = TraceHeader::read(
+        file.bytesAt(chunk.offset, std::min<std::uint64_t>(chunk.size, TraceHeader::size)));
     if (!header)
-        return false;
-    const TimeSync::Boot* boot = m_index.m_times.boot(header->boot);
+        return;
     const auto known = m_index.m_boots.find(header->boot);
     if (known != m_index.m_boots.end()) {
         m_clock = known->second.clock;
-        return true;
+        return;
     }
+    const TimeSync::Boot* boot = m_index.m_times.boot(header->boot);
     m_clock = static_cast<std::uint32_t>(m_index.m_clocks.size());
     m_index.m_clocks.push_back(boot ? boot->clock(header->boot) : header->clock());
     if (boot)
-        m_index.m_boots.insert({header->boot, {m_clock, UINT64_MAX, 0}});
-    return true;
+        m_index.m_boots.insert({header->boot, {*m_clock, UINT64_MAX, 0}});
 }
 
-void TraceFileIndexer::useCatalog(const File& file, std::uint64_t offset, std::uint64_t size)
+void TraceFileIndexer::useCatalog(const File& file, const OuterChunk& chunk)
 {
-    const auto catalogSize = static_cast<std::uint32_t>(std::min(size, largestCatalog));
+    const auto size = static_cast<std::uint32_t>(std::min(chunk.size, largestCatalog));
     m_catalog = static_cast<std::uint32_t>(m_index.m_catalogs.size());
-    m_index.m_catalogs.push_back({offset, catalogSize, m_fileNumber});
-    m_subChunks = Catalog::readSubChunks(file.bytesAt(offset, catalogSize));
+    m_index.m_catalogs.push_back({chunk.offset, size, m_fileNumber});
+    m_subChunks = Catalog::readSubChunks(file.bytesAt(chunk.offset, size));
 }
 
-/// The i-th sub-chunk entry tells the range of the i-th chunk set. Where the two do not go
-/// together the records themselves are asked, once and for all.
+void TraceFileIndexer::addChunkSet(const File& file, const OuterChunk& chunk)
+{
+    if (!m_clock || chunk.size < smallestChunkSet)
+        return;
+    // A catalog knows how many sets follow it: one more belongs to a catalog that is lost.
+    if (m_isDamaged && !m_subChunks.empty() && m_pending.size() >= m_subChunks.size()) {
+        finishCatalog(file);
+        m_catalog = ChunkSetPlace::noCatalog;
+    }
+    m_pending.push_back({0, 0, chunk.offset,
+                         static_cast<std::uint32_t>(std::min(chunk.size, largestChunkSet)),
+                         m_fileNumber, m_catalog, *m_clock});
+}
+
+/// The i-th sub-chunk entry has the times of the i-th chunk set. When they do not fit together, or
+/// after damage, the times are read from the records.
 void TraceFileIndexer::finishCatalog(const File& file)
 {
-    const bool trusted = agrees(m_subChunks, m_pending.size());
+    const bool trusted = !m_isDamaged && agrees(m_subChunks, m_pending.size());
     for (std::size_t i = 0; i < m_pending.size(); ++i) {
         if (trusted)
             setRange(m_pending[i], m_subChunks[i].earliest, m_subChunks[i].latest);

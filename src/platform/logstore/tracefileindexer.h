@@ -3,7 +3,7 @@
 
 #include "platform/logstore/storeindex.h"
 #include "platform/logstore/trace/catalog.h"
-#include "platform/logstore/trace/chunk.h"
+#include "platform/logstore/trace/outerchunks.h"
 #include "platform/logstore/trace/traceheader.h"
 
 namespace logstore {
@@ -18,11 +18,13 @@ public:
     {
     }
 
-    void run(const File& file);
+    /// `watch` is called now and then with the offset reached; false ends the walk.
+    void run(const File& file, OuterChunks::Watch watch);
 
 private:
-    bool useHeader(const File& file, std::uint64_t offset, std::uint64_t size);
-    void useCatalog(const File& file, std::uint64_t offset, std::uint64_t size);
+    void useHeader(const File& file, const OuterChunk& chunk);
+    void useCatalog(const File& file, const OuterChunk& chunk);
+    void addChunkSet(const File& file, const OuterChunk& chunk);
     void finishCatalog(const File& file);
     void setRange(ChunkSetPlace& place, std::uint64_t first, std::uint64_t last);
     void setRangeFromRecords(ChunkSetPlace& place, const File& file);
@@ -30,7 +32,8 @@ private:
     StoreIndex& m_index;
     std::uint32_t m_fileNumber;
     std::uint32_t m_catalog = ChunkSetPlace::noCatalog;
-    std::uint32_t m_clock = 0;
+    std::optional<std::uint32_t> m_clock; ///< absent after a damaged header
+    bool m_isDamaged = false;             ///< the file, up to here
     std::vector<SubChunk> m_subChunks;
     std::vector<ChunkSetPlace> m_pending; ///< chunk sets since the last catalog
 };

@@ -63,6 +63,14 @@ std::size_t File::readAt(std::uint64_t offset, std::span<std::uint8_t> into) con
     return done;
 }
 
+std::uint64_t File::nextData(std::uint64_t offset) const
+{
+    const off_t found = ::lseek(m_descriptor, static_cast<off_t>(offset), SEEK_DATA);
+    if (found >= 0)
+        return static_cast<std::uint64_t>(found);
+    return errno == ENXIO ? m_size : offset; // not all file systems know their holes
+}
+
 std::vector<std::uint8_t> File::bytesAt(std::uint64_t offset, std::uint64_t size) const
 {
     if (offset >= m_size)

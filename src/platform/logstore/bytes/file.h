@@ -29,6 +29,10 @@ public:
     /// Reads as many bytes as there are from `offset` on, at most `into.size()`.
     std::size_t readAt(std::uint64_t offset, std::span<std::uint8_t> into) const;
 
+    /// The first offset from `offset` on that is not in a hole of the file; the size when only
+    /// holes follow.
+    std::uint64_t nextData(std::uint64_t offset) const;
+
     /// At most `size` bytes from `offset` on; never more memory than the file has bytes.
     std::vector<std::uint8_t> bytesAt(std::uint64_t offset, std::uint64_t size) const;
 
