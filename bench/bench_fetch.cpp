@@ -149,6 +149,32 @@ void getLogMatching(benchmark::State& state, const char* text)
     state.counters["matching"] = static_cast<double>(logger->logList().size());
 }
 
+struct NamedPredicate
+{
+    const char* name;
+    const char* text;
+};
+
+constexpr NamedPredicate predicates[] = {
+    // A subsystem of the demonstration store, and one of archives made from real ones.
+    {"few", "subsystem IN {'com.apple.TimeMachine', 'com.apple.amp.itunescloudd'}"},
+    {"message", "eventMessage CONTAINS[c] 'error'"},
+    {"timeMachineFull",
+     "subsystem == 'com.apple.TimeMachine' || eventMessage CONTAINS[c] 'backup' || "
+     "eventMessage CONTAINS[c] 'Time Machine' || eventMessage CONTAINS[c] 'TimeMachine'"},
+    {"nothing", "eventMessage CONTAINS[c] 'no message says this'"},
+    {"contains", "eventMessage CONTAINS 'error'"},
+    {"matchesPlain", "eventMessage MATCHES '.*error.*'"},
+    {"matchesPlainCaseless", "eventMessage MATCHES[c] '.*error.*'"},
+    {"matchesPlainFolded", "eventMessage MATCHES[cd] '.*error.*'"},
+    {"matchesAlternatives", "eventMessage MATCHES '.*(error|fault|denied).*'"},
+    {"matchesRequired", "eventMessage MATCHES '.*error.*[0-9]+.*'"},
+    {"matchesRequiredCaseless", "eventMessage MATCHES[c] '.*[a-z]+ error.*[0-9]+.*'"},
+    {"matchesCommon", "eventMessage MATCHES '.*the .*[0-9]+.*'"},
+    {"matchesAnything", "eventMessage MATCHES '.*[0-9]{4}.*'"},
+    {"matchesNames", "process MATCHES '^(kernel|backupd|mds|mds_stores)$'"},
+};
+
 } // namespace
 
 BENCHMARK(decode)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
@@ -156,24 +182,16 @@ BENCHMARK(getLog)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
 
 BENCHMARK(openArchive)->Unit(benchmark::kMillisecond);
 BENCHMARK(firstThousand)->DenseRange(0, 9, 3)->Unit(benchmark::kMillisecond);
-/// The first is of the demonstration store, the second of archives made from real ones.
-constexpr const char* fewOfASubsystem =
-    "subsystem IN {'com.apple.TimeMachine', 'com.apple.amp.itunescloudd'}";
-BENCHMARK_CAPTURE(getLogMatching, few, fewOfASubsystem)
-    ->Unit(benchmark::kMillisecond)
-    ->MeasureProcessCPUTime();
-BENCHMARK_CAPTURE(getLogMatching, message, "eventMessage CONTAINS[c] 'error'")
-    ->Unit(benchmark::kMillisecond)
-    ->MeasureProcessCPUTime();
-BENCHMARK_CAPTURE(getLogMatching,
-                  timeMachineFull,
-                  "subsystem == 'com.apple.TimeMachine' || eventMessage CONTAINS[c] 'backup' || "
-                  "eventMessage CONTAINS[c] 'Time Machine' || "
-                  "eventMessage CONTAINS[c] 'TimeMachine'")
-    ->Unit(benchmark::kMillisecond)
-    ->MeasureProcessCPUTime();
-BENCHMARK_CAPTURE(getLogMatching, nothing, "eventMessage CONTAINS[c] 'no message says this'")
-    ->Unit(benchmark::kMillisecond)
-    ->MeasureProcessCPUTime();
 
-BENCHMARK_MAIN();
+int main(int count, char** arguments)
+{
+    for (const NamedPredicate& predicate : predicates) {
+        const std::string name = std::string("getLogMatching/") + predicate.name;
+        benchmark::RegisterBenchmark(name.c_str(), getLogMatching, predicate.text)
+            ->Unit(benchmark::kMillisecond)
+            ->MeasureProcessCPUTime();
+    }
+    benchmark::Initialize(&count, arguments);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

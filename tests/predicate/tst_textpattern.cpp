@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "platform/predicate/regexpattern.h"
+#include "platform/predicate/regexshortcut.h"
 #include "platform/predicate/textpattern.h"
 #include "platform/predicate/unicode.h"
 #include "support/predicategenerator.h"
@@ -48,6 +50,37 @@ private Q_SLOTS:
             matches += actual ? 1 : 0;
         }
         QVERIFY(matches > 1000);
+    }
+
+    void shortcutsAgreeWithRegularExpressions()
+    {
+        PredicateGenerator generator(10);
+        FoldedTexts folds;
+        std::array<int, 2> decided{};
+        for (int i = 0; i < 60'000; ++i) {
+            const Folding folding(generator.below(2) == 0, generator.sometimes());
+            const std::string expression = generator.oneOf({"", "", "^", ".*", "(?i)", "(?s)"})
+                                           + generator.expression(1)
+                                           + generator.oneOf({"", "", "$", ".*"});
+            const auto regex = compiledRegex(expression, folding);
+            if (!regex)
+                continue; // a repeated anchor, or the like
+            const RegexShortcut shortcut(expression, folding);
+            for (int j = 0; j < 4; ++j) {
+                const std::string text =
+                    generator.text() + generator.oneOf({"", "\n", "\r\n", "ﬁ"}) + generator.text();
+                folds.clear();
+                const Truth outcome = shortcut.matches(text, folds);
+                if (outcome == Truth::Unknown)
+                    continue;
+                int overruns = 0;
+                const std::u16string units = utf16(folded(text, Folding(false, folding.markless)));
+                const bool expected = wholeMatches(regex->get(), units, overruns);
+                QVERIFY2(truth(expected) == outcome, (expression + " / " + text).c_str());
+                ++decided[expected ? 1 : 0];
+            }
+        }
+        QVERIFY(decided[0] > 10'000 && decided[1] > 1'000);
     }
 
     void everyPlaceInLongTexts()

@@ -121,6 +121,22 @@ std::string PredicateGenerator::condition(int depth)
     }
 }
 
+std::string PredicateGenerator::expression(int depth)
+{
+    static const std::vector<std::string> pieces = {
+        "a",   "b", "K",  "ab", "s",  "ss", "é", "ß",    "日",   "\\.",    "\n",   ".*", ".*",
+        ".*?", ".", ".+", "a*", "b+", "^",  "$", "[aB]", "[^a]", "a{0,2}", "s{2}", "a?", "\\s"};
+    std::string out;
+    for (std::size_t count = below(4) + 1; count > 0; --count) {
+        if (depth > 0 && sometimes())
+            out += oneOf({"(", "(?:", "(?>", "(?=", "(?!"}) + expression(depth - 1) + '|'
+                   + expression(depth - 1) + oneOf({")", ")", ")+", ")?", ")*"});
+        else
+            out += oneOf(pieces);
+    }
+    return out;
+}
+
 MadeUpEntry PredicateGenerator::entry()
 {
     static constexpr EntryKind kinds[] = {EntryKind::Log,      EntryKind::Log,

@@ -17,6 +17,8 @@ public:
     std::string condition(int depth);
     /// A single comparison.
     std::string comparison(int depth);
+    /// A regular expression of these characters, often a plain text.
+    std::string expression(int depth);
     MadeUpEntry entry();
     /// A text of few different characters, some of which fold in uncommon ways.
     std::string text();

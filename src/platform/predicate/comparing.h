@@ -3,20 +3,9 @@
 
 #include "platform/predicate/match.h"
 #include "platform/predicate/operators.h"
+#include "platform/predicate/truth.h"
 
 namespace predicate {
-
-/// The outcome for an entry, or for all entries of which only some fields are known.
-enum class Truth : std::uint8_t { False, True, Unknown };
-
-inline Truth truth(bool value)
-{
-    return value ? Truth::True : Truth::False;
-}
-inline Truth negation(Truth value)
-{
-    return value == Truth::Unknown ? value : truth(value == Truth::False);
-}
 
 /// Whether two values are in a relation. Never fails: what does not fit together is unequal and
 /// in no other relation.

@@ -168,7 +168,7 @@ ConditionPtr Binder::compiledMatches(const Node& node,
              "This regular expression is not valid: " + regex.error() + ".");
         return std::make_unique<FixedCondition>(false);
     }
-    return std::make_unique<RegexCondition>(left, *std::move(regex), folding);
+    return std::make_unique<RegexCondition>(left, *pattern, *std::move(regex), folding);
 }
 
 } // namespace predicate

@@ -157,9 +157,10 @@ Truth TextSetCondition::evaluate(Match& match) const
     });
 }
 
-RegexCondition::RegexCondition(TermPtr text, Regex regex, Folding folding)
+RegexCondition::RegexCondition(TermPtr text, std::string_view pattern, Regex regex, Folding folding)
     : Condition(std::min(highestCost, text->cost() + regexCost))
     , m_text(std::move(text))
+    , m_shortcut(pattern, folding)
     , m_regex(std::move(regex))
     , m_folding(folding)
 {
@@ -167,9 +168,13 @@ RegexCondition::RegexCondition(TermPtr text, Regex regex, Folding folding)
 
 Truth RegexCondition::evaluate(Match& match) const
 {
-    return ofText(m_text->value(match), [&](std::string_view text) {
-        return match.matchesRegex(m_regex, text, m_folding);
-    });
+    const Value value = m_text->value(match);
+    if (!value.isText())
+        return value.isUnknown() ? Truth::Unknown : Truth::False;
+    const Truth outcome = m_shortcut.matches(value.asText(), match.folds());
+    if (outcome != Truth::Unknown)
+        return outcome;
+    return truth(match.matchesRegex(m_regex, value.asText(), m_folding));
 }
 
 } // namespace predicate

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/predicate/comparing.h"
+#include "platform/predicate/regexshortcut.h"
 #include "platform/predicate/term.h"
 #include "platform/predicate/textpattern.h"
 
@@ -130,11 +131,12 @@ private:
 class RegexCondition : public Condition
 {
 public:
-    RegexCondition(TermPtr text, Regex regex, Folding folding);
+    RegexCondition(TermPtr text, std::string_view pattern, Regex regex, Folding folding);
     Truth evaluate(Match& match) const override;
 
 private:
     TermPtr m_text;
+    RegexShortcut m_shortcut;
     Regex m_regex;
     Folding m_folding;
 };

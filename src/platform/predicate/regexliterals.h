@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace predicate {
+
+/// A plain text that a matching text equals, or contains between any other text.
+struct PlainForm
+{
+    std::string text;
+    bool anyBefore = false;
+    bool anyAfter = false;
+
+    bool matchesAll() const { return text.empty() && (anyBefore || anyAfter); }
+};
+
+/// The plain texts of a regular expression.
+struct RegexLiterals
+{
+    /// A text matches exactly when it has one of these forms. Empty when the expression is no plain
+    /// text.
+    std::vector<PlainForm> forms;
+    /// Every text that matches contains one of these. Empty when no text is required.
+    std::vector<std::string> required;
+    bool caseless = false; ///< the expression begins with (?i)
+};
+
+/// Finds the plain texts of a valid expression, in which the dot matches line breaks. Expressions
+/// with rare constructs have none.
+RegexLiterals literalsOf(std::string_view expression);
+
+} // namespace predicate
