@@ -26,6 +26,14 @@ private Q_SLOTS:
         mistake("field like no other", u"nosuch == 1"_s, 0, u"There is no field “nosuch”."_s);
         mistake("text without quotes", u"process == Finder"_s, 11,
                 u"There is no field “Finder”. A text needs quotes: \"Finder\"."_s);
+        mistake("text with dots and a hyphen without quotes", u"subsystem == com.apple.x-y"_s, 13,
+                u"There is no field “com”. A text needs quotes: \"com.apple.x-y\"."_s);
+        mistake("texts in a list without quotes", u"process IN {'a', com.apple}"_s, 17,
+                u"There is no field “com”. A text needs quotes: \"com.apple\"."_s);
+        mistake("message type as an event type", u"eventType == \"error\""_s, 13,
+                u"“error” is not an event type. Did you mean messageType?"_s);
+        mistake("event type as a message type", u"messageType IN {error, logEvent}"_s, 23,
+                u"“logEvent” is not a message type. Did you mean eventType?"_s);
         mistake("field of SELF", u"SELF.nosuch == 1"_s, 5, u"There is no field “nosuch”."_s);
         mistake("variable", u"process == $name"_s, 11, u"“$name” has no value."_s);
         mistake("text operator on a number", u"processID CONTAINS '1'"_s, 10,

@@ -31,7 +31,9 @@ private:
         Types symbols = type::nil;  ///< names of this symbolic type have values
         bool typeIsLogType = false; ///< the name `type` means the message type
         bool dates = false;         ///< texts are dates
-        bool besideText = false;    ///< an unknown name is probably a text without its quotes
+        const Node* text = nullptr; ///< is probably a text without quotes if a name is unknown
+
+        Reading onlyText() const { return {type::nil, false, false, text}; }
     };
 
     // Conditions (binder.cpp).
@@ -67,13 +69,14 @@ private:
     TermPtr name(const Node& node, Reading reading);
     TermPtr field(const std::string& name, std::size_t position, Reading reading);
     TermPtr list(const Node& node, Reading reading);
-    TermPtr chain(const Node& node);
+    TermPtr chain(const Node& node, Reading reading);
     TermPtr negation(const Node& node);
     TermPtr ternary(const Node& node);
-    Terms terms(const std::vector<Node>& nodes);
+    Terms terms(const std::vector<Node>& nodes, Reading reading);
+    Terms terms(const std::vector<Node>& nodes) { return terms(nodes, Reading{}); }
 
     // Paths, calls and casts (callbinder.cpp).
-    TermPtr path(const Node& node);
+    TermPtr path(const Node& node, Reading reading);
     TermPtr member(const Node& path, TermPtr base, const Node& member);
     ElementTerm::Place place(const Node& index);
     TermPtr element(const Node& path, TermPtr base, std::size_t& next);

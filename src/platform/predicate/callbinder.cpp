@@ -60,7 +60,7 @@ std::string counted(std::size_t count)
 
 } // namespace
 
-TermPtr Binder::path(const Node& node)
+TermPtr Binder::path(const Node& node, Reading reading)
 {
     const Node& base = node.children.front();
     std::size_t next = 1;
@@ -69,7 +69,7 @@ TermPtr Binder::path(const Node& node)
         result = field(node.children[1].name, node.children[1].position, {});
         next = 2;
     } else {
-        result = term(base);
+        result = term(base, reading.onlyText());
     }
     while (next < node.children.size() && !failed()) {
         const Node& suffix = node.children[next];

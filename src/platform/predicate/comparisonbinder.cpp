@@ -110,7 +110,7 @@ Binder::Sides Binder::bindSides(const Node& node)
     sides.left = term(left, ofLeft);
     if (!failed())
         checkLeft(node, *sides.left);
-    ofRight.besideText = sides.left->type().isText();
+    ofRight.text = sides.left->type().isText() ? &right : nullptr;
     sides.right = term(right, ofRight);
     if (values && !failed())
         readDates(node, sides);

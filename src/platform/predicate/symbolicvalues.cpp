@@ -4,6 +4,7 @@
 #include "platform/predicate/sentences.h"
 #include "platform/predicate/unicode.h"
 
+#include <algorithm>
 #include <array>
 #include <vector>
 
@@ -67,6 +68,23 @@ std::optional<Value> symbolicValue(Types symbolicType, std::string_view name)
             return symbol.numbered ? Value::integer(symbol.number) : Value::symbol(symbol.number);
     }
     return std::nullopt;
+}
+
+std::string_view fieldOfSymbol(std::string_view name)
+{
+    struct Owner
+    {
+        Types type;
+        std::string_view field;
+    };
+    constexpr std::array<Owner, 4> owners = {{{type::logType, "messageType"},
+                                              {type::eventType, "eventType"},
+                                              {type::signpostType, "signpostType"},
+                                              {type::signpostScope, "signpostScope"}}};
+    const auto* owner = std::find_if(owners.begin(), owners.end(), [&](const Owner& candidate) {
+        return symbolicValue(candidate.type, name).has_value();
+    });
+    return owner == owners.end() ? std::string_view() : owner->field;
 }
 
 std::string symbolicNames(Types symbolicType)

@@ -27,6 +27,9 @@ constexpr int timesync = 2;
 /// The value of a name, in any case, of one symbolic type.
 std::optional<Value> symbolicValue(Types symbolicType, std::string_view name);
 
+/// The field that has a value of this name, or an empty text.
+std::string_view fieldOfSymbol(std::string_view name);
+
 /// “error, fault or …”: the names of a symbolic type without their synonyms.
 std::string symbolicNames(Types symbolicType);
 

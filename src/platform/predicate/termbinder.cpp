@@ -11,8 +11,11 @@ namespace {
 
 std::string notSymbolic(Types symbols, std::string_view name)
 {
-    return quoted(name) + " is not " + described(symbols) + ". It can be " + symbolicNames(symbols)
-           + ".";
+    const std::string wrong = quoted(name) + " is not " + described(symbols) + ".";
+    const std::string_view field = fieldOfSymbol(name);
+    if (!field.empty())
+        return wrong + " Did you mean " + std::string(field) + "?";
+    return wrong + " It can be " + symbolicNames(symbols) + ".";
 }
 
 TermPtr constantTerm(const Value& value)
@@ -51,9 +54,9 @@ TermPtr Binder::term(const Node& node, Reading reading)
         return failedTerm(node.position, quoted("$" + node.name) + " has no value.");
     case NodeKind::Self: return std::make_shared<EntryTerm>();
     case NodeKind::List: return list(node, reading);
-    case NodeKind::Chain: return chain(node);
+    case NodeKind::Chain: return chain(node, reading);
     case NodeKind::Negation: return negation(node);
-    case NodeKind::Path: return path(node);
+    case NodeKind::Path: return path(node, reading);
     case NodeKind::Call: return call(node);
     case NodeKind::Now: return constantTerm(Value::date(m_settings.now));
     case NodeKind::Cast: return cast(node);
@@ -61,11 +64,11 @@ TermPtr Binder::term(const Node& node, Reading reading)
     }
 }
 
-Terms Binder::terms(const std::vector<Node>& nodes)
+Terms Binder::terms(const std::vector<Node>& nodes, Reading reading)
 {
     Terms out;
     for (const Node& node : nodes)
-        out.push_back(term(node));
+        out.push_back(term(node, reading));
     return out;
 }
 
@@ -106,8 +109,9 @@ TermPtr Binder::field(const std::string& name, std::size_t position, Reading rea
     const std::string_view meant = suggestedField(name);
     const bool onlyCase = equalIgnoringCase(std::string_view(name), meant);
     std::string sentence = "There is no field " + quoted(name) + ".";
-    if (reading.besideText && !onlyCase)
-        sentence += " A text needs quotes: \"" + name + "\".";
+    const bool isWord = reading.text != nullptr && reading.text->kind == NodeKind::Name;
+    if (reading.text != nullptr && !onlyCase)
+        sentence += " A text needs quotes: \"" + (isWord ? name : source(*reading.text)) + "\".";
     else if (!meant.empty())
         sentence += " Did you mean " + std::string(meant) + "?";
     return failedTerm(position, std::move(sentence));
@@ -117,6 +121,7 @@ TermPtr Binder::list(const Node& node, Reading reading)
 {
     Terms elements;
     for (const Node& child : node.children) {
+        reading.text = reading.text != nullptr ? &child : nullptr;
         elements.push_back(term(child, reading));
         if ((elements.back()->type().types & type::entry) != 0)
             return failedTerm(child.position, "SELF can only be compared with nil.");
@@ -124,9 +129,9 @@ TermPtr Binder::list(const Node& node, Reading reading)
     return listTerm(std::move(elements));
 }
 
-TermPtr Binder::chain(const Node& node)
+TermPtr Binder::chain(const Node& node, Reading reading)
 {
-    Terms operands = terms(node.children);
+    Terms operands = terms(node.children, reading.onlyText());
     Types all = type::nil;
     for (std::size_t i = 0; i < operands.size(); ++i) {
         const Types types = operands[i]->type().types;
