@@ -14,7 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const logstore::Bytes arguments = logstore::clipped(input, length + 1);
 
     logstore::Items items;
-    items.read(arguments, logstore::clipped(input, size / 4 * 3), true);
+    items.read(arguments, logstore::clipped(input, size / 4 * 3));
     std::string message;
     logstore::appendMessage(message, program, items);
     items.readTrace(arguments);

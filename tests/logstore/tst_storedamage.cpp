@@ -276,13 +276,6 @@ private Q_SLOTS:
             put<std::uint8_t>(items + 1, 255), "[7]");
         add("payload longer than the record", "[%d]", {number<std::int32_t>(7)},
             put<std::uint8_t>(items + 3, 255), "[<decode: missing data>]");
-        add("range outside the values", "[%s]", {text("abc")},
-            put<std::uint16_t>(items + 4, 0xfff0), "[(null)]");
-        add("range longer than the values", "[%s]",
-            {item(ItemKind::Text, Privacy::Public, {'a', 'b'})},
-            put<std::uint16_t>(items + 6, 0x7fff), "[ab]");
-        add("range that begins at the end", "[%s]", {text("abc")}, put<std::uint16_t>(items + 4, 4),
-            "[(null)]");
         add(
             "no room for the number of items", "[%d]", {number<std::int32_t>(7)},
             [](Bytes& b) {

@@ -32,30 +32,57 @@ private Q_SLOTS:
     void decoratedNumbers_data()
     {
         addColumns();
-        row("bool", "%{bool}d %{bool}d", {number<i32>(0), number<i32>(2)}, "false true");
+        row("bool", "%{bool}d %{bool}d %{bool}x",
+            {number<i32>(0), number<i32>(2), rawItem(0x02, {0, 0, 1})}, "false true true");
         row("BOOL", "%{BOOL}d %{BOOL}d", {number<std::int8_t>(0), number<std::int8_t>(1)},
             "NO YES");
-        row("errno", "%{darwin.errno}d %{errno}d", {number<i32>(61), number<i32>(32)},
-            "[61: Connection refused] [32: Broken pipe]");
+        row("errno", "%{darwin.errno}d %{errno}m %{errno}d %{darwin.errno}d",
+            {number<i32>(61), errorNumber(32), number<i32>(0), number<i32>(-1)},
+            "[61: Connection refused] [32: Broken pipe] [0: Success] [-1: Unknown error: -1]");
+        row("Mach errors of the kernel", "%{mach.errno}d %{mach.errno}x %{mach.errno}d",
+            {number<u32>(0), number<u32>(56), number<u32>(0x3fff)},
+            "[0: (os/kern) successful] [0x38: (os/kern) result not found] "
+            "[0x3fff: unknown error code]");
+        row("Mach errors of messages", "%{mach.errno}d %{mach.errno}d %{mach.errno}d",
+            {number<u32>(0x10000015), number<u32>(0x10000016), number<u32>(0x10004010)},
+            "[0x10000015: (ipc/send) out-of-line buffer too large] "
+            "[0x10000016: unknown error code] [0x10004010: (ipc/rcv) DIPC transport error]");
+        row("Mach errors of other subsystems", "%{mach.errno}d %{mach.errno}d",
+            {number<u32>(0x4000), number<u32>(0x10008000)},
+            "[0x4000: (null)] [0x10008000: (null)]");
         row("mode of a folder", "%{darwin.mode}d", {number<u32>(040755)}, "drwxr-xr-x");
         row("mode of a file", "%{darwin.mode}d", {number<u32>(0104711)}, "-rws--x--x");
         row("mode with the sticky bit", "%{darwin.mode}d", {number<u32>(0041776)}, "drwxrwxrwT");
+        row("types of files", "%{darwin.mode}o %{darwin.mode}o %{darwin.mode}o %{darwin.mode}o",
+            {number<u32>(0), number<u32>(0160000), number<u32>(0030000), number<u32>(0100000)},
+            "---------- w--------- #--------- ----------");
         row("signal", "%{darwin.signal}d", {number<i32>(11)}, "[sigsegv: Segmentation fault]");
-        row("unknown signal", "%{darwin.signal}d", {number<i32>(99)}, "[99: Unknown signal: 99]");
-        row("last time that there is", "%{time_t}d", {number<std::int64_t>(67768036191676799)},
-            "2147485547-12-31 23:59:59");
-        row("time that is none", "%{time_t}d", {number<std::int64_t>(INT64_MAX)},
-            "<decode: unsupported value>");
-        row("time", "%{time_t}d", {number<std::int64_t>(1452627697)}, "2016-01-12 19:41:37");
-        row("bytes", "%{bytes}d %{bytes}d %{bytes}d",
-            {number<i32>(999), number<i32>(4720), number<i32>(12'300'000)},
-            "999 bytes 4.72 kB 12.3 MB");
-        row("bytes just below a step", "%{bytes}d %{bytes}d",
-            {number<i32>(999'499), number<i32>(999'950)}, "999 kB 1000 kB");
-        row("bytes in powers of two", "%{iec-bytes}d %{iec-bytes}d",
-            {number<i32>(4720), number<i32>(1023 * 1024)}, "4.61 KiB 1023 KiB");
-        row("bits", "%{bitrate}d %{bitrate}d", {number<i32>(999), number<i32>(123'000)},
-            "999 bps 123 kbps");
+        row("unknown signals", "%{darwin.signal}d %{darwin.signal}d %{darwin.signal}d",
+            {number<i32>(0), number<i32>(32), number<i32>(-1)},
+            "[sigSignal 0: Signal 0] [32: Unknown signal] [-1: Unknown signal]");
+        row("last year that fits 32 bits", "%{time_t}ld|%{time_t}ld",
+            {number<std::int64_t>(67767976233532799), number<std::int64_t>(67767976233532800)},
+            "2147483647-12-31 23:59:59+0000|");
+        row("time that is none", "[%{time_t}ld]", {number<std::int64_t>(INT64_MAX)}, "[]");
+        row("time", "%{time_t}d %{time_t}u", {number<std::int64_t>(1452627697), number<i32>(-1)},
+            "2016-01-12 19:41:37+0000 1969-12-31 23:59:59+0000");
+        row("year before Christ", "%{time_t}ld", {number<std::int64_t>(-64'344'540'800)},
+            "-069-01-02 12:26:40+0000");
+        row("bytes", "%{bytes}d %{bytes}d %{bytes}d %{bytes}d",
+            {number<i32>(999), number<i32>(4720), number<i32>(1500), number<i32>(1000)},
+            "999 B 4.72 kB 1.5 kB 1 kB");
+        row("digits that are left out", "%{bytes}d %{bytes}d %{iec-bytes}d %{iec-bytes}d",
+            {number<i32>(10'049), number<i32>(123'900), number<i32>(1000), number<i32>(2'700'123)},
+            "10.0 kB 123 kB 0.98 KiB 2.57 MiB");
+        row("numbers below zero", "%{bytes}d %{bytes}u %{iec-bytes}lld",
+            {number<i32>(-1), number<i32>(-1), number<std::int64_t>(-1)}, "18.4 EB 4.29 GB 16 EiB");
+        row("bytes just below a step", "%{bytes}d %{bytes}d %{iec-bytes}d",
+            {number<i32>(999'499), number<i32>(999'999), number<i32>(1023 * 1024)},
+            "999 kB 1000 kB 1 MiB");
+        row("bytes in powers of two", "%{iec-bytes}d", {number<i32>(4720)}, "4.61 KiB");
+        row("bits", "%{bitrate}d %{bitrate}d %{bitrate}llu",
+            {number<i32>(999), number<i32>(123'000), number<u64>(u64{1} << 50)},
+            "999 bps 123 kbps 1125 Tbps");
         row("bits in powers of two", "%{iec-bitrate}d", {number<i32>(118 * 1024)}, "118 Kibps");
         row("authorisation",
             "%{location:CLClientAuthorizationStatus}d %{location:CLClientAuthorizationStatus}d",
@@ -64,7 +91,9 @@ private Q_SLOTS:
             "<decode: unknown value: 9>");
         row("reachability", "%{location:CLDaemonStatus_Type::Reachability}d", {number<i32>(1000)},
             "\"Reachability Unachievable\"");
-        row("harvester", "%{location:CLSubHarvesterIdentifier}d", {number<i32>(9)}, "\"Trace\"");
+        row("harvester",
+            "%{location:CLSubHarvesterIdentifier}d %{location:CLSubHarvesterIdentifier}d",
+            {number<i32>(0), number<i32>(14)}, "\"CellLegacy\" \"Unknown\"");
         row("I/O message", "%{location:IOMessage}d", {number<u32>(0xe0000280)},
             "\"SystemWillSleep\"");
         row("SQLite result", "%{location:SqliteResult}d %{location:SqliteResult}d",
@@ -81,17 +110,20 @@ private Q_SLOTS:
             "<decode: unknown value: 4711>");
         row("negative reason", "%{mdns:nreason}d", {number<i32>(2)}, "nxdomain");
         row("protocol", "%{mdns:protocol}d", {number<i32>(4)}, "HTTPS");
-        row("options", "%{mdns:gaiopts}d", {number<i32>(0xc)},
-            "0xC {in-app-browser, use-failover}");
+        row("options", "%{mdns:gaiopts}d %{mdns:gaiopts}d", {number<i32>(0x2c), number<i32>(0x40)},
+            "0x2C {in-app-browser, use-failover, use-cache-only} 0x40 {}");
         row("DNS counts", "%{mdns:dns.counts}d", {number<u64>(0x0001'0002'0000'0000)}, "1/2/0/0");
         row("DNS identifier and flags", "%{mdns:dns.idflags}d", {number<u32>(0x4bbb'0100)},
             "id: 0x4BBB (19387), flags: 0x0100 (Q/Query, RD, NoError)");
         row("directory identifier type", "%{odtypes:mbridtype}d", {number<i32>(4)}, "Username");
         row("directory error", "%{odtypes:ODError}d", {number<i32>(2200)},
             "ODErrorNodeUnknownHost");
-        row("size that numbers do not have", "%{bool}d %{bytes}d",
-            {rawItem(0x02, {1, 2, 3}), rawItem(0x00, Bytes(16))},
-            "<decode: unsupported value> <decode: unsupported value>");
+        row("sizes that do not fit", "%{errno}ld %{time_t}hd %{bytes}d %{mdns:yesno}d",
+            {number<std::int64_t>(5), number<std::int16_t>(5), rawItem(0x00, Bytes(16)),
+             rawItem(0x02, {1, 2, 3})},
+            "<decode: mismatch for [%{errno}ld] got [SCALAR sz:8]> "
+            "<decode: mismatch for [%{time_t}hd] got [SCALAR sz:2]> "
+            "<decode: mismatch for [%{bytes}d] got [SCALAR sz:16]> <decode: unsupported value>");
         row("telemetry in single precision", "%{signpost.telemetry:x}f", {number(0.1F)},
             "__##__signpost.telemetry#____#x#_##_#0.1000000014901161##__##");
         row("telemetry of times",
@@ -105,6 +137,11 @@ private Q_SLOTS:
             "__##__signpost.telemetry#____#number1#_##_#5.88671875##__##");
         row("description", "%{signpost.description:attribute}@", {object("value")},
             "__##__signpost.description#____#attribute#_##_#value##__##");
+        row("description beside another decoration",
+            "%{errno,signpost.description:a,public}d|%{signpost.telemetry:b}s",
+            {number<i32>(2), noBytes(ItemKind::Text)},
+            "__##__signpost.description#____#a#_##_#[2: No such file or directory]##__##|"
+            "__##__signpost.telemetry#____#b#_##_###__##");
     }
 
     void decoratedNumbers() { compareMessage(); }
@@ -117,21 +154,26 @@ private Q_SLOTS:
                          0xab, 0x99, 0x87, 0x8c, 0x5e, 0xc2, 0xdc, 0xaa};
         row("identifier", "%{uuid_t}.16P", {count(16), bytes(uuid)},
             "10742E39-0657-41F8-AB99-878C5EC2DCAA");
-        row("identifier of a wrong size", "%{uuid_t}.16P", {count(16), bytes(counted(15))},
-            "<decode: unsupported value>");
-        row("time of 16 bytes", "%{timeval}.*P", {count(16), built(b.i64(1452627697).i64(774236))},
-            "2016-01-12 19:41:37.774236");
+        row("identifier of a wrong size", "%{uuid}.16P", {count(16), bytes(counted(15))},
+            "<decode: mismatch for [%{uuid}.16P] got [DATA sz:15]>");
+        row("time of 16 bytes", "%{timeval}.*P",
+            {count(16), built(b.i64(1452627697).i32(774236).i32(-1))},
+            "2016-01-12 19:41:37.774236+0000");
         row("time of 12 bytes", "%{timeval}.*P", {count(12), built(b.i64(1452627697).i32(774236))},
-            "2016-01-12 19:41:37.774236");
+            "2016-01-12 19:41:37.774236+0000");
         row("time of 8 bytes", "%{timeval}.*P", {count(8), built(b.i32(1452627697).i32(774236))},
-            "2016-01-12 19:41:37.774236");
+            "2016-01-12 19:41:37.774236+0000");
         row("time to the nanosecond", "%{timespec}.*P",
-            {count(16), built(b.i64(1452627697).i64(238238282))}, "2016-01-12 19:41:37.238238282");
+            {count(16), built(b.i64(1452627697).i64(238238282))},
+            "2016-01-12 19:41:37.238238282+0000");
         row("time with a fraction below zero", "%{timeval}.*P", {count(8), built(b.i32(1).i32(-1))},
-            "<decode: unsupported value>");
-        row("time that is none, with a fraction", "%{timeval}.*P",
-            {count(16), built(b.i64(INT64_MAX).i64(5))}, "<decode: unsupported value>");
-        row("address as a number", "%{network:in_addr}d", {number<u32>(0x0100007f)}, "127.0.0.1");
+            "<decode: mismatch for [%{timeval}.*P] got [DATA sz:8]>");
+        row("time that is none, with a fraction", "[%{timespec}.*P]",
+            {count(16), built(b.i64(INT64_MAX).i64(5))}, "[]");
+        row("address as a number", "%{network:in_addr}d %{in_addr}hd %{in_addr}hhd %{in_addr}u",
+            {number<u32>(0x0100007f), number<std::int16_t>(0x102), number<std::int8_t>(-1),
+             number<std::int8_t>(-1)},
+            "127.0.0.1 2.1.0.0 255.255.255.255 255.0.0.0");
         row("address as bytes", "%{in_addr}.4P", {count(4), bytes(Bytes{192, 0, 2, 1})},
             "192.0.2.1");
         row("long address", "%{network:in6_addr}.16P",
@@ -148,13 +190,39 @@ private Q_SLOTS:
             {count(16), built(b.u8(1).zeros(5).u8(2).zeros(8).u8(3))}, "100:0:0:200::3");
         row("mapped address", "%{in6_addr}.16P",
             {count(16), bytes(zeros(10, {0xff, 0xff, 1, 2, 3, 4}))}, "::ffff:1.2.3.4");
-        row("socket address", "%{network:sockaddr}.*P",
-            {count(16), bytes(Bytes{16, 2, 0, 80, 127, 0, 0, 1, 0, 0, 0, 0, 0, 0, 0, 0})},
-            "127.0.0.1");
-        row("long socket address", "%{sockaddr}.*P",
-            {count(28), built(b.u8(28).u8(30).zeros(6).zeros(15).u8(1).zeros(4))}, "::1");
-        row("socket address of another family", "%{sockaddr}.*P",
-            {count(16), built(b.u8(16).u8(1).zeros(14))}, "<decode: unsupported value>");
+        const auto socket = [](const char* name, ByteBuilder& bytesOfIt, const char* expected) {
+            row(name, "%{sockaddr}.*P", {count(0), built(bytesOfIt)}, expected);
+        };
+        constexpr auto unfit = "<decode: mismatch for [%{sockaddr}.*P] got [DATA sz:16]>";
+        const Bytes home{127, 0, 0, 1};
+        socket("socket with a port", b.u8(16).u8(2).u8(0x1f).u8(0x90).bytes(home).zeros(8),
+               "127.0.0.1:8080");
+        socket("socket without port", b.u8(16).u8(2).zeros(2).bytes(home).zeros(9), "127.0.0.1");
+        socket("socket that is too short", b.u8(15).u8(2).zeros(14), unfit);
+        socket("socket longer than its bytes", b.u8(17).u8(2).zeros(14), unfit);
+        socket("long socket", b.u8(28).u8(30).zeros(21).u8(1).zeros(4), "::1");
+        socket("long socket with a port", b.u8(28).u8(30).u8(1).u8(0xbb).zeros(19).u8(1).zeros(4),
+               "::1.443");
+        socket("long socket of the loopback interface",
+               b.u8(28).u8(30).u8(1).u8(0xbb).zeros(19).u8(1).u32(1), "::1%lo0.443");
+        socket("long socket of another interface", b.u8(28).u8(30).zeros(21).u8(1).u32(12),
+               "::1%12");
+        socket("long socket that is too short", b.u8(16).u8(30).zeros(14), unfit);
+        socket("local socket", b.u8(9).u8(1).text("/run/x").u8(0).text("..."),
+               "AF_UNIX:\"/run/x\"");
+        socket("local socket, ended by its length", b.u8(6).u8(1).text("/run/x"),
+               "AF_UNIX:\"/run\"");
+        const auto link = [&b](std::uint8_t name, std::uint8_t address) -> ByteBuilder& {
+            b.u8(16).u8(18).u16(4).u8(6).u8(name).u8(address).u8(0);
+            return b.text(std::string_view("en0").substr(0, name)).bytes(counted(address));
+        };
+        socket("interface with an address", link(3, 5), "0:1:2:3:4%en0");
+        socket("interface without name", link(0, 8), "0:1:2:3:4:5:6:7%4");
+        socket("interface without address", link(3, 0).zeros(5), "en0");
+        socket("interface with neither", link(0, 0).zeros(8), unfit);
+        socket("interface longer than its socket", link(3, 6),
+               "<decode: mismatch for [%{sockaddr}.*P] got [DATA sz:17]>");
+        socket("socket of an unknown family", b.u8(16).u8(17).zeros(14), unfit);
         row("no socket address", "%{sockaddr}.*P", {count(0), noBytes(ItemKind::Data)}, "<NULL>");
         row("resolver's address", "%{mdnsresponder:ip_addr}.20P",
             {count(8), built(b.u32(4).bytes(Bytes{1, 2, 3, 4}))}, "1.2.3.4");
@@ -266,10 +334,21 @@ private Q_SLOTS:
         row("names that have no effect", "%{public}s %{private, name=x}d %{xcode:size-in-bytes}d",
             {text("a"), number<i32>(1), number<i32>(2)}, "a 1 2");
         row("capitals matter", "%{PUBLIC}s %{Bool}d", {text("a"), number<i32>(1)}, "a 1");
-        row("first that applies", "%{public, bool, BOOL}d", {number<i32>(1)}, "true");
-        row("spaces around commas", "%{ public , BOOL }d", {number<i32>(1)}, "YES");
+        row("last that is known counts",
+            "%{bool, BOOL}d %{BOOL,public,name=x,mask.x,auto,Name:y,,}d",
+            {number<i32>(1), number<i32>(1)}, "YES YES");
+        row("unknown one after a known one", "%{BOOL,foo}d %{foo,BOOL}d",
+            {number<i32>(1), number<i32>(1)}, "1 YES");
+        row("spaces before and after", "%{ public ,  BOOL}d %{BOOL }d",
+            {number<i32>(1), number<i32>(1)}, "YES 1");
         row("prefix of the system's own", "%{builtin:bool}d", {number<i32>(1)}, "true");
-        row("for numbers, on a text", "%{bool}s", {text("abc")}, "abc");
+        row("one of the system, on what it is not for", "%{bool}s %{bytes}f %{uuid_t}s %{in_addr}s",
+            {text("abc"), number(1.5), text("abc"), number<i32>(1)},
+            "<decode: mismatch for [%{bool}s] got [STRING sz:4]> "
+            "<decode: mismatch for [%{bytes}f] got [SCALAR sz:8]> "
+            "<decode: mismatch for [%{uuid_t}s] got [STRING sz:4]> "
+            "<decode: mismatch for [%{in_addr}s] got [SCALAR sz:4]>");
+        row("one of a framework, on what it is not for", "%{mdns:yesno}s", {text("abc")}, "abc");
         row("on a private value that was not kept", "%{private, uuid_t}.16P",
             {count(16), redacted(ItemKind::Data)}, "<private>");
         row("on a private value that was kept", "%{private, bool}d",

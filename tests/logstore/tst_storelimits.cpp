@@ -194,7 +194,8 @@ private Q_SLOTS:
         std::vector<ChunkSet> sets(1);
         for (std::uint32_t i = 0; i < count; ++i) {
             Oversize oversize{.process = store.process.key, .time = 100 + i, .reference = i};
-            oversize.items = {text(std::to_string(i) + std::string(60'000, ' '))};
+            const std::string spaces(30'000, ' ');
+            oversize.items = {text(std::to_string(i) + spaces), text(spaces)};
             early.chunks.insert(reversed ? early.chunks.begin() : early.chunks.end(), oversize);
             Record record = store.message(100 + i, "%s");
             record.oversize = i;

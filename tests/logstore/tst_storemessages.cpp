@@ -55,7 +55,8 @@ private Q_SLOTS:
         row("flags, width and precision", "[%5d] [%-5d] [%05d] [%+d] [% d] [%6.3d] [%.4d] [%08.3f]",
             flags, "[   42] [42   ] [00042] [+42] [ 42] [   042] [0042] [0003.142]");
         row("precision switches zeros off", "[%06.3d]", {number<i32>(42)}, "[   042]");
-        row("zero with precision zero", "[%.0d]", {number<i32>(0)}, "[0]");
+        row("zero with precision zero", "[%5.0d] [%+.d] [0x%.0x] [%#.0o] [%.0u]",
+            Items(5, number<i32>(0)), "[     ] [+] [0x] [0] []");
         row("grouping is ignored", "%'d", {number<i32>(1234567)}, "1234567");
         row("sizes of signed numbers", "%d %i %D %lld",
             {number<std::int8_t>(-1), number<std::int16_t>(-300), number<i32>(-70000),
@@ -73,6 +74,8 @@ private Q_SLOTS:
              number<u32>(8), number<u32>(8)},
             "beef BEEF 0xff 0XFF 10 010");
         row("zero has no prefix", "%#x %#o", {number<u32>(0), number<u32>(0)}, "0 0");
+        row("octal prefix is one of the digits", "%#.3o %#.2o", Items(2, number<u32>(8)),
+            "010 010");
         row("negative hexadecimal", "%x", {number<i32>(-1)}, "ffffffff");
         row("pointers", "%p %p", {number<u64>(0xABC180E00), number<u64>(0)}, "0xabc180e00 0x0");
         row("pointer with width", "[%14p]", {number<u64>(0x1000)}, "[        0x1000]");
@@ -84,8 +87,10 @@ private Q_SLOTS:
             "5.000000E-01 1E-10");
         row("single precision", "%f %.2f", {number(0.5F), number(2.25F)}, "0.500000 2.25");
         row("hexadecimal floating point", "%a %A", {number(1.0), number(0.5)}, "0x1p+0 0X1P-1");
-        row("not finite", "%f %f", {number(double(INFINITY)), number(-double(INFINITY))},
-            "inf -inf");
+        row("not finite", "[%+f] [%06F] [%+5f] [% g]",
+            {number(double(INFINITY)), number(-double(INFINITY)), number(-double(NAN)),
+             number(double(NAN))},
+            "[+inf] [  -INF] [  nan] [nan]");
         row("precision of a floating point number", "[%8.2f] [%-8.1f]",
             {number(3.14159), number(2.0)}, "[    3.14] [2.0     ]");
         row("error numbers", "%m; %m; %m", {errorNumber(2), number<i32>(61), errorNumber(0)},
@@ -109,6 +114,8 @@ private Q_SLOTS:
         row("no text", "%s", {noBytes(ItemKind::Text)}, "(null)");
         row("object", "%@", {object("<Thing: 0x1>")}, "<Thing: 0x1>");
         row("no object", "%@", {noBytes(ItemKind::Object)}, "(null)");
+        row("no text with a precision of zero", "[%.0s] [%.*@]",
+            {noBytes(ItemKind::Text), count(0), noBytes(ItemKind::Object)}, "[] []");
         row("wide text", "%S", {wideText(U"wide ü 😀")}, "wide ü 😀");
         row("text as recent systems store it", "%s",
             {item(ItemKind::RecentText, Privacy::Public, {'n', 'e', 'w', 0})}, "new");
@@ -120,22 +127,66 @@ private Q_SLOTS:
             {item(ItemKind::Text, Privacy::Public, {'a', 0xff, 'b', 0})},
             "a\xEF\xBF\xBD"
             "b");
-        row("width of a text", "[%5s] [%-5s]", {text("ab"), text("ab")}, "[   ab] [ab   ]");
+        row("width of a text, in bytes", "[%5s] [%-5s] [%8s]",
+            {text("ab"), text("ab"), text("Grüße")}, "[   ab] [ab   ] [ Grüße]");
         row("width and pointer as seen", "%25s:%-5d (%p)",
             {text("ACMP4AACBaseDecoder.cpp"), number<i32>(310), number<u64>(0xabc180e00)},
             "  ACMP4AACBaseDecoder.cpp:310   (0xabc180e00)");
         row("precision cuts a text", "%.3s", {text("abcdef")}, "abc");
         row("precision of zero does not", "%.0s", {text("abcdef")}, "abcdef");
         row("precision does not cut an object", "%.2@", {object("abcdef")}, "abcdef");
-        row("bytes", "%.4P", {count(4), bytes(Bytes{0xca, 0xfe, 0x00, 0x26})}, "CAFE0026");
+        row("bytes", "%.4P %.*P",
+            {count(4), bytes(Bytes{0xca, 0xfe, 0x00, 0x26}), count(0), bytes(Bytes{})},
+            "'CA FE 00 26' ''");
         row("width of bytes", "[%8.2P] [%-8.2P]",
             {count(2), bytes(Bytes{0xab, 0xcd}), count(2), bytes(Bytes{0xab, 0xcd})},
-            "[    ABCD] [ABCD    ]");
+            "[ 'AB CD'] ['AB CD' ]");
         row("several values in their places", "%s %@ %s",
             {text("one"), object("two"), text("three")}, "one two three");
     }
 
     void texts() { compareMessage(); }
+
+    void storedInPart_data()
+    {
+        addColumns();
+        const auto cutText = [](Bytes value) {
+            return cut(item(ItemKind::Text, Privacy::Public, std::move(value)));
+        };
+        row("cut text", "%s|%@", {cutText({'a', 'b'}), cut(object("cd", Privacy::None))},
+            "ab<…>|cd<…>");
+        row("cut within a character", "%s %s %s",
+            {cutText({'a', 0xc3}), cutText({'b', 0xf0, 0x9f, 0x98}), cutText({0xe2, 0x82})},
+            "a<…> b<…> <…>");
+        row("cut after a character, whole or broken", "%s %s",
+            {cutText({0xe2, 0x82, 0xac}), cutText({0xe2, 'x'})}, "€<…> \xEF\xBF\xBDx<…>");
+        row("nothing left", "%s %@ %.0s",
+            {cutText({}), cut(noBytes(ItemKind::Object)), cutText({})}, "<…> <…> <…>");
+        row("cut wide text", "%S",
+            {cut(item(ItemKind::WideText, Privacy::Public, {'w', 0, 0, 0, 'x', 0}))}, "w<…>");
+        row("precision that cuts further", "%.2s %.3s %.4@",
+            {cutText({'a', 'b', 'c'}), cutText({'a', 'b', 'c'}), cut(object("abcdef"))},
+            "ab abc<…> abcdef<…>");
+        row("width of a cut text", "[%9s]", {cutText({'a', 'b'})}, "[  ab<…>]");
+        row("cut bytes", "%.*P %.*P",
+            {count(9), cut(bytes(counted(2))), count(9), cut(bytes(Bytes{}))}, "'00 01…' '…'");
+        row("cut path", "%{location:escape_only}s", {cutText({'/', 'a', 0xc3})}, "\"\\/a<…>\"");
+        // The values area of these holds "abc" and its zero byte.
+        row("range that begins outside", "%s %{public}@",
+            {text("abc"), rawItem(0x42, {5, 0, 0, 0})},
+            "abc <decode: bad range for [%{public}@] got [offs:5 len:0 within:4]>");
+        row("range far outside", "%s", {rawItem(0x22, {0xf0, 0xff, 0xff, 0x7f})},
+            "<decode: bad range for [%s] got [offs:65520 len:32767 within:0]>");
+        row("range that ends outside, marked as cut", "%s %5s",
+            {text("abc"), rawItem(0x22, {1, 0, 4, 0x80})},
+            "abc <decode: bad range for [%5s] got [offs:1 len:4 within:4]>");
+        row("range at the very end", "%s %s", {text("abc"), rawItem(0x22, {4, 0, 0, 0})},
+            "abc (null)");
+        row("hash outside", "%s", {rawItem(0xf2, {0, 0, 16, 0})},
+            "<decode: bad range for [%s] got [offs:0 len:16 within:0]>");
+    }
+
+    void storedInPart() { compareMessage(); }
 
     void mismatches_data()
     {
@@ -165,7 +216,9 @@ private Q_SLOTS:
     void privacy_data()
     {
         addColumns();
-        const Item marked = rawItem(0x21, {0, 0, 5, 0x80});
+        const Item cutAfterTwo = rawItem(0x21, {0, 0, 2, 0x80});
+        const Item cutNumber = rawItem(0x01, {0, 0, 0, 0x80});
+        const Item outside = rawItem(0x24, {0xff, 0, 1, 0});
         const Item even = Item{0x24, Item::Place::Values, {'x', 0}};
         row("private, not kept", "<%s> %@ %d",
             {redacted(ItemKind::Text), redacted(ItemKind::Object), redacted(ItemKind::Number)},
@@ -177,19 +230,20 @@ private Q_SLOTS:
             "one two three");
         row("private number that was kept", "%d", {number<i32>(-42, Privacy::Private)}, "-42");
         row("private bytes that were kept", "%.2P",
-            {count(2), bytes(Bytes{0xab, 0xcd}, Privacy::Private)}, "ABCD");
+            {count(2), bytes(Bytes{0xab, 0xcd}, Privacy::Private)}, "'AB CD'");
         row("private wide text that was kept", "%S", {wideText(U"ß", Privacy::Private)}, "ß");
         row("private error number that was kept", "%m", {errorNumber(2, Privacy::Private)},
             "No such file or directory");
-        row("marked as not kept", "%s %s", {marked, text("kept", Privacy::Private)},
-            "<private> kept");
+        row("private, marked as cut", "%s %s %d",
+            {cutAfterTwo, text("kept", Privacy::Private), cutNumber}, "ke<…> kept <private>");
         row("public beside private", "%s %s", {text("shown"), redacted(ItemKind::Text)},
             "shown <private>");
         row("width does not apply", "[%20s]", {redacted(ItemKind::Text)}, "[<private>]");
         row("sensitive, not kept", "%s", {redacted(ItemKind::Text, Privacy::Sensitive)},
             "<private>");
         row("sensitive, kept", "%s", {text("secret", Privacy::Sensitive)}, "<private>");
-        row("sensitive by its bit alone", "%s", {even}, "<private>");
+        row("sensitive by its bit alone", "%s %s", {even, outside}, "<private> <private>");
+        row("sensitive number", "%d", {rawItem(0x05, {0, 0, 0, 0})}, "<private>");
         row("masked", "%{private, mask.hash}s", {maskName("hash"), masked(counted(16))},
             "<mask.hash: 'AAECAwQFBgcICQoLDA0ODw=='>");
         row("masked with padding of one", "%s", {masked(counted(2))}, "<mask.hash: 'AAE='>");
@@ -202,6 +256,8 @@ private Q_SLOTS:
             "<mask.hash: (null)> <mask.hash: (null)>");
         row("mask on no bytes", "%{mask.hash}.4P", {noBytes(ItemKind::Data)},
             "<mask.hash: (null)>");
+        row("mask on a value of which nothing is left", "%{mask.hash}s",
+            {cut(noBytes(ItemKind::Text))}, "<…>");
         row("mask on a value that was kept", "%{mask.hash}s", {maskName("hash"), text("abc")},
             "abc");
     }

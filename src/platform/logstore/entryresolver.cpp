@@ -252,13 +252,12 @@ void EntryResolver::readItems(RecordState& state)
                              state.fields.oversizeReference, state.file, state.continuousTime});
         if (!body.empty()) {
             const OversizeChunk oversize = OversizeChunk::read(body);
-            m_items.read(oversize.publicData, oversize.privateData, true);
+            m_items.read(oversize.publicData, oversize.privateData);
         }
     } else if (isLog) {
         const bool hasPrivate = (state.head.flags & HasPrivateRange) != 0;
         m_items.read(state.fields.items,
-                     hasPrivate ? state.chunk->firehose.privateData(state.fields) : Bytes{},
-                     hasPrivate);
+                     hasPrivate ? state.chunk->firehose.privateData(state.fields) : Bytes{});
     }
 }
 

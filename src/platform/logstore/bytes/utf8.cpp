@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/logstore/bytes/utf8.h"
 
+#include <algorithm>
+
 namespace logstore {
 
 namespace {
@@ -87,6 +89,18 @@ bool isValidUtf8(std::string_view text)
         at += asciiPrefix(text.substr(at));
     }
     return true;
+}
+
+std::size_t incompleteTail(std::string_view text)
+{
+    constexpr std::size_t longestTail = 3;
+    for (std::size_t tail = 1; tail <= std::min(longestTail, text.size()); ++tail) {
+        const Sequence sequence = sequenceAt(text, text.size() - tail);
+        const bool isLead = byteAt(text, text.size() - tail) >= 0xc2;
+        if (isLead)
+            return !sequence.valid && sequence.length == tail ? tail : 0;
+    }
+    return 0;
 }
 
 void appendUtf8(std::string& out, std::string_view text)

@@ -14,6 +14,9 @@ std::string_view cString(Bytes bytes);
 /// True when `text` is ASCII or well-formed UTF-8.
 bool isValidUtf8(std::string_view text);
 
+/// How many bytes at the end begin a character without completing it.
+std::size_t incompleteTail(std::string_view text);
+
 /// Appends `text` with each maximal ill-formed part replaced by U+FFFD.
 void appendUtf8(std::string& out, std::string_view text);
 

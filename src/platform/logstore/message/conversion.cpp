@@ -1,36 +1,23 @@
 // SPDX-License-Identifier: MIT
+#include "platform/logstore/message/conversion.h"
+
 #include "platform/logstore/bytes/utf8.h"
-#include "platform/logstore/message/nametables.h"
-#include "platform/logstore/message/renderer.h"
+#include "platform/logstore/message/errornames.h"
 #include "platform/logstore/message/textoutput.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace logstore {
 
 namespace {
 
-/// Width, precision and justification as they are in force for one argument.
-struct Field
-{
-    const Conversion& conversion;
-    std::int32_t width;
-    bool leftJustified;
-    std::int32_t precision;
-};
-
-std::size_t codePointCount(std::string_view text)
-{
-    return static_cast<std::size_t>(
-        std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xc0) != 0x80; }));
-}
-
-/// Pads what was written from `start` on to the field's width.
+/// Pads what was written from `start` on to the field's width, which counts bytes.
 void pad(std::string& out, std::size_t start, const Field& field)
 {
     if (field.width <= 0)
         return;
-    const std::size_t length = codePointCount(std::string_view(out).substr(start));
+    const std::size_t length = out.size() - start;
     const auto width = static_cast<std::size_t>(field.width);
     if (length >= width)
         return;
@@ -38,29 +25,6 @@ void pad(std::string& out, std::size_t start, const Field& field)
         out.append(width - length, ' ');
     else
         out.insert(start, width - length, ' ');
-}
-
-void appendMismatch(std::string& out, const Conversion& conversion, const Item& item)
-{
-    const char* kind = "UNKNOWN";
-    switch (item.kind()) {
-    case ItemKind::Number:
-    case ItemKind::Count: kind = "SCALAR"; break;
-    case ItemKind::Text:
-    case ItemKind::TextToo: kind = "STRING"; break;
-    case ItemKind::Data: kind = "DATA"; break;
-    case ItemKind::Object: kind = "OBJECT"; break;
-    case ItemKind::WideText: kind = "WIDESTRING"; break;
-    case ItemKind::ErrorNumber: kind = "ERRNO"; break;
-    default: break;
-    }
-    out += "<decode: mismatch for [";
-    out += conversion.text;
-    out += "] got [";
-    out += kind;
-    out += " sz:";
-    appendDecimal(out, item.bytes.size());
-    out += "]>";
 }
 
 struct Integer
@@ -111,6 +75,12 @@ void appendDigits(std::string& out,
         out.append(blanks, ' ');
 }
 
+/// The digits; none of a zero with precision 0.
+std::string_view significant(std::string_view digits, const Field& field)
+{
+    return field.precision == 0 && digits == "0" ? std::string_view() : digits;
+}
+
 void appendSigned(std::string& out, const Field& field, Bytes bytes)
 {
     const Integer value = integerOf(field.conversion, bytes, true);
@@ -121,22 +91,25 @@ void appendSigned(std::string& out, const Field& field, Bytes bytes)
                                   : field.conversion.plusSign  ? "+"
                                   : field.conversion.spaceSign ? " "
                                                                : "";
-    appendDigits(out, field, sign, {digits, end});
+    appendDigits(out, field, sign, significant({digits, end}, field));
 }
 
 void appendUnsigned(std::string& out, const Field& field, Bytes bytes, int base)
 {
     const Integer value = integerOf(field.conversion, bytes, false);
-    char digits[24];
-    char* end = std::to_chars(digits, digits + sizeof digits, value.bits, base).ptr;
+    char digits[25] = "0"; // room for the zero of an octal number
+    char* const start = digits + 1;
+    char* end = std::to_chars(start, digits + sizeof digits, value.bits, base).ptr;
     const bool upperCase = field.conversion.letter == 'X';
     if (upperCase)
-        std::transform(digits, end, digits,
+        std::transform(start, end, start,
                        [](char c) { return c >= 'a' ? static_cast<char>(c - 'a' + 'A') : c; });
-    std::string_view prefix;
-    if (field.conversion.alternate && value.bits != 0)
-        prefix = base == 16 ? (upperCase ? "0X" : "0x") : base == 8 ? "0" : "";
-    appendDigits(out, field, prefix, {digits, end});
+    const bool alternate = field.conversion.alternate;
+    if (alternate && base == 8)
+        return appendDigits(out, field, "", {value.bits == 0 ? start : digits, end});
+    const bool prefixed = alternate && base == 16 && value.bits != 0;
+    appendDigits(out, field, prefixed ? (upperCase ? "0X" : "0x") : "",
+                 significant({start, end}, field));
 }
 
 void appendPointer(std::string& out, const Field& field, Bytes bytes)
@@ -171,12 +144,13 @@ void appendFloat(std::string& out, const Field& field, const Item& item)
         return;
     }
     const Conversion& conversion = field.conversion;
+    const bool isNumber = !std::isnan(value);
     std::string format = "%";
     if (field.leftJustified)
         format += '-';
-    if (conversion.plusSign)
+    if (conversion.plusSign && isNumber)
         format += '+';
-    if (conversion.spaceSign)
+    if (conversion.spaceSign && isNumber)
         format += ' ';
     if (conversion.alternate)
         format += '#';
@@ -191,7 +165,7 @@ void appendFloat(std::string& out, const Field& field, const Item& item)
     format += conversion.letter;
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
-    appendFormatted(out, format.c_str(), value);
+    appendFormatted(out, format.c_str(), isNumber ? value : std::fabs(value));
 #pragma GCC diagnostic pop
 }
 
@@ -205,24 +179,26 @@ void appendError(std::string& out, const Field& field, Bytes bytes)
 void appendText(std::string& out, const Field& field, const Item& item)
 {
     const std::size_t start = out.size();
-    if (item.bytes.empty())
+    const bool limited = field.conversion.letter != '@' && field.precision > 0;
+    if (!item.bytes.empty() || item.state == ItemState::Cut)
+        appendItemText(out, item,
+                       limited ? static_cast<std::size_t>(field.precision)
+                               : std::string_view::npos);
+    else if (field.precision != 0)
         out += "(null)";
-    else if (item.kind() == ItemKind::WideText)
-        appendUtf32(out, item.bytes);
-    else {
-        std::string_view text = cString(item.bytes);
-        const bool cuts = field.conversion.letter != '@' && field.precision > 0;
-        if (cuts)
-            text = text.substr(0, static_cast<std::size_t>(field.precision));
-        appendUtf8(out, text);
-    }
     pad(out, start, field);
 }
 
-void appendBytes(std::string& out, const Field& field, Bytes bytes)
+void appendBytes(std::string& out, const Field& field, const Item& item)
 {
     const std::size_t start = out.size();
-    appendHex(out, bytes, true);
+    out += '\'';
+    for (std::size_t i = 0; i < item.bytes.size(); ++i) {
+        if (i > 0)
+            out += ' ';
+        appendHex(out, item.bytes.subspan(i, 1), true);
+    }
+    out += item.state == ItemState::Cut ? "…'" : "'";
     pad(out, start, field);
 }
 
@@ -253,19 +229,13 @@ void appendNumber(std::string& out, const Field& field, const Item& item)
 
 } // namespace
 
-void appendByLetter(std::string& out,
-                    const Conversion& conversion,
-                    const Item& item,
-                    std::int32_t width,
-                    bool leftJustified,
-                    std::int32_t precision)
+void appendByLetter(std::string& out, const Field& field, const Item& item)
 {
-    const Field field{conversion, width, leftJustified, precision};
     const ItemKind kind = item.kind();
     const bool isText = kind == ItemKind::Text || kind == ItemKind::TextToo
                         || kind == ItemKind::Object || kind == ItemKind::Data;
     bool fits = false;
-    switch (conversion.letter) {
+    switch (field.conversion.letter) {
     case 's':
     case 'S':
     case '@':
@@ -276,7 +246,7 @@ void appendByLetter(std::string& out,
     case 'P':
         fits = isText;
         if (fits)
-            appendBytes(out, field, item.bytes);
+            appendBytes(out, field, item);
         break;
     case 'm':
         fits = kind == ItemKind::Number || kind == ItemKind::ErrorNumber;
@@ -290,7 +260,7 @@ void appendByLetter(std::string& out,
         break;
     }
     if (!fits)
-        appendMismatch(out, conversion, item);
+        appendMismatch(out, field.conversion.text, item);
 }
 
 } // namespace logstore

@@ -3,79 +3,40 @@
 
 #include "platform/logstore/message/items.h"
 
-#include <optional>
 #include <string>
 #include <string_view>
 
 namespace logstore {
 
-struct Conversion;
+struct Decoration;
 
-enum class DecorationKind : std::uint8_t {
-    LowerCaseBool,
-    UpperCaseBool,
-    ErrorNumber,
-    FileMode,
-    Signal,
-    Time,
-    TimeWithMicroseconds,
-    TimeWithNanoseconds,
-    ByteCount,
-    BinaryByteCount,
-    BitRate,
-    BinaryBitRate,
-    Uuid,
-    Ipv4Address,
-    Ipv6Address,
-    SocketAddress,
-    MdnsIpAddress,
-    MdnsMacAddress,
-    MdnsDomainName,
-    LocationAuthorization,
-    LocationReachability,
-    LocationSubHarvester,
-    LocationIoMessage,
-    LocationSqliteResult,
-    LocationEscape,
-    LocationClientManagerState,
-    LocationManagerState,
-    LocationDaemonStatus,
-    MdnsYesNo,
-    MdnsAcceptable,
-    MdnsAddRemove,
-    MdnsRecordType,
-    MdnsNegativeReason,
-    MdnsProtocol,
-    MdnsAddressOptions,
-    MdnsCounts,
-    MdnsIdFlags,
-    MdnsHeader,
-    DirectoryIdType,
-    DirectoryError,
-    DirectoryMemberDetails,
-    DirectorySid,
-    Signpost
-};
-
-/// A word between the braces of a conversion that changes how its argument is shown.
-struct Decoration
+/// What the words between the braces of a conversion ask for.
+struct Decorations
 {
-    DecorationKind kind;
-    std::string_view label; ///< of Signpost: the part before the colon
-    std::string_view key;   ///< of Signpost: the part after it
+    /// The decoration that counts: the last one that is not about privacy, masks or signposts. None
+    /// when there is none, or when it is not known.
+    const Decoration* decoration = nullptr;
+    bool masked = false; ///< has a "mask.…" decoration
+
+    /// The parts of "signpost.telemetry:KEY"; empty for arguments that are no signpost's value.
+    std::string_view signpostLabel;
+    std::string_view signpostKey;
+
+    /// `words`: what stands between the braces. The texts refer to it. Names are compared with
+    /// case; a "builtin:" in front does not count.
+    static Decorations parse(std::string_view words);
 };
 
-/// The decoration of that name (trimmed), or nothing for one without effect. Names are compared
-/// with case; a "builtin:" in front does not count.
-std::optional<Decoration> decorationNamed(std::string_view name);
+enum class DecorationResult : std::uint8_t {
+    Written,
+    NotDecorated, ///< to be shown as the conversion's letter shows it
+    Mismatch,     ///< not what the decoration stands for
+    Unsupported,  ///< a size or shape that the decoration has no text for
+};
 
-/// Appends the argument as the decoration shows it; `precision` is the one in force, for values
-/// that are shown as their letter shows them. Returns false, having written nothing, when the
-/// decoration does not apply to an argument of this kind.
-bool appendDecorated(std::string& out,
-                     const Decoration& decoration,
-                     const Conversion& conversion,
-                     const Item& item,
-                     std::int32_t precision);
+/// Appends the argument as the decoration shows it, or nothing unless the result is Written.
+/// `letter` is that of the conversion.
+DecorationResult
+appendDecorated(std::string& out, const Decoration& decoration, char letter, const Item& item);
 
 } // namespace logstore

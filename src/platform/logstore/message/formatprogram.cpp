@@ -12,14 +12,6 @@ bool isDigit(char c)
     return c >= '0' && c <= '9';
 }
 
-std::string_view trimmed(std::string_view text)
-{
-    const std::size_t first = text.find_first_not_of(' ');
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 /// Reads one conversion at a percent sign.
 class ConversionParser
 {
@@ -67,19 +59,9 @@ private:
         if (m_lastBrace == std::string_view::npos || m_lastBrace < m_at)
             return false;
         const std::size_t close = m_text.find('}', m_at);
-        std::string_view words = m_text.substr(m_at + 1, close - m_at - 1);
+        conversion.decorations = Decorations::parse(m_text.substr(m_at + 1, close - m_at - 1));
         m_at = m_braceEnd = close + 1;
-        while (true) {
-            const std::size_t comma = words.find(',');
-            const std::string_view word = trimmed(words.substr(0, comma));
-            if (word.starts_with("mask."))
-                conversion.masked = true;
-            else if (const auto decoration = decorationNamed(word))
-                conversion.decorations.push_back(*decoration);
-            if (comma == std::string_view::npos)
-                return true;
-            words.remove_prefix(comma + 1);
-        }
+        return true;
     }
 
     void readFlags(Conversion& conversion)
@@ -174,11 +156,8 @@ FormatProgram::FormatProgram(std::string text) : m_text(std::move(text))
 
 std::size_t FormatProgram::bytes() const
 {
-    std::size_t bytes = sizeof *this + m_text.capacity() + m_steps.capacity() * sizeof(Step)
-                        + m_conversions.capacity() * sizeof(Conversion);
-    for (const Conversion& conversion : m_conversions)
-        bytes += conversion.decorations.capacity() * sizeof(Decoration);
-    return bytes;
+    return sizeof *this + m_text.capacity() + m_steps.capacity() * sizeof(Step)
+           + m_conversions.capacity() * sizeof(Conversion);
 }
 
 } // namespace logstore

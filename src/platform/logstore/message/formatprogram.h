@@ -26,11 +26,10 @@ struct Conversion
     bool spaceSign = false;
     bool alternate = false;
     bool zeroPadded = false;
-    bool masked = false; ///< has a "mask.…" decoration
     std::int32_t width = none;
     std::int32_t precision = none;
-    std::vector<Decoration> decorations; ///< those that have an effect, in order
-    std::string_view text;               ///< the conversion as written
+    Decorations decorations;
+    std::string_view text; ///< the conversion as written
 };
 
 /// A format string, parsed once: what is written as it stands and what is filled in, in order.

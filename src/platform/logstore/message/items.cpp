@@ -6,7 +6,7 @@ namespace logstore {
 namespace {
 
 constexpr std::uint8_t publicNumber = 0x02;
-constexpr std::uint16_t redactedSize = 0x8000;
+constexpr std::uint16_t cutMark = 0x8000; ///< of a range's size
 
 bool standsInline(const Item& item)
 {
@@ -19,9 +19,47 @@ bool standsInline(const Item& item)
     }
 }
 
+// offset  size  field
+//      0     2  offset of the value in its area
+//      2     2  size of the value; the top bit marks a value that was cut
+struct Range
+{
+    explicit Range(Bytes payload)
+        : offset(loadAt<std::uint16_t>(payload))
+        , size(loadAt<std::uint16_t>(payload, 2) & ~cutMark)
+        , state((loadAt<std::uint16_t>(payload, 2) & cutMark) != 0 ? ItemState::Cut
+                                                                   : ItemState::Whole)
+    {
+    }
+
+    std::uint16_t offset;
+    std::uint16_t size;
+    ItemState state;
+};
+
+/// A private value: its bytes as far as they were stored.
+Item privateItem(std::uint8_t type, const Range& range, Bytes privateData)
+{
+    const Bytes bytes = clipped(privateData, range.offset, range.size);
+    return {
+        .type = type, .state = bytes.empty() ? ItemState::Redacted : range.state, .bytes = bytes};
+}
+
+/// A value outside its area is not clipped: the bytes there are another's.
+Item publicItem(std::uint8_t type, const Range& range, Bytes values)
+{
+    if (std::size_t{range.offset} + range.size > values.size())
+        return {.type = type,
+                .state = ItemState::OutOfRange,
+                .offset = range.offset,
+                .size = range.size,
+                .within = static_cast<std::uint16_t>(values.size())};
+    return {.type = type, .state = range.state, .bytes = values.subspan(range.offset, range.size)};
+}
+
 } // namespace
 
-void Items::read(Bytes data, Bytes privateData, bool hasPrivateData)
+void Items::read(Bytes data, Bytes privateData)
 {
     m_count = 0;
     if (data.size() < 2)
@@ -32,7 +70,7 @@ void Items::read(Bytes data, Bytes privateData, bool hasPrivateData)
         const std::size_t size = data[at + 1];
         if (data.size() - at - 2 < size)
             break;
-        m_items[m_count++] = Item{data[at], false, data.subspan(at + 2, size)};
+        m_items[m_count++] = Item{.type = data[at], .bytes = data.subspan(at + 2, size)};
         at += 2 + size;
     }
 
@@ -41,15 +79,10 @@ void Items::read(Bytes data, Bytes privateData, bool hasPrivateData)
         Item& item = m_items[i];
         if (standsInline(item) || item.bytes.size() != 4)
             continue;
-        const auto offset = loadAt<std::uint16_t>(item.bytes, 0);
-        const auto size = loadAt<std::uint16_t>(item.bytes, 2);
-        if (item.privacy() % 2 == 0) {
-            item.bytes = clipped(values, offset, size);
-        } else {
-            const bool kept = hasPrivateData && (size & redactedSize) == 0;
-            item.bytes = kept ? clipped(privateData, offset, size) : Bytes{};
-            item.redacted = item.bytes.empty();
-        }
+        const Range range(item.bytes);
+        const bool isPrivate = item.privacy() % 2 != 0;
+        item = isPrivate ? privateItem(item.type, range, privateData)
+                         : publicItem(item.type, range, values);
     }
 }
 
@@ -67,7 +100,7 @@ void Items::readTrace(Bytes data)
         const Bytes value = values.take(size);
         if (!values.ok())
             return;
-        m_items[m_count++] = Item{publicNumber, false, value};
+        m_items[m_count++] = Item{.type = publicNumber, .bytes = value};
     }
 }
 

@@ -21,12 +21,23 @@ enum class ItemKind : std::uint8_t {
     Masked = 0xf
 };
 
+/// What became of an argument's value.
+enum class ItemState : std::uint8_t {
+    Whole,
+    Cut,       ///< only its beginning was stored, for lack of room
+    Redacted,  ///< private, and not stored
+    OutOfRange ///< stored at a place that the record does not have
+};
+
 /// One argument of a message.
 struct Item
 {
     std::uint8_t type = 0;
-    bool redacted = false;
-    Bytes bytes; ///< the value itself: of a number its bytes, of the others what its range holds
+    ItemState state = ItemState::Whole;
+    std::uint16_t offset = 0; ///< of the range, when it is out of range
+    std::uint16_t size = 0;   ///< of the range, when it is out of range
+    std::uint16_t within = 0; ///< size of the area that the range should lie in
+    Bytes bytes{}; ///< the value: of a number its bytes, of the others what its range holds
 
     ItemKind kind() const { return static_cast<ItemKind>(type >> 4); }
     std::uint8_t privacy() const { return type & 15; }
@@ -61,8 +72,8 @@ class Items
 {
 public:
     /// Reads the items of a log or signpost record. `privateData` is the record's own part of the
-    /// private area; `hasPrivateData` is false when the record has none.
-    void read(Bytes data, Bytes privateData, bool hasPrivateData);
+    /// private area, empty when it has none.
+    void read(Bytes data, Bytes privateData);
 
     /// Reads the values of a trace record, which stand before their sizes and their count.
     void readTrace(Bytes data);

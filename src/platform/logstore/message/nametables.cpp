@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/logstore/message/nametables.h"
 
-#include "platform/logstore/message/textoutput.h"
-
 #include <algorithm>
 #include <array>
 
@@ -25,157 +23,7 @@ std::string_view find(const std::array<Named, count>& sortedTable, std::uint64_t
     return found != sortedTable.end() && found->number == number ? found->name : std::string_view();
 }
 
-constexpr std::array<std::string_view, 107> errorTexts{{
-    "Undefined error: 0",
-    "Operation not permitted",
-    "No such file or directory",
-    "No such process",
-    "Interrupted system call",
-    "Input/output error",
-    "Device not configured",
-    "Argument list too long",
-    "Exec format error",
-    "Bad file descriptor",
-    "No child processes",
-    "Resource deadlock avoided",
-    "Cannot allocate memory",
-    "Permission denied",
-    "Bad address",
-    "Block device required",
-    "Resource busy",
-    "File exists",
-    "Cross-device link",
-    "Operation not supported by device",
-    "Not a directory",
-    "Is a directory",
-    "Invalid argument",
-    "Too many open files in system",
-    "Too many open files",
-    "Inappropriate ioctl for device",
-    "Text file busy",
-    "File too large",
-    "No space left on device",
-    "Illegal seek",
-    "Read-only file system",
-    "Too many links",
-    "Broken pipe",
-    "Numerical argument out of domain",
-    "Result too large",
-    "Resource temporarily unavailable",
-    "Operation now in progress",
-    "Operation already in progress",
-    "Socket operation on non-socket",
-    "Destination address required",
-    "Message too long",
-    "Protocol wrong type for socket",
-    "Protocol not available",
-    "Protocol not supported",
-    "Socket type not supported",
-    "Operation not supported",
-    "Protocol family not supported",
-    "Address family not supported by protocol family",
-    "Address already in use",
-    "Can't assign requested address",
-    "Network is down",
-    "Network is unreachable",
-    "Network dropped connection on reset",
-    "Software caused connection abort",
-    "Connection reset by peer",
-    "No buffer space available",
-    "Socket is already connected",
-    "Socket is not connected",
-    "Can't send after socket shutdown",
-    "Too many references: can't splice",
-    "Operation timed out",
-    "Connection refused",
-    "Too many levels of symbolic links",
-    "File name too long",
-    "Host is down",
-    "No route to host",
-    "Directory not empty",
-    "Too many processes",
-    "Too many users",
-    "Disc quota exceeded",
-    "Stale NFS file handle",
-    "Too many levels of remote in path",
-    "RPC struct is bad",
-    "RPC version wrong",
-    "RPC prog. not avail",
-    "Program version wrong",
-    "Bad procedure for program",
-    "No locks available",
-    "Function not implemented",
-    "Inappropriate file type or format",
-    "Authentication error",
-    "Need authenticator",
-    "Device power is off",
-    "Device error",
-    "Value too large to be stored in data type",
-    "Bad executable (or shared library)",
-    "Bad CPU type in executable",
-    "Shared library version mismatch",
-    "Malformed Mach-o file",
-    "Operation canceled",
-    "Identifier removed",
-    "No message of desired type",
-    "Illegal byte sequence",
-    "Attribute not found",
-    "Bad message",
-    "EMULTIHOP (Reserved)",
-    "No message available on STREAM",
-    "ENOLINK (Reserved)",
-    "No STR resources",
-    "Not a STREAM",
-    "Protocol error",
-    "STREAM ioctl timeout",
-    "Operation not supported on socket",
-    "Policy not found",
-    "State not recoverable",
-    "Previous owner died",
-    "Interface output queue is full",
-}};
-
-struct SignalNames
-{
-    std::string_view name;
-    std::string_view text;
-};
-
-// From signal 1 on.
-constexpr std::array<SignalNames, 31> signals{{
-    {"hup", "Hangup"},
-    {"int", "Interrupt"},
-    {"quit", "Quit"},
-    {"ill", "Illegal instruction"},
-    {"trap", "Trace/BPT trap"},
-    {"abrt", "Abort trap"},
-    {"emt", "EMT trap"},
-    {"fpe", "Floating point exception"},
-    {"kill", "Killed"},
-    {"bus", "Bus error"},
-    {"segv", "Segmentation fault"},
-    {"sys", "Bad system call"},
-    {"pipe", "Broken pipe"},
-    {"alrm", "Alarm clock"},
-    {"term", "Terminated"},
-    {"urg", "Urgent I/O condition"},
-    {"stop", "Suspended (signal)"},
-    {"tstp", "Suspended"},
-    {"cont", "Continued"},
-    {"chld", "Child exited"},
-    {"ttin", "Stopped (tty input)"},
-    {"ttou", "Stopped (tty output)"},
-    {"io", "I/O possible"},
-    {"xcpu", "Cputime limit exceeded"},
-    {"xfsz", "Filesize limit exceeded"},
-    {"vtalrm", "Virtual timer expired"},
-    {"prof", "Profiling timer expired"},
-    {"winch", "Window size changes"},
-    {"info", "Information request"},
-    {"usr1", "User defined signal 1"},
-    {"usr2", "User defined signal 2"},
-}};
-
+// Messages of I/O Kit services, kIOMessage… of IOMessage.h.
 constexpr std::array<Named, 24> ioMessages{{
     {0xe0000010, "ServiceIsTerminated"},     {0xe0000020, "ServiceIsSuspended"},
     {0xe0000030, "ServiceIsResumed"},        {0xe0000100, "ServiceIsRequestingClose"},
@@ -191,6 +39,7 @@ constexpr std::array<Named, 24> ioMessages{{
     {0xe0000340, "SystemCapabilityChange"},  {0xe0000350, "DeviceSignaledWakeup"},
 }};
 
+// Result codes of SQLite, from sqlite3.h.
 constexpr std::array<Named, 32> sqliteResults{{
     {0, "SQLITE_OK"},        {1, "SQLITE_ERROR"},         {2, "SQLITE_INTERNAL"},
     {3, "SQLITE_PERM"},      {4, "SQLITE_ABORT"},         {5, "SQLITE_BUSY"},
@@ -205,6 +54,7 @@ constexpr std::array<Named, 32> sqliteResults{{
     {101, "SQLITE_DONE"},    {266, "SQLITE IO ERR READ"},
 }};
 
+// Types of DNS resource records, as IANA assigns them.
 constexpr std::array<Named, 49> recordTypes{{
     {1, "A"},           {2, "NS"},      {5, "CNAME"},   {6, "SOA"},       {10, "NULL"},
     {12, "PTR"},        {13, "HINFO"},  {15, "MX"},     {16, "TXT"},      {17, "RP"},
@@ -218,6 +68,7 @@ constexpr std::array<Named, 49> recordTypes{{
     {256, "URI"},       {257, "CAA"},   {32768, "TA"},  {32769, "DLV"},
 }};
 
+// Errors of Open Directory, from its header CFOpenDirectoryConstants.h.
 constexpr std::array<Named, 64> directoryErrors{{
     {0, "ODNoError"},
     {2, "Not Found"},
@@ -285,6 +136,7 @@ constexpr std::array<Named, 64> directoryErrors{{
     {10003, "ODErrorPluginOperationTimeout"},
 }};
 
+// Whether an application may use locations: CLAuthorizationStatus of Core Location.
 constexpr std::array<Named, 5> authorizations{{
     {0, "Not Determined"},
     {1, "Restricted"},
@@ -293,6 +145,7 @@ constexpr std::array<Named, 5> authorizations{{
     {4, "Authorized When In Use"},
 }};
 
+// How the location daemon can be reached: names that it shows in its own messages.
 constexpr std::array<Named, 5> reachabilities{{
     {0, "Reachability Unavailable"},
     {1, "Reachability Small"},
@@ -301,22 +154,27 @@ constexpr std::array<Named, 5> reachabilities{{
     {1000, "Reachability Unachievable"},
 }};
 
-constexpr std::array<Named, 13> subHarvesters{{
-    {1, "Wifi"},
-    {2, "Tracks"},
-    {3, "Realtime"},
-    {4, "App"},
-    {5, "Pass"},
-    {6, "Indoor"},
-    {7, "Pressure"},
-    {8, "Poi"},
-    {9, "Trace"},
-    {10, "Avenger"},
-    {11, "Altimeter"},
-    {12, "Ionosphere"},
-    {13, "Unknown"},
+// Parts of the location daemon that collect samples. Systems of 2026 write 14 for "Unknown"; older
+// ones, which numbered from "Wifi" as 1, are shown by the same names.
+constexpr std::array<Named, 15> subHarvesters{{
+    {0, "CellLegacy"},
+    {1, "Cell"},
+    {2, "Wifi"},
+    {3, "Tracks"},
+    {4, "Realtime"},
+    {5, "App"},
+    {6, "Pass"},
+    {7, "Indoor"},
+    {8, "Pressure"},
+    {9, "Poi"},
+    {10, "Trace"},
+    {11, "Avenger"},
+    {12, "Altimeter"},
+    {13, "Ionosphere"},
+    {14, "Unknown"},
 }};
 
+// Why the resolver answers that a name does not exist.
 constexpr std::array<Named, 5> negativeReasons{{
     {1, "no-data"},
     {2, "nxdomain"},
@@ -325,12 +183,14 @@ constexpr std::array<Named, 5> negativeReasons{{
     {5, "server error"},
 }};
 
+// Transports of a DNS query.
 constexpr std::array<Named, 3> protocols{{
     {1, "UDP"},
     {2, "TCP"},
     {4, "HTTPS"},
 }};
 
+// Kinds of identifiers of users and groups: ID_TYPE_… of membership.h.
 constexpr std::array<Named, 11> directoryIdTypes{{
     {0, "UID"},
     {1, "GID"},
@@ -346,26 +206,6 @@ constexpr std::array<Named, 11> directoryIdTypes{{
 }};
 
 } // namespace
-
-void appendErrorText(std::string& out, std::int64_t number)
-{
-    if (number >= 0 && number < static_cast<std::int64_t>(errorTexts.size())) {
-        out += errorTexts[static_cast<std::size_t>(number)];
-        return;
-    }
-    out += "Unknown error: ";
-    appendDecimal(out, number);
-}
-
-std::string_view signalName(std::uint64_t number)
-{
-    return number >= 1 && number <= signals.size() ? signals[number - 1].name : std::string_view();
-}
-
-std::string_view signalText(std::uint64_t number)
-{
-    return number >= 1 && number <= signals.size() ? signals[number - 1].text : std::string_view();
-}
 
 std::string_view tableName(NameTable table, std::uint64_t number)
 {

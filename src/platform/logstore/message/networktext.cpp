@@ -10,9 +10,8 @@ namespace logstore {
 
 namespace {
 
-// Values of the platform the log comes from, not of this one.
-constexpr std::uint8_t familyIpv4 = 2;
-constexpr std::uint8_t familyIpv6 = 30;
+// Address families of macOS, AF_… of its sys/socket.h; other systems number them otherwise.
+enum Family : std::uint8_t { LocalFamily = 1, Ipv4Family = 2, LinkFamily = 18, Ipv6Family = 30 };
 
 std::uint16_t bigEndianAt(Bytes bytes, std::size_t at)
 {
@@ -72,6 +71,87 @@ void appendFlags(std::string& out, std::uint16_t id, std::uint16_t flags)
     out += ')';
 }
 
+std::string utf8Text(Bytes bytes)
+{
+    std::string text;
+    appendUtf8(text, cString(bytes));
+    return text;
+}
+
+// offset  size  field
+//      2        path, ended by a zero byte or by the end
+bool appendLocalSocket(std::string& out, Bytes address)
+{
+    out.append("AF_UNIX:\"").append(utf8Text(clipped(address, 2))).append("\"");
+    return true;
+}
+
+// offset  size  field
+//      2     2  port, big-endian
+//      4     4  address
+bool appendIpv4Socket(std::string& out, Bytes address)
+{
+    constexpr std::size_t size = 16;
+    if (address.size() < size)
+        return false;
+    appendIpv4(out, address.subspan(4, 4));
+    if (const std::uint16_t port = bigEndianAt(address, 2); port != 0)
+        appendFormatted(out, ":%u", port);
+    return true;
+}
+
+// offset  size  field
+//      2     2  port, big-endian
+//      8    16  address
+//     24     4  zone: the number of an interface
+bool appendIpv6Socket(std::string& out, Bytes address)
+{
+    constexpr std::size_t size = 28;
+    constexpr std::uint32_t loopback = 1;
+    if (address.size() < size)
+        return false;
+    appendIpv6(out, address.subspan(8, 16));
+    // The names of the other interfaces are known to the machine that wrote the log only.
+    const auto zone = loadAt<std::uint32_t>(address, 24);
+    if (zone == loopback)
+        out += "%lo0";
+    else if (zone != 0)
+        appendFormatted(out, "%%%u", zone);
+    if (const std::uint16_t port = bigEndianAt(address, 2); port != 0)
+        appendFormatted(out, ".%u", port);
+    return true;
+}
+
+// offset  size  field
+//      2     2  number of the interface
+//      5     1  size of its name
+//      6     1  size of its address
+//      8        name, then address
+bool appendLinkSocket(std::string& out, Bytes address)
+{
+    constexpr std::size_t headSize = 8;
+    if (address.size() < headSize)
+        return false;
+    const std::size_t nameSize = address[5];
+    const std::size_t linkSize = address[6];
+    if (nameSize + linkSize == 0 || nameSize + linkSize > address.size() - headSize)
+        return false;
+    const std::string name = utf8Text(address.subspan(headSize, nameSize));
+    const Bytes link = address.subspan(headSize + nameSize, linkSize);
+    if (link.empty()) {
+        out += name;
+        return true;
+    }
+    for (std::size_t i = 0; i < link.size(); ++i)
+        appendFormatted(out, i == 0 ? "%x" : ":%x", link[i]);
+    out += '%';
+    if (nameSize > 0)
+        out += name;
+    else
+        appendDecimal(out, loadAt<std::uint16_t>(address, 2));
+    return true;
+}
+
 } // namespace
 
 bool appendIpv4(std::string& out, Bytes address)
@@ -112,10 +192,17 @@ bool appendSocketAddress(std::string& out, Bytes address)
         out += "<NULL>";
         return true;
     }
-    const std::uint8_t family = address.size() < 2 ? 0 : address[1];
-    if (family == familyIpv4)
-        return appendIpv4(out, clipped(address, 4, 4));
-    return family == familyIpv6 && appendIpv6(out, clipped(address, 8, 16));
+    const std::size_t length = address[0];
+    if (length < 2 || length > address.size())
+        return false;
+    const Bytes socket = address.subspan(0, length);
+    switch (socket[1]) {
+    case LocalFamily: return appendLocalSocket(out, socket);
+    case Ipv4Family: return appendIpv4Socket(out, socket);
+    case LinkFamily: return appendLinkSocket(out, socket);
+    case Ipv6Family: return appendIpv6Socket(out, socket);
+    default: return false;
+    }
 }
 
 bool appendTaggedAddress(std::string& out, Bytes address)

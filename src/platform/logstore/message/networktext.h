@@ -12,7 +12,7 @@ namespace logstore {
 
 bool appendIpv4(std::string& out, Bytes address);          ///< 4 bytes, network order
 bool appendIpv6(std::string& out, Bytes address);          ///< 16 bytes
-bool appendSocketAddress(std::string& out, Bytes address); ///< u8 length, u8 family, …
+bool appendSocketAddress(std::string& out, Bytes address); ///< u8 length, u8 family, …; or none
 bool appendTaggedAddress(std::string& out, Bytes address); ///< u32 4 or 6, then the address
 bool appendMacAddress(std::string& out, Bytes address);
 bool appendDomainName(std::string& out, Bytes labels); ///< length-prefixed labels

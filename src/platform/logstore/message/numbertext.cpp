@@ -3,11 +3,28 @@
 
 #include "platform/logstore/message/textoutput.h"
 
+#include <array>
+
 namespace logstore {
+
+namespace {
+
+constexpr std::array<std::string_view, 7> bytesOf1000{"B", "kB", "MB", "GB", "TB", "PB", "EB"};
+constexpr std::array<std::string_view, 7> bytesOf1024{"B",   "KiB", "MiB", "GiB",
+                                                      "TiB", "PiB", "EiB"};
+constexpr std::array<std::string_view, 5> ratesOf1000{"bps", "kbps", "Mbps", "Gbps", "Tbps"};
+constexpr std::array<std::string_view, 5> ratesOf1024{"bps", "Kibps", "Mibps", "Gibps", "Tibps"};
+
+} // namespace
+
+constexpr UnitScale byteUnits{1000, bytesOf1000};
+constexpr UnitScale binaryByteUnits{1024, bytesOf1024};
+constexpr UnitScale bitRateUnits{1000, ratesOf1000};
+constexpr UnitScale binaryBitRateUnits{1024, ratesOf1024};
 
 void appendFileMode(std::string& out, std::uint64_t mode)
 {
-    constexpr std::string_view types = "?pc?d?b?-?l?s?w?"; // by the upper four of sixteen bits
+    constexpr std::string_view types = "-pc#d#b#-#l#s#w#"; // by the upper four of sixteen bits
     std::string text(1, types[mode >> 12 & 15]);
     for (int shift = 6; shift >= 0; shift -= 3) {
         text += (mode >> shift & 4) != 0 ? 'r' : '-';
@@ -27,22 +44,24 @@ void appendFileMode(std::string& out, std::uint64_t mode)
 
 void appendScaled(std::string& out, std::uint64_t number, const UnitScale& scale)
 {
-    if (number < scale.step) {
-        appendDecimal(out, number);
-        out += scale.base;
-        return;
-    }
-    auto value = static_cast<double>(number);
-    const auto step = static_cast<double>(scale.step);
+    std::uint64_t rest = 0;
     std::size_t unit = 0;
-    for (value /= step; value >= step && unit + 1 < scale.units.size(); ++unit)
-        value /= step;
-    constexpr double fourDigits = 999.5; // rounds to 1000
-    if (value >= fourDigits)
-        appendFormatted(out, "%.0f", value);
-    else
-        appendFormatted(out, "%.3g", value);
-    out += scale.units[unit];
+    for (; number >= 1000 && unit + 1 < scale.units.size(); ++unit) {
+        rest = number % scale.step;
+        number /= scale.step;
+    }
+    // Only what the last division left counts, in hundredths that may round up to a whole one.
+    const std::uint64_t hundredths = (rest * 100 + scale.step / 2) / scale.step;
+    const std::uint64_t whole = number + hundredths / 100;
+    const std::uint64_t part = hundredths % 100;
+    appendDecimal(out, whole);
+    if (part != 0 && whole < 100) {
+        out += '.';
+        out += static_cast<char>('0' + part / 10);
+        if (whole < 10 && part % 10 != 0)
+            out += static_cast<char>('0' + part % 10);
+    }
+    out.append(" ").append(scale.units[unit]);
 }
 
 } // namespace logstore

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <array>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -11,23 +11,20 @@ namespace logstore {
 /// Ten characters as ls shows them.
 void appendFileMode(std::string& out, std::uint64_t mode);
 
-/// The units of a quantity, each so many times as large as the one before it.
+/// The units of a quantity, each `step` times as large as the one before it.
 struct UnitScale
 {
     std::uint64_t step;
-    std::string_view base;
-    std::array<std::string_view, 6> units;
+    std::span<const std::string_view> units;
 };
 
-inline constexpr UnitScale byteUnits{1000, " bytes", {" kB", " MB", " GB", " TB", " PB", " EB"}};
-inline constexpr UnitScale binaryByteUnits{
-    1024, " bytes", {" KiB", " MiB", " GiB", " TiB", " PiB", " EiB"}};
-inline constexpr UnitScale bitRateUnits{
-    1000, " bps", {" kbps", " Mbps", " Gbps", " Tbps", " Pbps", " Ebps"}};
-inline constexpr UnitScale binaryBitRateUnits{
-    1024, " bps", {" Kibps", " Mibps", " Gibps", " Tibps", " Pibps", " Eibps"}};
+extern const UnitScale byteUnits;          ///< "999 B", "4.72 kB"
+extern const UnitScale binaryByteUnits;    ///< "4.61 KiB"
+extern const UnitScale bitRateUnits;       ///< "123 kbps"
+extern const UnitScale binaryBitRateUnits; ///< "118 Kibps"
 
-/// The number in the largest unit that it fills, with three significant digits.
+/// The number in a unit in which it is below 1000 where there is one, with at most two digits after
+/// the point.
 void appendScaled(std::string& out, std::uint64_t number, const UnitScale& scale);
 
 } // namespace logstore

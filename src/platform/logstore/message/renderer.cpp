@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/logstore/message/renderer.h"
 
+#include "platform/logstore/message/conversion.h"
+#include "platform/logstore/message/decorationtable.h"
 #include "platform/logstore/message/textoutput.h"
 
 #include <algorithm>
@@ -65,6 +67,12 @@ bool holdsText(ItemKind kind)
            || kind == ItemKind::WideText || kind == ItemKind::TextToo;
 }
 
+/// Whether there is no value, rather than one of which nothing was stored.
+bool isMissing(const Item& item)
+{
+    return item.bytes.empty() && item.state != ItemState::Cut;
+}
+
 void appendMasked(std::string& out, const Item& item)
 {
     if (item.bytes.empty()) {
@@ -76,41 +84,88 @@ void appendMasked(std::string& out, const Item& item)
     out += "'>";
 }
 
+void appendOutOfRange(std::string& out, const Conversion& conversion, const Item& item)
+{
+    out.append("<decode: bad range for [").append(conversion.text).append("] got [offs:");
+    appendDecimal(out, item.offset);
+    out += " len:";
+    appendDecimal(out, item.size);
+    out += " within:";
+    appendDecimal(out, item.within);
+    out += "]>";
+}
+
 /// The texts that stand for a whole conversion because its value may not or cannot be shown.
 bool appendInsteadOfValue(std::string& out, const Conversion& conversion, const Item& item)
 {
     constexpr std::uint8_t sensitive = 4;
     const bool isSensitive = (item.privacy() & sensitive) != 0;
     const bool isMasked = item.kind() == ItemKind::Masked;
-    if (isSensitive || (!isMasked && item.privacy() == 1 && item.redacted))
+    if (isSensitive || (!isMasked && item.privacy() == 1 && item.state == ItemState::Redacted))
         out += privateText;
+    else if (item.state == ItemState::OutOfRange)
+        appendOutOfRange(out, conversion, item);
     else if (isMasked)
         appendMasked(out, item);
-    else if (conversion.masked && holdsText(item.kind()) && item.bytes.empty())
+    else if (conversion.decorations.masked && holdsText(item.kind()) && isMissing(item))
         out += nullMask;
     else
         return false;
     return true;
 }
 
+void appendValue(std::string& out, const Field& field, const Item& item)
+{
+    const Conversion& conversion = field.conversion;
+    DecorationResult result = DecorationResult::NotDecorated;
+    if (const Decoration* decoration = conversion.decorations.decoration)
+        result = appendDecorated(out, *decoration, conversion.letter, item);
+    switch (result) {
+    case DecorationResult::Written: break;
+    case DecorationResult::NotDecorated: appendByLetter(out, field, item); break;
+    case DecorationResult::Mismatch: appendMismatch(out, conversion.text, item); break;
+    case DecorationResult::Unsupported: out += unsupportedValue; break;
+    }
+}
+
+/// Appends an argument between the marks that tell tools what it means for a signpost.
+void appendSignpostValue(std::string& out, const Field& field, const Item& item)
+{
+    constexpr std::string_view floatLetters = "aAeEfFgG";
+    const Decorations& decorations = field.conversion.decorations;
+    const std::string_view key = decorations.signpostKey;
+    const bool isTime = key == "begin_time" || key == "end_time";
+    const bool isFloat = isNumber(item) && !decorations.decoration
+                         && floatLetters.find(field.conversion.letter) != std::string_view::npos;
+    out.append("__##__").append(decorations.signpostLabel).append("#____#").append(key);
+    out += "#_##_#";
+    if (isTime && isNumber(item))
+        appendDecimal(out, unsignedValue(item.bytes));
+    else if (isFloat && item.bytes.size() == 8)
+        appendFormatted(out, "%.16g", loadAt<double>(item.bytes));
+    else if (isFloat && item.bytes.size() == 4)
+        appendFormatted(out, "%.16g", static_cast<double>(loadAt<float>(item.bytes)));
+    else if (!holdsText(item.kind()) || !isMissing(item))
+        appendValue(out, field, item);
+    out += "##__##";
+}
+
 void appendConversion(std::string& out, const Conversion& conversion, ItemCursor& cursor)
 {
-    std::int32_t width = conversion.width;
-    std::int32_t precision = conversion.precision;
-    bool leftJustified = conversion.leftJustified;
-    if (width == Conversion::fromItem) {
-        width = Conversion::none;
-        if (cursor.takeStar(width) && width < 0) {
-            leftJustified = true;
-            width = -width;
+    Field field{conversion, conversion.width, conversion.leftJustified, conversion.precision};
+    if (field.width == Conversion::fromItem) {
+        field.width = Conversion::none;
+        if (cursor.takeStar(field.width) && field.width < 0) {
+            field.leftJustified = true;
+            field.width = -field.width;
         }
     }
-    if (precision == Conversion::fromItem) {
-        precision = Conversion::none;
-        cursor.takeStar(precision);
-        precision = std::max(precision, Conversion::none);
+    if (field.precision == Conversion::fromItem) {
+        field.precision = Conversion::none;
+        cursor.takeStar(field.precision);
+        field.precision = std::max(field.precision, Conversion::none);
     }
-    cursor.passCounts(precision);
+    cursor.passCounts(field.precision);
     const Item* item = cursor.current();
     if (!item) {
         out += missingData;
@@ -119,10 +174,10 @@ void appendConversion(std::string& out, const Conversion& conversion, ItemCursor
     cursor.advance();
     if (appendInsteadOfValue(out, conversion, *item))
         return;
-    for (const Decoration& decoration : conversion.decorations)
-        if (appendDecorated(out, decoration, conversion, *item, precision))
-            return;
-    appendByLetter(out, conversion, *item, width, leftJustified, precision);
+    if (conversion.decorations.signpostLabel.empty())
+        appendValue(out, field, *item);
+    else
+        appendSignpostValue(out, field, *item);
 }
 
 } // namespace

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "platform/logstore/message/textoutput.h"
 
+#include "platform/logstore/bytes/utf8.h"
+
 #include <clocale>
 #include <cmath>
 #include <cstdarg>
 #include <cstdio>
+#include <cstdlib>
 #include <ctime>
 
 namespace logstore {
@@ -91,15 +94,37 @@ void appendShortest(std::string& out, double value)
     out.append(digits, std::to_chars(digits, digits + sizeof digits, value, format).ptr);
 }
 
-bool appendLocalTime(std::string& out, std::int64_t secondsSince1970)
+void appendLocalTime(std::string& out, std::int64_t secondsSince1970, std::string_view fraction)
 {
     const std::time_t seconds = secondsSince1970;
     std::tm local{};
     if (!::localtime_r(&seconds, &local))
-        return false;
-    appendFormatted(out, "%04lld-%02d-%02d %02d:%02d:%02d", local.tm_year + 1900LL,
+        return;
+    const std::int64_t year = std::int64_t{local.tm_year} + 1900;
+    if (year > INT32_MAX)
+        return;
+    appendFormatted(out, "%04lld-%02d-%02d %02d:%02d:%02d", static_cast<long long>(year),
                     local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec);
-    return true;
+    out += fraction;
+    const long minutes = std::labs(local.tm_gmtoff) / 60;
+    appendFormatted(out, "%c%02ld%02ld", local.tm_gmtoff < 0 ? '-' : '+', minutes / 60,
+                    minutes % 60);
+}
+
+void appendItemText(std::string& out, const Item& item, std::size_t limit)
+{
+    bool isCut = item.state == ItemState::Cut;
+    if (item.kind() == ItemKind::WideText) {
+        appendUtf32(out, item.bytes);
+    } else {
+        std::string_view text = cString(item.bytes);
+        if (isCut)
+            text.remove_suffix(incompleteTail(text));
+        isCut = isCut && text.size() <= limit;
+        appendUtf8(out, text.substr(0, limit));
+    }
+    if (isCut)
+        out += "<…>";
 }
 
 void appendUnknownValue(std::string& out, std::int64_t number)
@@ -107,6 +132,26 @@ void appendUnknownValue(std::string& out, std::int64_t number)
     out += "<decode: unknown value: ";
     appendDecimal(out, number);
     out += '>';
+}
+
+void appendMismatch(std::string& out, std::string_view conversion, const Item& item)
+{
+    const char* kind = "UNKNOWN";
+    switch (item.kind()) {
+    case ItemKind::Number:
+    case ItemKind::Count: kind = "SCALAR"; break;
+    case ItemKind::Text:
+    case ItemKind::TextToo: kind = "STRING"; break;
+    case ItemKind::Data: kind = "DATA"; break;
+    case ItemKind::Object: kind = "OBJECT"; break;
+    case ItemKind::WideText: kind = "WIDESTRING"; break;
+    case ItemKind::ErrorNumber: kind = "ERRNO"; break;
+    default: break;
+    }
+    out.append("<decode: mismatch for [").append(conversion).append("] got [").append(kind);
+    out += " sz:";
+    appendDecimal(out, item.bytes.size());
+    out += "]>";
 }
 
 } // namespace logstore

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/logstore/bytes/bytereader.h"
+#include "platform/logstore/message/items.h"
 
 #include <charconv>
 #include <string>
@@ -28,13 +28,23 @@ void appendBase64(std::string& out, Bytes bytes);
 /// a point, exponents as in 1e-05.
 void appendShortest(std::string& out, double value);
 
-/// Wall-clock time in the user's zone, as 2016-01-12 19:41:37. False, with nothing written, for a
-/// time that no calendar year can hold.
-bool appendLocalTime(std::string& out, std::int64_t secondsSince1970);
+/// Wall-clock time in the user's zone, with the zone's offset at that time:
+/// 2016-01-12 19:41:37.774236+0100. `fraction` is written after the seconds. Nothing when the year
+/// does not fit 32 bits.
+void appendLocalTime(std::string& out,
+                     std::int64_t secondsSince1970,
+                     std::string_view fraction = {});
+
+/// The text of a text, object, wide text or bytes, of at most `limit` bytes (wide text is not
+/// limited). One that was cut when it was stored ends with a mark, unless the limit cuts it, too.
+void appendItemText(std::string& out, const Item& item, std::size_t limit = std::string_view::npos);
 
 constexpr std::string_view unsupportedValue = "<decode: unsupported value>";
 
 /// What stands for a number that has no name.
 void appendUnknownValue(std::string& out, std::int64_t number);
+
+/// What stands for an item that is not of the kind its conversion is for; `conversion` as written.
+void appendMismatch(std::string& out, std::string_view conversion, const Item& item);
 
 } // namespace logstore

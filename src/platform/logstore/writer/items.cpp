@@ -45,11 +45,12 @@ Bytes backtraceBytes(const Backtrace& backtrace)
     return out.zeros((4 - frames.size() % 4) % 4).take();
 }
 
-void appendRange(ByteBuilder& out, ByteBuilder& area, const Bytes& value)
+void appendRange(ByteBuilder& out, ByteBuilder& area, const Item& item)
 {
-    out.u16(static_cast<std::uint16_t>(value.empty() ? 0 : area.size()));
-    out.u16(static_cast<std::uint16_t>(value.size()));
-    area.bytes(value);
+    constexpr unsigned cutMark = 0x8000;
+    out.u16(static_cast<std::uint16_t>(item.value.empty() ? 0 : area.size()));
+    out.u16(static_cast<std::uint16_t>(item.value.size() | (item.isCut ? cutMark : 0)));
+    area.bytes(item.value);
 }
 
 } // namespace
@@ -65,7 +66,7 @@ Item item(ItemKind kind, Privacy privacy, Bytes value)
         place = Item::Place::Payload;
     else if (secret)
         place = Item::Place::Private;
-    return {type, place, std::move(value)};
+    return {type, place, std::move(value), false};
 }
 
 Item count(std::int32_t value)
@@ -118,9 +119,15 @@ Item redacted(ItemKind kind, Privacy privacy)
     return result;
 }
 
+Item cut(Item item)
+{
+    item.isCut = true;
+    return item;
+}
+
 Item rawItem(std::uint8_t type, Bytes payload)
 {
-    return {type, Item::Place::Payload, std::move(payload)};
+    return {type, Item::Place::Payload, std::move(payload), false};
 }
 
 ItemBytes itemBytes(const std::vector<Item>& items, const Backtrace& backtrace)
@@ -136,8 +143,8 @@ ItemBytes itemBytes(const std::vector<Item>& items, const Backtrace& backtrace)
         heads.u8(item.type).u8(inside ? static_cast<std::uint8_t>(item.value.size()) : 4);
         switch (item.place) {
         case Item::Place::Payload: heads.bytes(item.value); break;
-        case Item::Place::Values: appendRange(heads, values, item.value); break;
-        case Item::Place::Private: appendRange(heads, secrets, item.value); break;
+        case Item::Place::Values: appendRange(heads, values, item); break;
+        case Item::Place::Private: appendRange(heads, secrets, item); break;
         case Item::Place::Redacted: heads.u16(0).u16(0); break;
         }
     }

@@ -38,6 +38,7 @@ struct Item
     std::uint8_t type = 0; ///< kind in the high half, privacy in the low half
     Place place = Place::Payload;
     Bytes value{};
+    bool isCut = false; ///< marked as stored in part, for lack of room
 };
 
 /// An item whose value stands where kind and privacy want it.
@@ -66,6 +67,8 @@ Item maskName(std::string_view name);
 Item masked(ByteView hash, Privacy privacy = Privacy::Public);
 /// A private argument without its value.
 Item redacted(ItemKind kind, Privacy privacy = Privacy::Private);
+/// The argument, marked as cut.
+Item cut(Item item);
 /// Any type with any payload, for items that break the rules.
 Item rawItem(std::uint8_t type, Bytes payload);
 
