@@ -65,7 +65,8 @@ bool loadFirehoseRecord(RecordState& state, const OpenChunkSet& set)
     setKind(state);
     if (state.head.kind == RecordKind::Loss)
         return state.data.size() >= lossSize;
-    const auto fields = RecordFields::read(state.head, state.data);
+    const bool hasPersona = state.process && state.process->hasPersona;
+    const auto fields = RecordFields::read(state.head, state.data, hasPersona);
     if (fields)
         state.fields = *fields;
     return fields.has_value();

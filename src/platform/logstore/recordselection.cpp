@@ -45,7 +45,7 @@ bool RecordSelection::mayMatch(const Catalog* catalog,
         return true;
     std::optional<std::uint16_t> subsystem;
     if (head.kind == RecordKind::Log || head.kind == RecordKind::Signpost) {
-        const auto fields = RecordFields::read(head, data);
+        const auto fields = RecordFields::read(head, data, process->hasPersona);
         if (!fields)
             return false;
         subsystem = fields->subsystem;

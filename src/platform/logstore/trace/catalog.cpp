@@ -52,6 +52,12 @@ struct Head
     }
 };
 
+/// False for the values that stand for none.
+bool isPersona(std::uint32_t identifier)
+{
+    return identifier != 0 && identifier != 0xffffffff && identifier != 0xaaaaaaaa;
+}
+
 /// u16 identifier, u16 offset of the subsystem, u16 offset of the category; absent when the process
 /// has none of that identifier.
 std::optional<Bytes> subsystemEntry(CatalogProcess& process, std::uint16_t identifier)
@@ -98,6 +104,7 @@ Catalog::Catalog(std::vector<std::uint8_t> body) : m_body(std::move(body))
 //      8  8, 4  process key
 //     20     4  process id
 //     24     4  effective user id
+//     28     4  persona
 //     32     4  number of image entries, 16 bytes each, which follow at 40
 //           4+4  number of subsystem entries, unknown; the entries, 6 bytes each
 void Catalog::readProcesses()
@@ -120,7 +127,7 @@ void Catalog::readProcesses()
         process.key = ProcessKey::read(in);
         process.processIdentifier = in.read<std::int32_t>();
         process.userIdentifier = in.read<std::uint32_t>();
-        in.skip(4);
+        process.hasPersona = isPersona(in.read<std::uint32_t>());
         const std::uint64_t imageCount = in.read<std::uint32_t>();
         in.skip(4);
         process.images = in.take(imageCount * imageEntrySize);

@@ -54,6 +54,7 @@ struct CatalogProcess
     ProcessKey key;
     std::int32_t processIdentifier = 0;
     std::uint32_t userIdentifier = 0;
+    bool hasPersona = false;
     std::optional<Uuid> mainImage;
     std::optional<Uuid> sharedCache;
     Bytes images; ///< 16 bytes each

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/logstore/trace/record.h"
 
+#include "platform/logstore/trace/recordfit.h"
+
 namespace logstore {
 
 namespace {
@@ -10,12 +12,18 @@ bool has(const RecordHead& head, RecordFlag flag)
     return (head.flags & flag) != 0;
 }
 
-void readActivities(RecordFields& fields, const RecordHead& head, ByteReader& in)
+constexpr std::size_t personaSize = 4;
+
+void readActivities(RecordFields& fields,
+                    const RecordHead& head,
+                    std::size_t personaBytes,
+                    ByteReader& in)
 {
     if (head.kind == RecordKind::Trace)
         return;
     if (has(head, HasCurrentActivity))
         fields.currentActivity = in.read<std::uint64_t>();
+    in.skip(personaBytes);
     if (head.kind == RecordKind::Activity) {
         if (has(head, HasUniqueProcess))
             fields.uniqueProcess = in.read<std::uint64_t>();
@@ -67,13 +75,12 @@ void readSignpost(RecordFields& fields, const RecordHead& head, ByteReader& in)
         fields.nameUpper = in.read<std::uint16_t>();
 }
 
-} // namespace
-
-std::optional<RecordFields> RecordFields::read(const RecordHead& head, Bytes data)
+std::optional<RecordFields>
+readForm(const RecordHead& head, Bytes data, std::size_t personaBytes = 0)
 {
     RecordFields fields;
     ByteReader in(data);
-    readActivities(fields, head, in);
+    readActivities(fields, head, personaBytes, in);
     readStringPlace(fields, head, in);
     readOrigin(fields, head, in);
     readSignpost(fields, head, in);
@@ -81,6 +88,23 @@ std::optional<RecordFields> RecordFields::read(const RecordHead& head, Bytes dat
         return std::nullopt;
     fields.items = in.rest();
     return fields;
+}
+
+} // namespace
+
+std::optional<RecordFields>
+RecordFields::read(const RecordHead& head, Bytes data, bool processHasPersona)
+{
+    if (!has(head, HasPersona) || head.kind == RecordKind::Trace)
+        return readForm(head, data);
+    const auto withPersona = readForm(head, data, personaSize);
+    const auto without = readForm(head, data);
+    const Fit withFits = withPersona ? fitOf(head, *withPersona, 0) : Fit::None;
+    // The size of the data may count the identifier that is not there.
+    const Fit withoutFits = without ? fitOf(head, *without, personaSize) : Fit::None;
+    if (withFits != withoutFits)
+        return withFits > withoutFits ? withPersona : without;
+    return processHasPersona ? without : withPersona;
 }
 
 } // namespace logstore

@@ -15,6 +15,7 @@ enum RecordFlag : std::uint16_t {
     StringSourceMask = 0x000e,
     HasUniqueProcess = 0x0010,
     HasLargeOffset = 0x0020,
+    HasPersona = 0x0040,
     HasPrivateRange = 0x0100,
     HasOtherActivityOrSubsystem = 0x0200,
     HasRules = 0x0400,
@@ -98,7 +99,10 @@ struct RecordFields
     Bytes items; ///< what follows the fields
 
     /// Absent when the data ends inside a field. Not for loss records, which have none of these.
-    static std::optional<RecordFields> read(const RecordHead& head, Bytes data);
+    /// Records with a persona may hold its identifier or not: the form is taken that fits the data
+    /// better, and when both do as well, the one without it if the process has a persona.
+    static std::optional<RecordFields>
+    read(const RecordHead& head, Bytes data, bool processHasPersona);
 };
 
 /// Activity identifiers carry a marker in the top bit.
