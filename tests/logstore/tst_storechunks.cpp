@@ -207,10 +207,10 @@ private Q_SLOTS:
     {
         QTest::addColumn<Packing>("packing");
         QTest::newRow("one block") << Packing{};
-        QTest::newRow("stored") << Packing{false, 0};
-        QTest::newRow("stored in blocks") << Packing{false, 1000};
-        QTest::newRow("blocks that refer back") << Packing{true, 1000};
-        QTest::newRow("blocks as large as the dictionary") << Packing{true, 0x10000};
+        QTest::newRow("stored") << Packing{Compression::Stored, 0};
+        QTest::newRow("stored in blocks") << Packing{Compression::Stored, 1000};
+        QTest::newRow("blocks that refer back") << Packing{Compression::Lz4, 1000};
+        QTest::newRow("blocks as large as the dictionary") << Packing{Compression::Lz4, 0x10000};
     }
 
     void packings()

@@ -41,7 +41,7 @@ public:
             .process = process.key, .time = 9, .subsystem = "s", .message = "m"};
         TraceFile file = trace({ChunkSet{
             {oversize, page({full, signpost, trace1, loss, activity, large}), state, simple},
-            Packing{false, 0},
+            Packing{Compression::Stored, 0},
             true,
             {},
             {}}});

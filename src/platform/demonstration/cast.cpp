@@ -13,15 +13,16 @@ struct Part
     const char* path;
     std::int32_t pid;
     std::uint32_t user;
+    std::uint32_t persona = noPersona;
 };
 
 constexpr auto parts = std::to_array<Part>({
     {Role::Kernel, "/kernel", 0, 0},
     {Role::Backup, "/usr/libexec/DemonstrationBackup", 311, 0},
-    {Role::Agent, "/usr/libexec/DemonstrationAgent", 402, 501},
+    {Role::Agent, "/usr/libexec/DemonstrationAgent", 402, 501, 99},
     {Role::Network, "/usr/sbin/DemonstrationNetwork", 167, 65},
     {Role::Window, "/Applications/Demonstration Window.app/Contents/MacOS/Demonstration Window",
-     618, 501},
+     618, 501, 1000},
     {Role::Mail, "/Applications/DemonstrationMail.app/Contents/MacOS/DemonstrationMail", 733, 501},
     {Role::Quillon, "/usr/local/bin/quillon", 951, 501},
 });
@@ -74,6 +75,7 @@ Cast::Cast() : m_cache(emptyCache())
         Process& each = m_processes[index];
         each.pid = part.pid;
         each.user = part.user;
+        each.persona = part.persona;
         each.mainImage = m_mainImages[index].uuid;
         if (part.role == Role::Kernel) {
             each.images.push_back({extensionSize, m_extension.uuid, extensionLoad});

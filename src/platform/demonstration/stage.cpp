@@ -11,6 +11,8 @@ namespace {
 
 constexpr std::uint8_t daysOfErrors = 14;
 constexpr std::uint8_t daysOfDumps = 3;
+constexpr std::uint32_t firstUser = 501;
+constexpr std::uint32_t persona = 1000; ///< of the user's records, where their process has none
 
 Keep keepOf(std::uint8_t type)
 {
@@ -32,12 +34,17 @@ std::uint64_t Stage::chance(std::uint64_t limit)
 
 Record Stage::record(RecordKind kind, const Voice& voice, std::string_view format)
 {
+    Process& process = m_cast.process(voice.role);
     Record result{.kind = kind};
     result.format = m_cast.format(voice, format);
     result.thread = 0x1000 + static_cast<std::uint64_t>(voice.role) * 0x40 + chance(4);
     const bool hasSubsystem = !voice.subsystem.empty() || !voice.category.empty();
     if (hasSubsystem && (kind == RecordKind::Log || kind == RecordKind::Signpost))
-        result.subsystem = m_cast.process(voice.role).subsystem(voice.subsystem, voice.category);
+        result.subsystem = process.subsystem(voice.subsystem, voice.category);
+    if (process.user == firstUser) {
+        result.persona = persona;
+        result.holdsPersona = !process.hasPersona();
+    }
     return result;
 }
 

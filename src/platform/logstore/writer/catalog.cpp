@@ -2,6 +2,7 @@
 #include "platform/logstore/writer/catalog.h"
 
 #include <map>
+#include <set>
 
 namespace logstore::writer {
 
@@ -9,7 +10,6 @@ namespace {
 
 constexpr std::size_t tablesStart = 24; ///< the catalog's offsets and alignment count from here
 constexpr std::uint16_t none = 0xffff;
-constexpr std::uint32_t lz4 = 0x100;
 
 /// The identifiers that processes and images refer to by index.
 class Identifiers
@@ -57,7 +57,11 @@ void appendProcess(ByteBuilder& out,
 {
     out.u16(index).u16(0).u16(identifiers.index(process.mainImage));
     out.u16(process.sharedCache ? identifiers.index(*process.sharedCache) : none);
-    out.u64(process.key.first).u32(process.key.second).i32(process.pid).u32(process.user).u32(0);
+    out.u64(process.key.first)
+        .u32(process.key.second)
+        .i32(process.pid)
+        .u32(process.user)
+        .u32(process.persona);
     out.u32(static_cast<std::uint32_t>(process.images.size())).u32(0);
     for (const ImageEntry& image : process.images) {
         out.u32(image.size).u32(0).u16(identifiers.index(image.image));
@@ -68,6 +72,34 @@ void appendProcess(ByteBuilder& out,
     for (const Subsystem& each : process.subsystems)
         out.u16(each.identifier).u16(texts.offset(each.subsystem)).u16(texts.offset(each.category));
     out.align();
+}
+
+std::set<std::uint32_t> personasOf(const std::vector<Process>& processes)
+{
+    std::set<std::uint32_t> personas;
+    for (const Process& process : processes)
+        if (process.hasPersona())
+            personas.insert(process.persona);
+    return personas;
+}
+
+/// Identifier, type and offset of the text of each; then the texts, in UUID form.
+Bytes personaSection(const std::set<std::uint32_t>& personas)
+{
+    constexpr std::uint32_t textSize = 37;
+    ByteBuilder out;
+    std::uint32_t textAt = 0;
+    for (const std::uint32_t persona : personas) {
+        out.u32(persona).u32(1).u32(textAt);
+        textAt += textSize;
+    }
+    out.align();
+    for (const std::uint32_t persona : personas) {
+        Uuid uuid;
+        std::memcpy(uuid.bytes.data(), &persona, sizeof persona);
+        out.cstr(uuid.text());
+    }
+    return out.align().take();
 }
 
 /// All texts of the processes that have records in the chunk set.
@@ -86,7 +118,7 @@ void appendSubChunk(ByteBuilder& out,
                     const SubChunk& subChunk,
                     const std::vector<std::uint16_t>& offsets)
 {
-    out.u64(subChunk.earliest).u64(subChunk.latest).u32(subChunk.size).u32(lz4);
+    out.u64(subChunk.earliest).u64(subChunk.latest).u32(subChunk.size).u32(subChunk.compression);
     out.u32(static_cast<std::uint32_t>(subChunk.processes.size()));
     for (const std::uint16_t index : subChunk.processes)
         out.u16(index);
@@ -115,13 +147,19 @@ Bytes body(const Catalog& catalog)
     const std::size_t textStart = out.size() - tablesStart;
     const std::size_t processStart =
         out.bytes(texts.area()).align(tablesStart).size() - tablesStart;
-    const std::size_t subChunkStart = out.bytes(processes.view()).size() - tablesStart;
+    const std::size_t personaStart = out.bytes(processes.view()).size() - tablesStart;
+    const std::set<std::uint32_t> personas = personasOf(catalog.processes);
+    const std::size_t subChunkStart = out.bytes(personaSection(personas)).size() - tablesStart;
     out.bytes(subChunks.view());
     out.put(0, static_cast<std::uint16_t>(textStart));
     out.put(2, static_cast<std::uint16_t>(processStart));
     out.put(4, static_cast<std::uint16_t>(catalog.processes.size()));
     out.put(6, static_cast<std::uint16_t>(subChunkStart));
     out.put(8, static_cast<std::uint16_t>(catalog.subChunks.size()));
+    if (!personas.empty()) {
+        out.put(10, static_cast<std::uint16_t>(personaStart));
+        out.put(12, static_cast<std::uint16_t>(personas.size()));
+    }
 
     Bytes bytes = out.take();
     if (catalog.edit)

@@ -16,6 +16,7 @@ struct SubChunk
     std::uint64_t latest = 0;
     std::uint32_t size = 0;                 ///< after decompression
     std::vector<std::uint16_t> processes{}; ///< indexes of processes with records in it
+    std::uint32_t compression = Packing{}.number();
 };
 
 struct Catalog

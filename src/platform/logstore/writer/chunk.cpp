@@ -34,15 +34,28 @@ void appendChunk(ByteBuilder& out, std::uint32_t tag, ByteView body)
     out.align();
 }
 
+std::uint32_t Packing::number() const
+{
+    constexpr std::uint32_t lz4 = 0x100;
+    constexpr std::uint32_t lzbitmap16 = 0x700;
+    constexpr std::uint32_t lzbitmap32 = 0x701;
+    if (compression != Compression::Lzbitmap)
+        return lz4;
+    return lzbitmap.largeChunks ? lzbitmap32 : lzbitmap16;
+}
+
 Bytes chunkSetBody(ByteView content, Packing packing)
 {
+    if (packing.compression == Compression::Lzbitmap)
+        return lzbitmapStream(content, packing.lzbitmap);
     LZ4_stream_t stream;
     LZ4_initStream(&stream, sizeof stream);
     ByteBuilder body;
     const std::size_t blockSize = packing.blockSize == 0 ? content.size() : packing.blockSize;
     for (std::size_t at = 0; at < content.size(); at += blockSize) {
         const auto piece = content.subspan(at, std::min(blockSize, content.size() - at));
-        const Bytes block = packing.compressed ? compressedBlock(stream, piece) : Bytes{};
+        const Bytes block =
+            packing.compression == Compression::Lz4 ? compressedBlock(stream, piece) : Bytes{};
         const auto size = static_cast<std::uint32_t>(piece.size());
         if (block.empty())
             body.text("bv4-").u32(size).bytes(piece);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/logstore/writer/bytebuilder.h"
+#include "platform/logstore/writer/lzbitmap.h"
 
 #include <cstdint>
 
@@ -35,14 +36,20 @@ void appendUnpaddedChunk(ByteBuilder& out, std::uint32_t tag, ByteView body);
 /// Appends a head, the body and the zero bytes up to a multiple of 8.
 void appendChunk(ByteBuilder& out, std::uint32_t tag, ByteView body);
 
+enum class Compression : std::uint8_t { Stored, Lz4, Lzbitmap };
+
 /// How the content of a chunk set is packed.
 struct Packing
 {
-    bool compressed = true;
+    Compression compression = Compression::Lz4;
     std::size_t blockSize = 0; ///< 0 = one block; later blocks refer back to earlier ones
+    LzbitmapFormat lzbitmap{}; ///< where that is the compression, in place of blocks
+
+    /// What catalogs call it.
+    std::uint32_t number() const;
 };
 
-/// The body of a chunk set. A block that compression does not shorten is stored as it is.
+/// The body of a chunk set. What compression does not shorten is stored as it is.
 Bytes chunkSetBody(ByteView content, Packing packing = {});
 
 } // namespace logstore::writer

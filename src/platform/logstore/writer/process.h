@@ -28,6 +28,8 @@ struct Subsystem
     std::string category{};
 };
 
+constexpr std::uint32_t noPersona = 0xffffffff;
+
 /// A process as catalogs describe it.
 struct Process
 {
@@ -38,6 +40,9 @@ struct Process
     std::optional<Uuid> sharedCache{};
     std::vector<ImageEntry> images{};
     std::vector<Subsystem> subsystems{};
+    std::uint32_t persona = 0; ///< 0, as older systems write, and noPersona = none
+
+    bool hasPersona() const { return persona != 0 && persona != noPersona; }
 
     /// The identifier of the pair, which becomes known to the process if it was not.
     std::uint16_t subsystem(std::string_view name, std::string_view category)

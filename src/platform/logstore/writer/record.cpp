@@ -9,6 +9,7 @@ enum Flag : std::uint16_t {
     HasActivity = 0x0001,
     HasUniqueProcess = 0x0010,
     HasLargeOffset = 0x0020,
+    HasPersona = 0x0040,
     HasPrivateRange = 0x0100,
     HasOtherActivityOrSubsystem = 0x0200,
     HasTimeToLive = 0x0400,
@@ -61,6 +62,8 @@ std::uint16_t flagsOf(const Record& record, const ItemBytes& items)
         flags |= HasLargeOffset;
     if (record.activity != 0 && record.kind != RecordKind::Trace)
         flags |= HasActivity;
+    if (record.persona && record.kind != RecordKind::Trace)
+        flags |= HasPersona;
     if (record.kind == RecordKind::Activity)
         flags |= activityFlags(record);
     if (isMessage(record))
@@ -126,6 +129,8 @@ appendData(ByteBuilder& out, const Record& record, const ItemBytes& items, std::
     std::size_t privateOffsetAt = 0;
     if (flags & HasActivity)
         out.u64(record.activity | activityMarker);
+    if ((flags & HasPersona) && record.holdsPersona)
+        out.u32(*record.persona);
     if (record.kind == RecordKind::Activity)
         appendActivityFields(out, record, flags);
     else if (flags & HasPrivateRange) {

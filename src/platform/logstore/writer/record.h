@@ -70,6 +70,9 @@ struct Record
     std::optional<std::uint32_t>
         oversize{}; ///< the items stand in the oversize chunk of this number
     Backtrace backtrace{};
+    /// All but traces and losses may name a persona, whose identifier stands in the record or not.
+    std::optional<std::uint32_t> persona{};
+    bool holdsPersona = true;
     Edit edit{}; ///< of head and data together
 };
 

@@ -42,13 +42,14 @@ public:
         note(chunk.process, chunk.time);
     }
 
-    SubChunk result(std::size_t size) const
+    SubChunk result(std::size_t size, const Packing& packing) const
     {
         const bool timesKnown = m_earliest <= m_latest; // those of raw chunks are not
         return SubChunk{timesKnown ? m_earliest : 0,
                         timesKnown ? m_latest : UINT64_MAX,
                         static_cast<std::uint32_t>(size),
-                        {m_indexes.begin(), m_indexes.end()}};
+                        {m_indexes.begin(), m_indexes.end()},
+                        packing.number()};
     }
 
 private:
@@ -92,7 +93,7 @@ void appendSection(ByteBuilder& out, const Section& section)
         SubChunkCollector collector(section.processes);
         for (const Chunk& chunk : set.chunks)
             std::visit(collector, chunk);
-        catalog.subChunks.push_back(collector.result(content.size()));
+        catalog.subChunks.push_back(collector.result(content.size(), set.packing));
         Bytes packed = chunkSetBody(content, set.packing);
         if (set.edit)
             set.edit(packed);

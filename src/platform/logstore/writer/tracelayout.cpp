@@ -2,6 +2,7 @@
 #include "platform/logstore/writer/tracelayout.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 namespace logstore::writer {
@@ -95,9 +96,18 @@ void TraceLayout::closeSet()
 {
     if (m_set.chunks.empty())
         return;
+    m_set.packing = nextPacking();
     m_sets.push_back(std::exchange(m_set, {}));
     m_setSize = 0;
     m_pages.clear();
+}
+
+Packing TraceLayout::nextPacking()
+{
+    constexpr std::array<Packing, 3> packings{{{Compression::Lzbitmap, 0, {false, false}},
+                                               {Compression::Lz4, 0, {}},
+                                               {Compression::Lzbitmap, 0, {true, true}}}};
+    return packings[m_packed++ % packings.size()];
 }
 
 void TraceLayout::closeSection()

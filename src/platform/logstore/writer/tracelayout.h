@@ -10,7 +10,8 @@
 namespace logstore::writer {
 
 /// Lays records out as the log daemon does: pages of one process, chunk sets of about 64 KiB, a
-/// catalog for every few of them; items that are large go to oversize chunks.
+/// catalog for every few of them; items that are large go to oversize chunks; both
+/// compressions, in turns.
 class TraceLayout
 {
 public:
@@ -35,6 +36,7 @@ private:
     void addChunk(const Process& process, Chunk chunk, std::size_t size);
     void closeSet();
     void closeSection();
+    Packing nextPacking();
 
     TraceFile m_file;
     std::vector<ChunkSet> m_sets; ///< of the section that is being filled
@@ -44,6 +46,7 @@ private:
         m_pages;                             ///< of the set that is being filled
     std::vector<const Process*> m_processes; ///< of the section
     std::uint32_t m_nextOversize = 1;
+    std::size_t m_packed = 0; ///< how many sets are
 };
 
 } // namespace logstore::writer
