@@ -2,10 +2,12 @@
 #include "platform/logstore/store.h"
 #include "platform/logstore/strings/sharedcache.h"
 #include "platform/logstore/strings/uuidtext.h"
+#include "platform/logstore/trace/unpack.h"
 #include "support/entryjson.h"
 #include "support/samples.h"
 #include "support/testcase.h"
 
+#include <QCryptographicHash>
 #include <QtTest>
 
 #include <fstream>
@@ -111,6 +113,28 @@ private Q_SLOTS:
                      qPrintable(QStringLiteral("entry %1: %2")
                                     .arg(index)
                                     .arg(QString::fromStdString(difference(expected, found)))));
+        }
+    }
+
+    /// Whole and damaged ones.
+    void lzbitmapStreams()
+    {
+        std::ifstream file(*samplesFolder() / "lzbitmap.expected.json");
+        std::stringstream text;
+        text << file.rdbuf();
+        const auto streams = parsed(text.str());
+        QVERIFY(streams.Size() > 0);
+        for (const auto& each : streams.GetArray()) {
+            const auto packed = QByteArray::fromBase64(each["stream"].GetString());
+            std::vector<std::uint8_t> unpacked;
+            const auto outcome = logstore::unpackChunkSet(
+                std::vector<std::uint8_t>(packed.begin(), packed.end()), unpacked);
+            const QByteArray bytes(reinterpret_cast<const char*>(unpacked.data()),
+                                   qsizetype(unpacked.size()));
+            QVERIFY2((outcome == logstore::Unpacked::Whole) == each["whole"].GetBool()
+                         && QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex()
+                                == each["sha256"].GetString(),
+                     each["name"].GetString());
         }
     }
 

@@ -211,6 +211,7 @@ private Q_SLOTS:
         QTest::newRow("stored in blocks") << Packing{Compression::Stored, 1000};
         QTest::newRow("blocks that refer back") << Packing{Compression::Lz4, 1000};
         QTest::newRow("blocks as large as the dictionary") << Packing{Compression::Lz4, 0x10000};
+        QTest::newRow("LZBITMAP") << Packing{Compression::Lzbitmap};
     }
 
     void packings()
