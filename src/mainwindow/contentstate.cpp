@@ -25,9 +25,17 @@ bool hasSuffix(const QString& path, QLatin1StringView suffix)
     return QDir::cleanPath(path).endsWith(suffix, Qt::CaseInsensitive);
 }
 
-bool isArchive(const QString& path)
+bool isNamedArchive(const QString& path)
 {
     return hasSuffix(path, ".logarchive"_L1);
+}
+
+/// Whether a folder holds what log archives and copies of a log store do.
+bool holdsLogs(const QString& folder)
+{
+    const QStringList names{u"Persist"_s,  u"Special"_s,     u"Signpost"_s, u"HighVolume"_s,
+                            u"timesync"_s, u"diagnostics"_s, u"*.tracev3"_s};
+    return !QDir(folder).entryList(names, QDir::AllEntries).isEmpty();
 }
 
 } // namespace
@@ -158,17 +166,24 @@ void ContentState::readJSON()
     endSearch();
 }
 
-void ContentState::openDocument(const QString& path)
+bool ContentState::openDocument(const QString& path)
 {
-    if (isFetching())
-        return m_logger->tellOfRunningFetch();
-    if (isArchive(path) ? useArchive(path) : openEntryList(path))
+    if (isFetching()) {
+        m_logger->tellOfRunningFetch();
+        return false;
+    }
+    if (!QDir::isAbsolutePath(path))
+        return refuse(tr("“%1” is not a file of this computer.").arg(path));
+    const bool isArchive = isNamedArchive(path) || QFileInfo(path).isDir();
+    const bool isOpen = isArchive ? useArchive(path) : openEntryList(path);
+    if (isOpen)
         Q_EMIT documentOpened(path);
+    return isOpen;
 }
 
 bool ContentState::isDocument(const QString& path)
 {
-    return isArchive(path) || hasSuffix(path, ".tessel"_L1);
+    return isNamedArchive(path) || hasSuffix(path, ".tessel"_L1);
 }
 
 bool ContentState::openEntryList(const QString& path)
@@ -180,14 +195,19 @@ bool ContentState::openEntryList(const QString& path)
 
 bool ContentState::useArchive(const QString& path)
 {
-    const bool isThere = QFileInfo(path).isDir();
-    if (isThere)
-        m_logger->useArchive(QUrl::fromLocalFile(QDir::cleanPath(path)));
-    else
-        m_logger->errorAlert({tr("The log archive “%1” cannot be used: there is no such folder.")
-                                  .arg(path)
-                                  .toStdString()});
-    return isThere;
+    if (!QFileInfo(path).isDir())
+        return refuse(
+            tr("The log archive “%1” cannot be used: there is no such folder.").arg(path));
+    if (!isNamedArchive(path) && !holdsLogs(path))
+        return refuse(tr("The folder “%1” is not a log archive: it holds no log files.").arg(path));
+    m_logger->useArchive(QUrl::fromLocalFile(QDir::cleanPath(path)));
+    return true;
+}
+
+bool ContentState::refuse(const QString& why)
+{
+    m_logger->errorAlert({why.toStdString()});
+    return false;
 }
 
 void ContentState::endSearch()

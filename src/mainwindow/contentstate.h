@@ -104,8 +104,9 @@ public:
     void getLog();
     void chooseArchive();
     void readJSON();
-    /// The same for a list file or an archive that is known already; which of them, its name tells.
-    void openDocument(const QString& path);
+    /// Opens a list file or uses an archive; its content tells which, whatever its name. Returns
+    /// false after an alert when it is neither. `path` may also be the URL of something elsewhere.
+    bool openDocument(const QString& path);
     /// Whether the name is that of a list file or an archive.
     static bool isDocument(const QString& path);
     void addNote();
@@ -127,6 +128,7 @@ private:
     void readPreferences();
     bool openEntryList(const QString& path);
     bool useArchive(const QString& path);
+    bool refuse(const QString& why);
     void followLogList();
     Result<std::shared_ptr<const logstore::EntryFilter>> fetchPredicate() const;
 
