@@ -41,6 +41,11 @@ foreach(file ${drawn}
     endif()
 endforeach()
 
+file(STRINGS ${folder}/unpacked/usr/share/dbus-1/services/${id}.service started REGEX "^Exec=")
+if(NOT started STREQUAL "Exec=/usr/bin/tessel")
+    message(FATAL_ERROR "The bus starts another program: ${started}")
+endif()
+
 execute_process(COMMAND dpkg-deb --field ${packages} Depends
     OUTPUT_VARIABLE depends COMMAND_ERROR_IS_FATAL ANY)
 foreach(library libqt6widgets6 libqt6pdfwidgets6 libqt6svg6)

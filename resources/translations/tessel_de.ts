@@ -322,6 +322,14 @@ Freie Software unter der MIT-Lizenz.</translation>
         <source>The log archive “%1” cannot be used: there is no such folder.</source>
         <translation>Das Logarchiv „%1“ kann nicht benutzt werden: Diesen Ordner gibt es nicht.</translation>
     </message>
+    <message>
+        <source>“%1” is not a file of this computer.</source>
+        <translation>„%1“ ist keine Datei dieses Rechners.</translation>
+    </message>
+    <message>
+        <source>The folder “%1” is not a log archive: it holds no log files.</source>
+        <translation>Der Ordner „%1“ ist kein Logarchiv: Er enthält keine Logdateien.</translation>
+    </message>
 </context>
 <context>
     <name>ContentView</name>

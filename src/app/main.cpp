@@ -5,6 +5,7 @@
 #include "platform/clock.h"
 #include "platform/desktop/qtalerts.h"
 #include "platform/desktop/qtpanels.h"
+#include "platform/desktop/singleinstance.h"
 #include "platform/desktop/statefile.h"
 #include "platform/filemanager.h"
 #include "platform/processrunner.h"
@@ -12,13 +13,18 @@
 #include "platform/userdefaults.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QFileInfo>
 #include <QIcon>
 #include <QLibraryInfo>
+#include <QTimer>
 #include <QTranslator>
 
+#include <chrono>
 #include <clocale>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -72,10 +78,21 @@ struct System
     }
 };
 
+/// Where the processes of the user meet when they have no session bus.
+QString meetingPlace()
+{
+    const QString folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    return QDir::isAbsolutePath(folder) ? folder
+                                        : QFileInfo(StateFile::defaultPath()).absolutePath();
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
 {
+    // Read first: the toolkit takes them out of the environment.
+    const QString token =
+        qEnvironmentVariable("XDG_ACTIVATION_TOKEN", qEnvironmentVariable("DESKTOP_STARTUP_ID"));
     const QApplication application(argc, argv);
     // The toolkit has made the user's decimal comma that of the functions which write messages and
     // read property lists.
@@ -85,10 +102,21 @@ int main(int argc, char* argv[])
     QTranslator texts;
     translate(toolkitTexts, u"qtbase"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath));
     translate(texts, u"tessel"_s, u":/translations"_s);
+    const LaunchRequest request{documentsOf(QApplication::arguments().mid(1)), token};
+    SingleInstance instance(meetingPlace());
+    if (!instance.claim(request))
+        return EXIT_SUCCESS;
     System system;
     TesselApp tessel(system.surroundings());
     if (tessel.isAskedToQuit())
         return EXIT_SUCCESS;
-    tessel.openDocuments(QApplication::arguments().mid(1));
+    if (!request.documents.isEmpty())
+        tessel.open({request.documents, {}});
+    instance.takeRequests([&tessel](const LaunchRequest& other) { tessel.open(other); });
+    constexpr auto patience = 500ms;
+    QTimer::singleShot(SingleInstance::isStartedByBus() ? patience : 0ms, &tessel, [&tessel] {
+        if (tessel.mainWindows().isEmpty())
+            tessel.newWindow();
+    });
     return QApplication::exec();
 }

@@ -20,7 +20,6 @@
 #include "tools/diagnosticsview.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QToolBar>
 
 #include <algorithm>
@@ -137,14 +136,19 @@ QList<WindowMenuItem> TesselApp::menuItems(const QList<SingleWindow>& windows)
     return items;
 }
 
-void TesselApp::openDocuments(const QStringList& paths)
+void TesselApp::open(const LaunchRequest& request)
 {
-    for (const QString& given : paths) {
-        const QString path = QDir::cleanPath(QDir().absoluteFilePath(given));
-        if (ContentState::isDocument(path))
-            newWindow().state().openDocument(path);
+    // Wayland lets a window come forward that has a token, which the toolkit takes from here.
+    if (!request.activationToken.isEmpty())
+        qputenv("XDG_ACTIVATION_TOKEN", request.activationToken.toUtf8());
+    QPointer<ContentView> window;
+    for (const QString& document : request.documents) {
+        if (!window)
+            window = &newWindow();
+        if (window->state().openDocument(document))
+            window = nullptr;
     }
-    if (mainWindows().isEmpty())
+    if (request.documents.isEmpty())
         newWindow();
 }
 

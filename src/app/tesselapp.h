@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/menus.h"
+#include "platform/desktop/singleinstance.h"
 #include "platform/platform.h"
 #include "platform/result.h"
 
@@ -42,9 +43,9 @@ public:
     /// Whether a start-up check has asked to quit.
     bool isAskedToQuit() const { return m_askedToQuit; }
 
-    /// Opens each entry list and each log archive among the paths in a main window of its own; when
-    /// there is none, an empty main window.
-    void openDocuments(const QStringList& paths);
+    /// Opens each document in a main window of its own. What cannot be opened is told in an alert,
+    /// and its window serves the next one. Without documents, opens an empty window.
+    void open(const LaunchRequest& request);
 
     ContentView& newWindow();
     /// Opens the window with this identifier, or brings it to the front.

@@ -30,6 +30,13 @@ timeout 60 sh -c '
     until [ "$(xdotool search --onlyvisible --name "^Tessel" | wc -l)" -eq 2 ]; do sleep 0.1; done' ||
     fail "New Window opened no second window"
 second=$(xdotool search --onlyvisible --name '^Tessel' | grep -v "^$main$")
+printf '[]' >"$home/list"
+cd "$home"
+timeout 60 "$program" list 2>>"$home/complaints" || fail "A second start did not end"
+cd /
+timeout 60 sh -c '
+    until [ "$(xdotool search --onlyvisible --name "^Tessel" | wc -l)" -eq 3 ]; do sleep 0.1; done' ||
+    fail "A second start opened no window in the first"
 xdotool windowfocus --sync "$second" key ctrl+g
 window '^Tessel 20' >/dev/null
 statistics=$(find "$home/.cache" -name 'logdata.statistics.*.txt' -exec cat {} +)
@@ -41,6 +48,7 @@ xdotool windowfocus --sync "$second" key ctrl+q
 wait "$running" || fail "The program ended with code $?: $(cat "$home/complaints")"
 
 [ ! -s "$home/complaints" ] || fail "The program complained: $(cat "$home/complaints")"
-[ -s "$home/.local/state/Tessel/state.ini" ] || fail "Nothing was remembered of the windows"
+grep -q "recentFiles=$home/list," "$home/.local/state/Tessel/state.ini" ||
+    fail "The list of the second start was not opened"
 [ ! -e "$home/.config/Tessel/Tessel.conf" ] || fail "Preferences were written that nobody set"
 [ -z "$(ls -A "$home/some.logarchive")" ] || fail "Something was written into the archive"

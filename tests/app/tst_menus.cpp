@@ -275,7 +275,7 @@ private Q_SLOTS:
         QVERIFY(saveEntryList({LogEntry()}, list));
         const QString archive = m_fixture->path(u"mac.logarchive"_s);
         QVERIFY(QDir().mkdir(archive));
-        m_app->openDocuments({list, archive, m_fixture->path(u"nowhere.tessel"_s)});
+        m_app->open({{list, archive, m_fixture->path(u"nowhere.tessel"_s)}, {}});
         auto& window = *qobject_cast<ContentView*>(m_app->mainWindows().constFirst());
         QVERIFY(window.menus().file->actions().contains(
             window.findChild<QMenu*>(u"recentMenu"_s)->menuAction()));

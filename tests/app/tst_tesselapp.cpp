@@ -131,51 +131,57 @@ private Q_SLOTS:
         QVERIFY(saveEntryList({LogEntry()}, list));
         const QString archive = m_fixture->path(u"some.logarchive"_s);
         QVERIFY(QDir().mkdir(archive));
-        start({QDir::current().relativeFilePath(list), archive + u'/'});
-        QCOMPARE(m_app->mainWindows().size(), 2);
-        QVERIFY(m_fixture->platform.alerts.shown.isEmpty());
+        const QString text = m_fixture->path(u"text"_s);
+        QVERIFY(QFile::copy(list, text));
+        start({QDir::current().relativeFilePath(list), m_fixture->path(u"nowhere"_s),
+               archive + u'/', u"file://"_s + text});
+        QCOMPARE(m_app->mainWindows().size(), 3);
+        QCOMPARE(m_fixture->platform.alerts.shown.size(), 1);
+        QCOMPARE(mainWindow(2).state().logger().logList().size(), 1);
         QVERIFY(!mainWindow(0).state().logger().usingArchive());
         QCOMPARE(mainWindow(0).state().logger().logList().size(), 1);
         QCOMPARE(mainWindow(1).state().logger().archURL().value_or(QUrl()),
                  QUrl::fromLocalFile(archive));
     }
 
-    void missingDocumentIsReported_data()
+    void otherThingsAreReported_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::newRow("list") << u"nowhere.tessel"_s;
-        QTest::newRow("archive") << u"nowhere.logarchive"_s;
-        QTest::newRow("archive that is a file") << u"file.logarchive"_s;
+        QTest::addColumn<QString>("document");
+        QTest::addColumn<QString>("reason");
+        const QString folder = m_folder.path() + u'/';
+        QTest::newRow("no list") << folder + u"nowhere.tessel"_s << u"No such file"_s;
+        QTest::newRow("no archive") << folder + u"nowhere.logarchive"_s << u"no such folder"_s;
+        QTest::newRow("archive that is a file")
+            << folder + u"file.logarchive"_s << u"no such folder"_s;
+        QTest::newRow("folder") << folder + u"empty"_s << u"no log files"_s;
+        QTest::newRow("trace file") << folder + u"a.tracev3"_s << u"not JSON"_s;
+        QTest::newRow("device") << u"/dev/zero"_s << u"not a file"_s;
+        QTest::newRow("elsewhere") << u"smb://host/list.tessel"_s << u"this computer"_s;
     }
 
-    void missingDocumentIsReported()
+    void otherThingsAreReported()
     {
-        QFETCH(QString, name);
-        QVERIFY(QFile(m_fixture->path(u"file.logarchive"_s)).open(QFile::WriteOnly));
-        start({m_fixture->path(name)});
+        QFETCH(QString, document);
+        for (const QString& name : {u"file.logarchive"_s, u"a.tracev3"_s}) {
+            QFile file(m_folder.filePath(name));
+            QVERIFY(file.open(QFile::WriteOnly) && file.write("\0\x10", 2) == 2);
+        }
+        QDir(m_folder.path()).mkdir(u"empty"_s);
+        start({document});
         QCOMPARE(m_fixture->platform.alerts.shown.size(), 1);
-        QVERIFY(m_fixture->platform.alerts.shown.first().informativeText.contains(
-            m_fixture->path(name)));
+        const QString told = m_fixture->platform.alerts.shown.first().informativeText;
+        QVERIFY2(told.contains(document), qPrintable(told));
+        QFETCH(QString, reason);
+        QVERIFY2(told.contains(reason), qPrintable(told));
         QCOMPARE(m_app->mainWindows().size(), 1);
         QVERIFY(!mainWindow().state().logger().usingArchive());
         QVERIFY(m_fixture->state.recentFiles().isEmpty());
     }
 
-    void otherArgumentsAreIgnored_data()
+    void optionsAreIgnored()
     {
-        QTest::addColumn<QString>("argument");
-        QTest::newRow("an option") << u"--period=60"_s;
-        QTest::newRow("an empty one") << QString();
-        QTest::newRow("another file") << u"/etc/hosts"_s;
-        QTest::newRow("another folder") << u"/tmp"_s;
-    }
-
-    void otherArgumentsAreIgnored()
-    {
-        QFETCH(QString, argument);
-        start({argument});
+        start({u"--period=60"_s, QString()});
         QCOMPARE(m_app->mainWindows().size(), 1);
-        QVERIFY(!mainWindow().state().logger().usingArchive());
         QVERIFY(m_fixture->platform.alerts.shown.isEmpty());
     }
 
@@ -317,9 +323,10 @@ private:
     void start(const QStringList& paths = {})
     {
         m_app = &m_fixture->start();
-        m_app->openDocuments(paths);
+        m_app->open({documentsOf(paths), {}});
     }
 
+    QTemporaryDir m_folder;
     std::unique_ptr<AppFixture> m_fixture;
     TesselApp* m_app = nullptr;
 };
