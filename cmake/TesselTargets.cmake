@@ -1,11 +1,15 @@
-# Warnings and sanitizers stand on one interface target: third-party code never sees them.
+# Warnings and sanitizers stand on one interface target: third-party code never sees them. Warnings
+# are errors for developers only: another compiler may know more of them than those we build with.
 add_library(tessel_options INTERFACE)
 target_compile_options(tessel_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wold-style-cast -Wcast-align
-    -Woverloaded-virtual -Wconversion -Wno-sign-conversion -Wimplicit-fallthrough -Werror
+    -Woverloaded-virtual -Wconversion -Wno-sign-conversion -Wimplicit-fallthrough
     # GCC 12, when it optimises, sees overlapping copies in plain assignments to std::string and
     # uninitialised members in moved std::variants. Other compilers do not know these warnings.
     -Wno-restrict -Wno-maybe-uninitialized -Wno-unknown-warning-option)
+if(TESSEL_DEVELOPER)
+    target_compile_options(tessel_options INTERFACE -Werror)
+endif()
 target_compile_definitions(tessel_options INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_KEYWORDS)
 if(TESSEL_SANITIZE)
@@ -14,13 +18,29 @@ if(TESSEL_SANITIZE)
     target_link_options(tessel_options INTERFACE -fsanitize=${TESSEL_SANITIZE})
 endif()
 
-# tessel_folder(NAME [QT] LINKS target... SOURCES file...)
+# tessel_precompiled(NAME LINKS target...)
+# The headers of precompiled/NAME.h, compiled once for the folders that name it.
+function(tessel_precompiled name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LINKS")
+    set(source ${CMAKE_BINARY_DIR}/precompiled_${name}.cpp)
+    file(CONFIGURE OUTPUT ${source} CONTENT "")
+    add_library(tessel_precompiled_${name} STATIC ${source})
+    target_link_libraries(tessel_precompiled_${name} PRIVATE ${arg_LINKS} tessel_options)
+    target_precompile_headers(tessel_precompiled_${name} PRIVATE
+        ${PROJECT_SOURCE_DIR}/cmake/precompiled/${name}.h)
+endfunction()
+tessel_precompiled(standard)
+tessel_precompiled(core LINKS Qt6::Core)
+tessel_precompiled(widgets LINKS Qt6::Widgets)
+
+# tessel_folder(NAME [QT] PRECOMPILED name LINKS target... SOURCES file...)
 # One folder of src/ as one static library, tessel_NAME. QT turns the meta-object compiler on.
 function(tessel_folder name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "QT" "" "LINKS;SOURCES")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "QT" "PRECOMPILED" "LINKS;SOURCES")
     add_library(tessel_${name} STATIC ${arg_SOURCES})
     target_include_directories(tessel_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
     target_link_libraries(tessel_${name} PUBLIC ${arg_LINKS} PRIVATE tessel_options)
+    target_precompile_headers(tessel_${name} REUSE_FROM tessel_precompiled_${arg_PRECOMPILED})
     set_target_properties(tessel_${name} PROPERTIES AUTOMOC ${arg_QT})
 endfunction()
 
