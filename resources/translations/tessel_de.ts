@@ -634,6 +634,14 @@ Freie Software unter der MIT-Lizenz.</translation>
         <source>A folder cannot be copied into itself</source>
         <translation>Ein Ordner kann nicht in sich selbst kopiert werden</translation>
     </message>
+    <message>
+        <source>A device or pipe is not replaced by a file</source>
+        <translation>Ein Gerät oder eine Pipe wird nicht durch eine Datei ersetzt</translation>
+    </message>
+    <message>
+        <source>No file can be created in the folder “%1”: %2</source>
+        <translation>Im Ordner „%1“ kann keine Datei angelegt werden: %2</translation>
+    </message>
 </context>
 <context>
     <name>GenTab</name>

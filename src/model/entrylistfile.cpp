@@ -247,7 +247,8 @@ Result<QList<LogEntry>> readEntryList(QIODevice& from)
 
 Result<void> saveEntryList(const QList<LogEntry>& entries, const QString& path)
 {
-    return replaceFile(path, [&](QIODevice& file) { return writeEntryList(entries, file); });
+    return replaceFile(QFile::encodeName(path).toStdString(),
+                       [&](QIODevice& file) { return writeEntryList(entries, file); });
 }
 
 Result<QList<LogEntry>> loadEntryList(const QString& path)

@@ -4,7 +4,7 @@
 #include "model/decimal.h"
 #include "platform/filereplacement.h"
 
-#include <QIODevice>
+#include <QFile>
 
 #include <array>
 #include <optional>
@@ -229,5 +229,6 @@ bool writeRichText(const QList<LogEntry>& entries, QIODevice& to)
 
 Result<void> saveRichText(const QList<LogEntry>& entries, const QString& path)
 {
-    return replaceFile(path, [&](QIODevice& file) { return writeRichText(entries, file); });
+    return replaceFile(QFile::encodeName(path).toStdString(),
+                       [&](QIODevice& file) { return writeRichText(entries, file); });
 }

@@ -57,12 +57,14 @@ bool writeBytes(int file, const char* bytes, std::int64_t size)
 {
     while (size > 0) {
         const ssize_t count = ::write(file, bytes, static_cast<std::size_t>(size));
-        if (count < 0 && errno != EINTR)
+        if (count == 0)
+            errno = EIO; // no file system should do this; trying again might never end
+        else if (count < 0 && errno == EINTR)
+            continue;
+        if (count <= 0)
             return false;
-        if (count > 0) {
-            bytes += count;
-            size -= count;
-        }
+        bytes += count;
+        size -= count;
     }
     return true;
 }

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cerrno>
+#include <dirent.h>
+#include <memory>
 #include <unistd.h>
 #include <utility>
 
@@ -9,11 +11,15 @@
 class FileDescriptor
 {
 public:
-    explicit FileDescriptor(int number) : m_number(number) {}
+    explicit FileDescriptor(int number = -1) : m_number(number) {}
     FileDescriptor(FileDescriptor&& other) noexcept : m_number(std::exchange(other.m_number, -1)) {}
     FileDescriptor(const FileDescriptor&) = delete;
     FileDescriptor& operator=(const FileDescriptor&) = delete;
-    FileDescriptor& operator=(FileDescriptor&&) = delete;
+    FileDescriptor& operator=(FileDescriptor&& other) noexcept
+    {
+        std::swap(m_number, other.m_number);
+        return *this;
+    }
     ~FileDescriptor()
     {
         const int before = errno;
@@ -29,3 +35,16 @@ public:
 private:
     int m_number;
 };
+
+struct FolderCloser
+{
+    void operator()(DIR* folder) const
+    {
+        const int before = errno;
+        ::closedir(folder);
+        errno = before;
+    }
+};
+
+/// An open folder of the system, closed at the end. Closing it leaves errno as it was.
+using OpenFolder = std::unique_ptr<DIR, FolderCloser>;

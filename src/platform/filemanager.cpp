@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/filemanager.h"
 
-#include "platform/bytecopy.h"
 #include "platform/filedescriptor.h"
+#include "platform/filereplacement.h"
 #include "platform/itemcopy.h"
-#include "platform/openfolder.h"
 
 #include <QCoreApplication>
 
@@ -196,12 +195,5 @@ Result<QByteArray> SystemFileManager::contentsOfFile(const FilePath& path)
 
 Result<void> SystemFileManager::writeFile(const FilePath& path, const QByteArray& contents)
 {
-    // Not blocking, so that a pipe that nobody reads does not stop the program.
-    FileDescriptor file(
-        ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NONBLOCK, 0666));
-    if (!file.isOpen() || !writeBytes(file.number(), contents.constData(), contents.size())
-        || !file.close())
-        return cannot(QT_TRANSLATE_NOOP("Failures", "The file “%1” could not be written: %2."),
-                      path, lastError());
-    return {};
+    return replaceFile(path, contents);
 }

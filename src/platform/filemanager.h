@@ -76,7 +76,7 @@ public:
     virtual Result<QByteArray> contentsOfFile(const FilePath& path) = 0;
     /// The contents of a file of text; fails when they are not UTF-8.
     Result<QByteArray> textOfFile(const FilePath& path);
-    /// Writes the file in place, over what it held.
+    /// Writes the file; see replaceFile().
     virtual Result<void> writeFile(const FilePath& path, const QByteArray& contents) = 0;
 };
 

@@ -3,14 +3,20 @@
 
 #include "platform/result.h"
 
-#include <QString>
-
+#include <filesystem>
 #include <functional>
 
+class QByteArray;
 class QIODevice;
 
-/// Writes a whole file so that nobody ever meets half of it: `write` fills a new file beside the
-/// old one, which takes the old one's place and permissions once every byte is on disk. When
-/// `write` returns false, or the disk refuses, the old file stays as it was and the failure names
-/// the path and the reason.
-Result<void> replaceFile(const QString& path, const std::function<bool(QIODevice&)>& write);
+/// Writes a whole file so that the old one is never lost: `write` fills a new file beside it, which
+/// takes the place of the old one, its owner, its group and its permissions once every byte is on
+/// disk. A link is followed.
+///
+/// When `write` returns false, or the system refuses any step, the old file stays as it was and the
+/// failure names the path and the reason. Folders, devices and pipes are refused.
+Result<void> replaceFile(const std::filesystem::path& path,
+                         const std::function<bool(QIODevice&)>& write);
+
+/// The same for contents that are at hand.
+Result<void> replaceFile(const std::filesystem::path& path, const QByteArray& contents);

@@ -4,7 +4,6 @@
 #include "platform/bytecopy.h"
 #include "platform/filedescriptor.h"
 #include "platform/keptattributes.h"
-#include "platform/openfolder.h"
 
 #include <QCoreApplication>
 

@@ -53,14 +53,21 @@ bool isSetOrUnknown(int result)
     return result == 0 || errno == EPERM || errno == EOPNOTSUPP;
 }
 
+bool keepAccess(int from, int to, const struct stat& item)
+{
+    mode_t mode = item.st_mode & permissionBits;
+    // Only the super-user may give files away, others at most to a group of theirs.
+    if (::fchown(to, item.st_uid, item.st_gid) < 0) {
+        mode &= ~mode_t{S_ISUID | S_ISGID}; // it would run as another
+        if (::fchown(to, static_cast<uid_t>(-1), item.st_gid) < 0)
+            mode &= ~mode_t{S_IRWXG} | (mode & S_IRWXO) << 3U;
+    }
+    keepExtendedAttributes(from, to); // while the copy can be written to
+    return isSetOrUnknown(::fchmod(to, mode));
+}
+
 bool keepAttributes(int from, int to, const struct stat& item)
 {
-    // Only the super-user may give files away; a copy that has changed hands must not run as its
-    // owner.
-    mode_t mode = item.st_mode & permissionBits;
-    if (::fchown(to, item.st_uid, item.st_gid) < 0)
-        mode &= static_cast<mode_t>(~(S_ISUID | S_ISGID));
-    keepExtendedAttributes(from, to); // while the copy can be written to
     const std::array<timespec, 2> times{item.st_atim, item.st_mtim};
-    return isSetOrUnknown(::fchmod(to, mode)) && isSetOrUnknown(::futimens(to, times.data()));
+    return keepAccess(from, to, item) && isSetOrUnknown(::futimens(to, times.data()));
 }

@@ -221,27 +221,6 @@ private Q_SLOTS:
                  u"The file “%1/%2” could not be read: %3."_s.arg(m_folder->path(), name, reason));
     }
 
-    void writesInPlace()
-    {
-        makeFile(path("file"), "a longer text that was there");
-        std::filesystem::create_hard_link(path("file"), path("same"));
-        QVERIFY(m_files.writeFile(path("file"), "new"));
-        QCOMPARE(bytesOf(path("same")), "new");
-        QVERIFY(m_files.writeFile(path("other"), ""));
-        QCOMPARE(bytesOf(path("other")), "");
-    }
-
-    void writeFailuresNameTheFile()
-    {
-        const auto full = m_files.writeFile("/dev/full", "x");
-        QVERIFY(!full);
-        QCOMPARE(QString::fromStdString(full.error().description),
-                 u"The file “/dev/full” could not be written: No space left on device."_s);
-        QVERIFY(!m_files.writeFile(path("missing/file"), "x"));
-        QCOMPARE(::mkfifo(path("pipe").c_str(), 0600), 0);
-        QVERIFY(!m_files.writeFile(path("pipe"), "x")); // that nobody reads
-    }
-
     void copiesBytesPermissionsAndTimes()
     {
         const std::string bytes = std::string(300'000, 'x') + '\0' + "end";

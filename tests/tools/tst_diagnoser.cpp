@@ -257,10 +257,9 @@ private Q_SLOTS:
         m_diagnoser->setTheOutputText(u"text"_s);
         m_diagnoser->saveText();
         m_platform->panels.confirm(m_folder->shownPath(u"missing/saved.txt"_s));
-        QCOMPARE(
-            m_diagnoser->theOutputText(),
-            u"textThe file “%1/missing/saved.txt” could not be written: No such file or directory."_s
-                .arg(m_folder->shownPath()));
+        QVERIFY(m_diagnoser->theOutputText().startsWith(
+            u"textThe file “%1/missing/saved.txt” could not be written: "_s.arg(
+                m_folder->shownPath())));
     }
 
     void workIsAnnounced()
