@@ -635,12 +635,27 @@ Freie Software unter der MIT-Lizenz.</translation>
         <translation>Ein Ordner kann nicht in sich selbst kopiert werden</translation>
     </message>
     <message>
+        <source>The folder “%1” could not be finished: %2.</source>
+        <translation>Der Ordner „%1“ konnte nicht fertiggestellt werden: %2.</translation>
+    </message>
+    <message>
         <source>A device or pipe is not replaced by a file</source>
         <translation>Ein Gerät oder eine Pipe wird nicht durch eine Datei ersetzt</translation>
     </message>
     <message>
         <source>No file can be created in the folder “%1”: %2</source>
         <translation>Im Ordner „%1“ kann keine Datei angelegt werden: %2</translation>
+    </message>
+    <message>
+        <source>It is nested too deeply</source>
+        <translation>Zu tief verschachtelt</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n more items could not be copied.</source>
+        <translation>
+            <numerusform>%n weiteres Objekt konnte nicht kopiert werden.</numerusform>
+            <numerusform>%n weitere Objekte konnten nicht kopiert werden.</numerusform>
+        </translation>
     </message>
 </context>
 <context>

@@ -11,4 +11,14 @@
         </translation>
     </message>
 </context>
+<context>
+    <name>Failures</name>
+    <message numerus="yes">
+        <source>%n more items could not be copied.</source>
+        <translation>
+            <numerusform>%n more item could not be copied.</numerusform>
+            <numerusform>%n more items could not be copied.</numerusform>
+        </translation>
+    </message>
+</context>
 </TS>

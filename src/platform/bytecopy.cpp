@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/bytecopy.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <limits>
 #include <linux/fs.h>
 #include <memory>
 #include <sys/ioctl.h>
@@ -11,18 +13,25 @@ namespace {
 
 using Observer = std::function<void(std::uint64_t)>;
 
+constexpr off_t toTheEnd = std::numeric_limits<off_t>::max();
+
 /// The kernel's own copy where it has one for these file systems. When it is unable, nothing was
 /// written.
 enum class KernelCopy { Done, Failed, Unable };
 
-KernelCopy copyInKernel(int from, int to, const Observer& observer)
+// The functions below copy up to `length` bytes, or to the end of the file, at the positions that
+// the two files stand at.
+
+KernelCopy copyInKernel(int from, int to, off_t length, const Observer& observer)
 {
-    constexpr std::size_t slice = std::size_t{1} << 26U; // well under a second
+    constexpr off_t slice = off_t{1} << 26U; // well under a second
     bool hasCopied = false;
-    for (;;) {
-        const ssize_t count = ::copy_file_range(from, nullptr, to, nullptr, slice, 0);
+    while (length > 0) {
+        const auto wanted = static_cast<std::size_t>(std::min(slice, length));
+        const ssize_t count = ::copy_file_range(from, nullptr, to, nullptr, wanted, 0);
         if (count > 0) {
             hasCopied = true;
+            length -= count;
             observer(static_cast<std::uint64_t>(count));
         } else if (count == 0) {
             // Of some kernel-made files it copies nothing, whatever they hold.
@@ -33,22 +42,60 @@ KernelCopy copyInKernel(int from, int to, const Observer& observer)
             return isRefused && !hasCopied ? KernelCopy::Unable : KernelCopy::Failed;
         }
     }
+    return KernelCopy::Done;
 }
 
-bool copyByHand(int from, int to, const Observer& observer)
+bool copyByHand(int from, int to, off_t length, const Observer& observer)
 {
-    constexpr std::size_t bufferSize = std::size_t{1} << 18U;
+    constexpr off_t bufferSize = off_t{1} << 18U;
     const auto buffer = std::make_unique<char[]>(bufferSize);
-    for (;;) {
-        const ssize_t count = ::read(from, buffer.get(), bufferSize);
+    while (length > 0) {
+        const auto wanted = static_cast<std::size_t>(std::min(bufferSize, length));
+        const ssize_t count = ::read(from, buffer.get(), wanted);
         if (count == 0)
-            return true;
+            break;
         if (count < 0 && errno == EINTR)
             continue;
         if (count < 0 || !writeBytes(to, buffer.get(), count))
             return false;
+        length -= count;
         observer(static_cast<std::uint64_t>(count));
     }
+    return true;
+}
+
+bool copyPart(int from, int to, off_t length, const Observer& observer)
+{
+    const KernelCopy result = copyInKernel(from, to, length, observer);
+    return result == KernelCopy::Unable ? copyByHand(from, to, length, observer)
+                                        : result == KernelCopy::Done;
+}
+
+/// Whether the file has holes.
+bool isSparse(int file, off_t size)
+{
+    const off_t hole = ::lseek(file, 0, SEEK_HOLE);
+    return ::lseek(file, 0, SEEK_SET) == 0 && hole >= 0 && hole < size;
+}
+
+/// Copies the parts between the holes, up to the given length.
+bool copySparse(int from, int to, off_t size, const Observer& observer)
+{
+    for (off_t position = 0; position < size;) {
+        off_t data = ::lseek(from, position, SEEK_DATA);
+        if (data < 0 && errno != ENXIO) // which says that the rest is a hole
+            return false;
+        data = data < 0 ? size : std::min(data, size);
+        observer(static_cast<std::uint64_t>(data - position));
+        const off_t hole = data < size ? ::lseek(from, data, SEEK_HOLE) : size;
+        const off_t end =
+            hole < 0 ? size : std::min(hole, size); // the file may have been cut short
+        if (::lseek(from, data, SEEK_SET) < 0 || ::lseek(to, data, SEEK_SET) < 0
+            || !copyPart(from, to, end - data, observer))
+            return false;
+        position = end;
+    }
+    return ::ftruncate(to, size) == 0;
 }
 
 } // namespace
@@ -76,7 +123,6 @@ bool copyBytes(int from, int to, off_t size, const Observer& observer)
         observer(static_cast<std::uint64_t>(size));
         return true;
     }
-    const KernelCopy result = copyInKernel(from, to, observer);
-    return result == KernelCopy::Unable ? copyByHand(from, to, observer)
-                                        : result == KernelCopy::Done;
+    return isSparse(from, size) ? copySparse(from, to, size, observer)
+                                : copyPart(from, to, toTheEnd, observer);
 }

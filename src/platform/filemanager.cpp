@@ -4,6 +4,7 @@
 #include "platform/filedescriptor.h"
 #include "platform/filereplacement.h"
 #include "platform/itemcopy.h"
+#include "platform/keptattributes.h"
 
 #include <QCoreApplication>
 
@@ -159,6 +160,12 @@ bool SystemFileManager::isFolder(const FilePath& path)
     return std::filesystem::is_directory(path, error);
 }
 
+bool SystemFileManager::isLink(const FilePath& path)
+{
+    std::error_code error;
+    return std::filesystem::is_symlink(path, error);
+}
+
 Result<void> SystemFileManager::createFolder(const FilePath& path)
 {
     if (::mkdir(path.c_str(), 0777) < 0)
@@ -167,10 +174,25 @@ Result<void> SystemFileManager::createFolder(const FilePath& path)
     return {};
 }
 
-Result<void>
-SystemFileManager::copyItem(const FilePath& from, const FilePath& to, const CopyObserver& observer)
+std::vector<Failure> SystemFileManager::copyItem(const FilePath& from,
+                                                 const FilePath& to,
+                                                 CopiedTop top,
+                                                 const CopyObserver& observer)
 {
-    return ::copyItem(from, to, observer);
+    return ::copyItem(from, to, top, observer);
+}
+
+Result<void> SystemFileManager::finishFolder(const FilePath& from, const FilePath& to)
+{
+    constexpr int asFolder = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
+    const FileDescriptor original(::open(from.c_str(), asFolder));
+    const FileDescriptor copy(::open(to.c_str(), asFolder | O_NOFOLLOW));
+    struct stat item = {};
+    if (!original.isOpen() || !copy.isOpen() || ::fstat(original.number(), &item) < 0
+        || !keepAttributes(original.number(), copy.number(), item))
+        return cannot(QT_TRANSLATE_NOOP("Failures", "The folder “%1” could not be finished: %2."),
+                      to, lastError());
+    return {};
 }
 
 Result<QByteArray> SystemFileManager::contentsOfFile(const FilePath& path)

@@ -53,6 +53,13 @@ struct CopyProgress
 /// Called after each item, and in a large file now and then. May run events.
 using CopyObserver = std::function<void(const CopyProgress&)>;
 
+/// What happens to the item itself that is copied; links below it are always copied as links.
+enum class CopiedTop {
+    AsItIs,
+    Followed,   ///< a link is followed
+    ToBeFilled, ///< as above; a folder gets its attributes later, from finishFolder()
+};
+
 /// The operations on files and folders that can fail, whole items at a time. Failures name the file
 /// and the reason.
 class FileManager
@@ -68,11 +75,17 @@ public:
                                                           const NameFilter& isWanted) = 0;
     /// Whether there is a folder at the path; links are followed.
     virtual bool isFolder(const FilePath& path) = 0;
+    virtual bool isLink(const FilePath& path) = 0;
     virtual Result<void> createFolder(const FilePath& path) = 0;
-    /// Copies a file, a link, or a folder with all it holds. Never overwrites, and leaves nothing
-    /// at `to` when it fails.
-    virtual Result<void>
-    copyItem(const FilePath& from, const FilePath& to, const CopyObserver& observer) = 0;
+    /// Copies a file, a link, or a folder with all it holds, and returns what failed. Never
+    /// overwrites. An item in a folder that cannot be read is left out; when the item itself fails,
+    /// or the disk is full, nothing is left at `to`.
+    virtual std::vector<Failure> copyItem(const FilePath& from,
+                                          const FilePath& to,
+                                          CopiedTop top,
+                                          const CopyObserver& observer) = 0;
+    /// Gives a copied folder that has been filled the attributes of its original.
+    virtual Result<void> finishFolder(const FilePath& from, const FilePath& to) = 0;
     virtual Result<QByteArray> contentsOfFile(const FilePath& path) = 0;
     /// The contents of a file of text; fails when they are not UTF-8.
     Result<QByteArray> textOfFile(const FilePath& path);
@@ -87,9 +100,13 @@ public:
     Result<std::vector<FolderItem>> itemsOfFolder(const FilePath& folder,
                                                   const NameFilter& isWanted) override;
     bool isFolder(const FilePath& path) override;
+    bool isLink(const FilePath& path) override;
     Result<void> createFolder(const FilePath& path) override;
-    Result<void>
-    copyItem(const FilePath& from, const FilePath& to, const CopyObserver& observer) override;
+    std::vector<Failure> copyItem(const FilePath& from,
+                                  const FilePath& to,
+                                  CopiedTop top,
+                                  const CopyObserver& observer) override;
+    Result<void> finishFolder(const FilePath& from, const FilePath& to) override;
     Result<QByteArray> contentsOfFile(const FilePath& path) override;
     Result<void> writeFile(const FilePath& path, const QByteArray& contents) override;
 };

@@ -34,9 +34,10 @@ QVariantMap infoDictionary(quint64 tickCount, const QVariantMap& version)
 
 void ArchiveBuild::copyLogs()
 {
-    copy(m_source / "uuidtext", m_destination);
+    m_isNew = !m_files.isFolder(m_destination);
+    copy(m_source / "uuidtext", m_destination, CopiedTop::ToBeFilled);
     for (const char* name : logFolders)
-        copy(m_source / "diagnostics" / name, m_destination / name);
+        copy(m_source / "diagnostics" / name, m_destination / name, CopiedTop::Followed);
     const FilePath extra = m_destination / "Extra";
     reportStep(u"creating folder at "_s + shownPath(extra));
     if (reportFailure(m_files.createFolder(extra)))
@@ -55,18 +56,21 @@ void ArchiveBuild::copyLooseFiles()
     const FilePath extra = m_destination / "Extra";
     for (const std::string& name : *names) {
         if (!m_files.isFolder(diagnostics / name))
-            copy(diagnostics / name, (name == liveDataFile ? m_destination : extra) / name);
+            copy(diagnostics / name, (name == liveDataFile ? m_destination : extra) / name,
+                 CopiedTop::AsItIs);
     }
 }
 
-void ArchiveBuild::copy(const FilePath& from, const FilePath& to)
+void ArchiveBuild::copy(const FilePath& from, const FilePath& to, CopiedTop top)
 {
     reportStep(u"copying from "_s + shownPath(from) + u" to "_s + shownPath(to));
     const CopyProgress before = m_copied;
-    reportFailure(m_files.copyItem(from, to, [this, before](const CopyProgress& item) {
+    const auto failures = m_files.copyItem(from, to, top, [this, before](const CopyProgress& item) {
         m_copied = {before.items + item.items, before.bytes + item.bytes};
         m_reports.copied(m_copied);
-    }));
+    });
+    for (const Failure& failure : failures)
+        reportFailure(tl::unexpected(failure));
 }
 
 void ArchiveBuild::writeInfo(quint64 tickCount)
@@ -79,8 +83,15 @@ void ArchiveBuild::writeInfo(quint64 tickCount)
     const auto xml = propertyListXml(infoDictionary(tickCount, version));
     const FilePath info = m_destination / "Info.plist";
     reportStep(u"writing export dictionary to "_s + shownPath(info));
-    if (!xml || !m_files.writeFile(info, *xml))
+    // A link of that name comes from "uuidtext", and may lead out of the archive.
+    if (!xml || m_files.isLink(info) || !m_files.writeFile(info, *xml))
         m_reports.text(u"Couldn't save exported file."_s);
+}
+
+void ArchiveBuild::finish()
+{
+    if (m_isNew && m_files.isFolder(m_destination))
+        reportFailure(m_files.finishFolder(m_source / "uuidtext", m_destination));
 }
 
 QVariantMap ArchiveBuild::versionDictionary()

@@ -37,9 +37,11 @@ public:
     /// Writes the archive's "Info.plist", in which `tickCount` is the moment that the archive ends
     /// at.
     void writeInfo(quint64 tickCount);
+    /// Gives the archive the attributes of "uuidtext", which may forbid adding to it.
+    void finish();
 
 private:
-    void copy(const FilePath& from, const FilePath& to);
+    void copy(const FilePath& from, const FilePath& to, CopiedTop top);
     void copyLooseFiles();
     QVariantMap versionDictionary();
     void reportStep(const QString& step) const;
@@ -51,4 +53,5 @@ private:
     bool m_debug;
     ArchiveBuildReports m_reports;
     CopyProgress m_copied;
+    bool m_isNew = false; ///< whether the destination was free
 };

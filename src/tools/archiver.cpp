@@ -41,5 +41,6 @@ void Archiver::askForDestination(const FilePath& source, bool debug)
                             [this](const CopyProgress& progress) { Q_EMIT copied(progress); }});
         build.copyLogs();
         build.writeInfo(platform().clock.tickCount());
+        build.finish();
     });
 }

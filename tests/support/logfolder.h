@@ -82,18 +82,25 @@ public:
         return items;
     }
     bool isFolder(const FilePath& path) override { return m_files.isFolder(path); }
+    bool isLink(const FilePath& path) override { return m_files.isLink(path); }
     Result<void> createFolder(const FilePath& path) override
     {
         if (fails(path))
             return refusal(path);
         return m_files.createFolder(path);
     }
-    Result<void>
-    copyItem(const FilePath& from, const FilePath& to, const CopyObserver& observer) override
+    std::vector<Failure> copyItem(const FilePath& from,
+                                  const FilePath& to,
+                                  CopiedTop top,
+                                  const CopyObserver& observer) override
     {
         if (fails(from))
-            return refusal(from);
-        return m_files.copyItem(from, to, observer);
+            return {refusal(from).value()};
+        return m_files.copyItem(from, to, top, observer);
+    }
+    Result<void> finishFolder(const FilePath& from, const FilePath& to) override
+    {
+        return m_files.finishFolder(from, to);
     }
     Result<QByteArray> contentsOfFile(const FilePath& path) override
     {

@@ -195,6 +195,34 @@ private Q_SLOTS:
         QCOMPARE(info().value(u"SpecialMetadata"_s).toMap().value(u"TTL"_s).toMap().size(), 2);
     }
 
+    void linksAtTheTopAreFollowed()
+    {
+        makeSource();
+        m_folder->make("elsewhere/Info.plist", "of the source");
+        for (const char* name : {"uuidtext", "diagnostics/Persist"}) {
+            const FilePath folder = m_folder->path("db" / FilePath(name));
+            std::filesystem::rename(folder, m_folder->path("elsewhere" / folder.filename()));
+            std::filesystem::create_symlink(m_folder->path("elsewhere" / folder.filename()),
+                                            folder);
+        }
+        const FilePath strings = m_folder->path("elsewhere/uuidtext");
+        std::filesystem::create_symlink("../elsewhere/Info.plist", strings / "Info.plist");
+        std::filesystem::permissions(strings, std::filesystem::perms(0555));
+        create();
+        QCOMPARE(
+            m_archiver->theOutputText(),
+            here(u"Source: ~/db\nDestination:~/db.logarchive\nCouldn't save exported file."_s));
+        QCOMPARE(m_folder->files("elsewhere"),
+                 (QStringList{u"Info.plist"_s, u"Persist/1.tracev3"_s, u"uuidtext/00/AB"_s,
+                              u"uuidtext/Info.plist"_s, u"uuidtext/dsc/CD"_s}));
+        QCOMPARE(m_folder->bytes("elsewhere/Info.plist"), "of the source"_ba);
+        QCOMPARE(m_folder->files("db.logarchive/Persist"), QStringList{u"1.tracev3"_s});
+        const FilePath archive = m_folder->path("db.logarchive");
+        QCOMPARE(std::filesystem::status(archive).permissions(), std::filesystem::perms(0555));
+        std::filesystem::permissions(archive, std::filesystem::perms(0755));
+        std::filesystem::permissions(strings, std::filesystem::perms(0755));
+    }
+
     void failuresAreReportedInPlace_data()
     {
         QTest::addColumn<QByteArray>("failing");
