@@ -38,13 +38,14 @@ std::error_code lastError()
     return {errno, std::generic_category()};
 }
 
-/// Within half of what a FileTime can hold, so that no two times lie too far apart for it.
 FileTime time(const struct statx_timestamp& stamp)
 {
     using namespace std::chrono;
-    constexpr std::int64_t furthest = floor<seconds>(nanoseconds::max()).count() / 2;
-    const seconds counted(std::clamp<std::int64_t>(stamp.tv_sec, -furthest, furthest));
-    return FileTime(counted + nanoseconds(stamp.tv_nsec));
+    // A day off, so that they are years of four digits in every zone.
+    constexpr sys_seconds first = sys_days(year(1) / 1 / 2);
+    constexpr sys_seconds last = sys_days(year(9999) / 12 / 31);
+    const sys_seconds second(seconds(stamp.tv_sec));
+    return std::clamp(second, first, last) + floor<microseconds>(nanoseconds(stamp.tv_nsec));
 }
 
 FileAttributes attributes(const struct statx& item)

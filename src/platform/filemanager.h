@@ -7,6 +7,7 @@
 #include <QString>
 #include <QUrl>
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <functional>
@@ -18,7 +19,8 @@
 /// those that are not.
 using FilePath = std::filesystem::path;
 
-using FileTime = std::chrono::sys_time<std::chrono::nanoseconds>;
+/// Times beyond the years 1 to 9999 are cut to these.
+using FileTime = std::chrono::sys_time<std::chrono::microseconds>;
 
 /// The path of a local file's location, without a trailing separator.
 FilePath filePath(const QUrl& location);
@@ -30,9 +32,11 @@ struct FileAttributes
 {
     bool isRegularFile = false;
     std::uint64_t size = 0;
-    // Times that cannot be counted in nanoseconds are cut to the nearest that can.
     FileTime created; ///< where the file system does not know, the earliest of its other times
     FileTime modified;
+
+    /// A copy is created when it is copied: then the time of modification is the older one.
+    FileTime firstWritten() const { return std::min(created, modified); }
 };
 
 struct FolderItem

@@ -79,7 +79,7 @@ QString Diagnoser::oldestEntryLine(const FilePath& persist) const
         return u"Couldn't determine the oldest log entry.\n"_s;
     for (const FolderItem& item : *items) {
         if (item.attributes)
-            oldest = std::min(oldest, item.attributes->created);
+            oldest = std::min(oldest, item.attributes->firstWritten());
     }
     using Days = std::chrono::duration<double, std::ratio<86400>>;
     const auto days = withFourSignificantDigits(Days(now() - oldest).count(), QLocale());

@@ -18,7 +18,7 @@ bool isLogData(std::string_view name)
 }
 
 /// With one decimal place, whatever the user's language.
-QString minutesText(std::chrono::nanoseconds period)
+QString minutesText(std::chrono::microseconds period)
 {
     const double minutes = std::chrono::duration<double, std::ratio<60>>(period).count();
     std::array<char, 32> text{};
@@ -58,11 +58,11 @@ LogCatalogue::lineOf(const std::string& name, const FileAttributes& file, const 
     QString line;
     line.reserve(128);
     line.append(label).append(u'/').append(shownPath(name)).append(u'\t');
-    appendDate(line, file.created, m_created);
+    appendDate(line, file.firstWritten(), m_created);
     line.append(u"  ");
     appendDate(line, file.modified, m_modified);
     line.append(u"  ").append(QString::number(file.size)).append(u" bytes");
-    // A copy can be younger than what was last written into it.
+    // A copy is younger than what was last written into it: its period is not known.
     if (file.modified >= file.created)
         line.append(u", period ").append(minutesText(file.modified - file.created)).append(u" min");
     return line.append(u'\n');

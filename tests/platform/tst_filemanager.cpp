@@ -135,7 +135,8 @@ private Q_SLOTS:
         QVERIFY(file);
         QVERIFY(file->isRegularFile);
         QCOMPARE(file->size, 5U);
-        QCOMPARE(file->modified.time_since_epoch().count(), 1'000'000'000'123'456'789);
+        QCOMPARE(file->modified.time_since_epoch().count(), 1'000'000'000'123'456);
+        QCOMPARE(file->firstWritten(), file->modified); // as in a copy, which is younger
         QVERIFY(file->created.time_since_epoch() > std::chrono::hours(24 * 365 * 50));
         QVERIFY(m_files.createFolder(path("folder")));
         QVERIFY(!attributes("folder")->isRegularFile);
@@ -143,24 +144,21 @@ private Q_SLOTS:
         QVERIFY(!attributes("link")->isRegularFile);
     }
 
-    void farTimesAreCut_data()
+    void farTimesComeThrough_data()
     {
         QTest::addColumn<qint64>("seconds");
-        QTest::newRow("far ahead") << qint64{15'000'000'000};
-        QTest::newRow("far back") << qint64{-15'000'000'000};
+        QTest::newRow("year 2445") << qint64{15'000'000'000};
+        QTest::newRow("year 1494") << qint64{-15'000'000'000};
     }
 
-    void farTimesAreCut()
+    void farTimesComeThrough()
     {
         QFETCH(qint64, seconds);
         makeFile(path("file"), "");
         setModified(path("file"), seconds, 0);
-        const auto file = attributes("file");
-        QCOMPARE(file->modified > FileTime(), seconds > 0);
-        const auto opposite = -file->modified.time_since_epoch();
-        QCOMPARE(file->modified > FileTime(opposite),
-                 seconds > 0); // so far from each other they can be
-        QCOMPARE((file->modified - FileTime(opposite)).count() > 0, seconds > 0);
+        if (statusOf(path("file")).st_mtim.tv_sec != seconds)
+            QSKIP("This file system has no such times.");
+        QCOMPARE(attributes("file")->modified, FileTime(std::chrono::seconds(seconds)));
     }
 
     void foldersAreFoundThroughLinks()

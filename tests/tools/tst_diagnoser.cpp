@@ -72,8 +72,10 @@ private Q_SLOTS:
         m_folder->make("timesync/2");
         m_folder->make("loose");
         m_files.alter = [](const FilePath& path, FileAttributes& file) {
-            // 2024-02-29 13:05:09 UTC for one of them, a week and an hour before now
-            file.created = FileTime(
+            // All of them copies; one was written on 2024-02-29 at 12:05:09 UTC, a week and an hour
+            // before now.
+            file.created = FileTime(std::chrono::seconds(1709816700));
+            file.modified = FileTime(
                 std::chrono::seconds(path.filename() == ".hidden" ? 1709208309 : 1709816700));
         };
         run(&Diagnoser::getInfo);
