@@ -91,7 +91,7 @@ private Q_SLOTS:
     void everyFieldOfEveryExpectedEntry_data()
     {
         QTest::addColumn<QString>("name");
-        for (const char* name : {"macos15", "f30", "f85", "f85-strings", "forged"})
+        for (const char* name : {"macos15", "f30", "f85", "f85-strings", "forged", "golden27"})
             QTest::newRow(name) << QString::fromLatin1(name);
     }
     void everyFieldOfEveryExpectedEntry()

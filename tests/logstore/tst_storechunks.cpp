@@ -108,6 +108,14 @@ private Q_SLOTS:
             },
             "[<decode: missing data>]");
         row(
+            "of a later time, where none is of its own",
+            [](WrittenStore& s) -> std::vector<ChunkSet> {
+                return {{{oversizeOf(s, 20, 3, "later"), oversizeOf(s, 8, 4, "earlier"),
+                          oversizeOf(s, 21, 4, "later"),
+                          s.page({withOversize(s, 9, 3), withOversize(s, 10, 4)})}}};
+            },
+            "[later]\n[earlier]");
+        row(
             "two records, two references",
             [](WrittenStore& s) -> std::vector<ChunkSet> {
                 return {{{oversizeOf(s, 8, 1, "one"), oversizeOf(s, 9, 2, "two"),

@@ -114,12 +114,14 @@ OversizeStore::Chunks::iterator OversizeStore::lookUp(const OversizeKey& wanted)
             return inFile;
         key.time = UINT64_MAX;
     }
+    const auto fits = [&](Chunks::iterator chunk) {
+        return chunk != m_chunks.end() && chunk->first.isOfReference(wanted)
+               && chunk->first.file == wanted.file;
+    };
     const auto after = m_chunks.upper_bound(wanted);
-    if (after == m_chunks.begin())
-        return m_chunks.end();
-    const auto before = std::prev(after);
-    const bool fits = before->first.isOfReference(wanted) && before->first.file == wanted.file;
-    return fits ? before : m_chunks.end();
+    if (after != m_chunks.begin() && fits(std::prev(after)))
+        return std::prev(after);
+    return fits(after) ? after : m_chunks.end();
 }
 
 /// Takes back the other bodies of the chunk set as well: their records are likely to come next.

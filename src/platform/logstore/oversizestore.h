@@ -37,8 +37,8 @@ public:
     void add(const ChunkSetPlace& place, std::size_t offset, Bytes body);
 
     /// The body of a record's chunk: the one of its time, in its own file or another of its boot;
-    /// failing that, the nearest before it in its file that has its reference. Empty when there is
-    /// none. Valid until the next call.
+    /// failing that, one of its file that has its reference: the nearest before it, else the
+    /// nearest after. Empty when there is none. Valid until the next call.
     Bytes find(const OversizeKey& wanted);
 
 private:
