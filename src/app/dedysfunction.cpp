@@ -101,7 +101,9 @@ bool deDysfunction::hasTimesyncFiles()
 
 bool deDysfunction::hasFiles(const char* folder)
 {
-    const FilePath path = m_access.folder / "diagnostics" / folder;
+    if (!m_access.folder)
+        return true;
+    const FilePath path = *m_access.folder / "diagnostics" / folder;
     if (!m_files.isFolder(path))
         return false;
     const auto contents = m_files.contentsOfFolder(path);
@@ -110,6 +112,8 @@ bool deDysfunction::hasFiles(const char* folder)
 
 bool deDysfunction::storeHasEntries()
 {
+    if (!m_access.folder)
+        return true;
     const auto store = m_platform.logStores.local();
     if (!store)
         return false;

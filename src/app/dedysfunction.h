@@ -10,7 +10,7 @@
 /// Where the local log store is, and who may read it.
 struct LocalStoreAccess
 {
-    FilePath folder; ///< holds the store's "diagnostics"
+    std::optional<FilePath> folder; ///< holds the store's "diagnostics"; absent: there is no store
     std::optional<QString> administratorsGroup;
 };
 
@@ -28,6 +28,7 @@ public:
     bool check();
 
     bool isAdministrator();
+    /// Without a store, this test and the next two find nothing missing.
     bool hasPersistFiles();
     bool hasTimesyncFiles();
     bool storeHasEntries();

@@ -96,10 +96,9 @@ void TesselApp::runStartUpChecks()
     const auto folder = m_surroundings.prepareLocalStore();
     if (!folder)
         showAlert(QString::fromStdString(folder.error().description));
-    const LocalStoreAccess access{
-        filePath(QUrl::fromLocalFile(folder.value_or(u"/var/db"_s))),
-        m_surroundings.administratorsGroup,
-    };
+    LocalStoreAccess access{std::nullopt, m_surroundings.administratorsGroup};
+    if (folder)
+        access.folder = filePath(QUrl::fromLocalFile(*folder));
     deDysfunction(m_surroundings.platform, m_surroundings.files, access, [this] {
         m_askedToQuit = true;
     }).check();

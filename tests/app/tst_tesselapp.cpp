@@ -309,6 +309,8 @@ private Q_SLOTS:
             QVERIFY(atPreparation.color(QPalette::Base).lightnessF() < 0.2F);
             QVERIFY(alerts.shown.first().contains(u"disk is full"_s));
             QVERIFY(alerts.shown.last().contains(file.fileName()));
+            QCOMPARE(alerts.shown.size(), 2);
+            QVERIFY(!app.isAskedToQuit());
         }
         QCoreApplication::processEvents();
         QCOMPARE(alerts.shown.filter(file.fileName()).size(), 1);
