@@ -551,10 +551,6 @@ Freie Software unter der MIT-Lizenz.</translation>
 <context>
     <name>Failures</name>
     <message>
-        <source>The folder “%1” for the demonstration store cannot be made.</source>
-        <translation>Der Ordner „%1“ für den Demonstrationsspeicher kann nicht angelegt werden.</translation>
-    </message>
-    <message>
         <source>Entry %1 is nested too deeply.</source>
         <translation>Eintrag %1 ist zu tief verschachtelt.</translation>
     </message>
@@ -656,6 +652,10 @@ Freie Software unter der MIT-Lizenz.</translation>
             <numerusform>%n weiteres Objekt konnte nicht kopiert werden.</numerusform>
             <numerusform>%n weitere Objekte konnten nicht kopiert werden.</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>The folder “%1” for the demonstration store cannot be made: %2.</source>
+        <translation>Der Ordner „%1“ für den Demonstrationsspeicher kann nicht angelegt werden: %2.</translation>
     </message>
 </context>
 <context>

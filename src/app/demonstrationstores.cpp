@@ -10,6 +10,8 @@
 #include <QStandardPaths>
 
 #include <algorithm>
+#include <cerrno>
+#include <filesystem>
 
 using namespace Qt::StringLiterals;
 
@@ -22,6 +24,12 @@ QDateTime firstSeconds(const QDateTime& now)
     constexpr int seconds = 6;
     const QTime time = now.time();
     return now.addMSecs((seconds - time.second()) * 1000 - time.msec());
+}
+
+std::int64_t nanoseconds(const QDateTime& time)
+{
+    constexpr std::int64_t nanosecondsPerMillisecond = 1'000'000;
+    return time.toMSecsSinceEpoch() * nanosecondsPerMillisecond;
 }
 
 QString lockOf(const QString& folder)
@@ -65,17 +73,29 @@ private:
     bool m_isOwn = false;
 };
 
-DemonstrationStores::DemonstrationStores(QString parent, const Clock& clock)
-    : m_parent(std::move(parent))
+struct DemonstrationStores::Kept
+{
+    std::unique_ptr<OwnFolder> folder;
+    DemonstrationStore store;
+};
+
+DemonstrationStores::DemonstrationStores(QStringList parents, const Clock& clock)
+    : m_parents(std::move(parents))
     , m_clock(clock)
 {
 }
 
 DemonstrationStores::~DemonstrationStores() = default;
 
-QString DemonstrationStores::defaultParent()
+QStringList DemonstrationStores::defaultParents()
 {
-    return QStandardPaths::writableLocation(QStandardPaths::CacheLocation) + u"/Demonstration"_s;
+    QStringList parents{QStandardPaths::writableLocation(QStandardPaths::CacheLocation)};
+    const QString session = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    if (QDir::isAbsolutePath(session))
+        parents.append(session + u"/Tessel"_s);
+    for (QString& parent : parents)
+        parent += u"/Demonstration"_s;
+    return parents;
 }
 
 void DemonstrationStores::expectPresentMinute()
@@ -83,64 +103,93 @@ void DemonstrationStores::expectPresentMinute()
     m_expected = firstSeconds(m_clock.now());
 }
 
-bool DemonstrationStores::isRecent() const
-{
-    constexpr qint64 longestAgo = 300; // seconds
-    return m_end >= m_expected && std::abs(m_end.secsTo(m_clock.now())) <= longestAgo;
-}
-
 Result<QString> DemonstrationStores::folder()
 {
-    if (m_folders.empty() || !isRecent()) {
-        const auto written = write();
-        if (!written && m_folders.empty())
-            return tl::unexpected(written.error());
+    constexpr qint64 longestAgo = 300; // seconds
+    const qint64 age = m_end.secsTo(m_clock.now());
+    if (m_stores.empty() || age < -longestAgo) {
+        const auto begun = begin();
+        if (!begun && m_stores.empty())
+            return tl::unexpected(begun.error());
+    } else if (m_end < m_expected || age > longestAgo) {
+        goOn();
     }
-    return m_folders.back()->path();
+    return m_stores.back()->folder->path();
 }
 
-Result<void> DemonstrationStores::write()
+Result<void> DemonstrationStores::begin()
 {
-    constexpr std::int64_t nanosecondsPerMillisecond = 1'000'000;
-    auto folder = makeFolder();
+    Result<void> first;
+    for (const QString& parent : std::as_const(m_parents)) {
+        auto begun = beginIn(parent);
+        if (begun)
+            return begun;
+        if (first)
+            first = std::move(begun);
+    }
+    m_temporary = std::make_unique<QTemporaryDir>(QDir::tempPath() + u"/tessel-XXXXXX"_s);
+    if (m_temporary->isValid() && beginIn(m_temporary->path()))
+        return {};
+    return first;
+}
+
+Result<void> DemonstrationStores::beginIn(const QString& parent)
+{
+    auto folder = makeFolder(parent);
     if (!folder)
         return tl::unexpected(folder.error());
-    const QDateTime end = std::max(m_clock.now(), firstSeconds(m_clock.now()));
-    auto written = writeDemonstrationStore(QDir((*folder)->path()).filesystemAbsolutePath(),
-                                           end.toMSecsSinceEpoch() * nanosecondsPerMillisecond);
+    DemonstrationStore store(QDir((*folder)->path()).filesystemAbsolutePath());
+    const QDateTime end = endToWrite();
+    auto written = store.writeUntil(nanoseconds(end));
     if (!written)
         return written;
-    m_end = m_expected = end;
-    if (m_folders.size() > 1)
-        m_folders.erase(m_folders.begin());
-    m_folders.push_back(std::move(*folder));
+    m_end = end;
+    if (m_stores.size() > 1)
+        m_stores.erase(m_stores.begin());
+    m_stores.push_back(std::make_unique<Kept>(Kept{std::move(*folder), std::move(store)}));
     return {};
 }
 
-Result<std::unique_ptr<DemonstrationStores::OwnFolder>> DemonstrationStores::makeFolder() const
+/// What cannot be written is tried again the next time.
+void DemonstrationStores::goOn()
 {
-    const auto cannot = [](const QString& folder) {
+    const QDateTime end = std::max(endToWrite(), m_end);
+    if (m_stores.back()->store.writeUntil(nanoseconds(end)))
+        m_end = end;
+}
+
+QDateTime DemonstrationStores::endToWrite() const
+{
+    return std::max(m_clock.now(), firstSeconds(m_clock.now()));
+}
+
+Result<std::unique_ptr<DemonstrationStores::OwnFolder>>
+DemonstrationStores::makeFolder(const QString& parent) const
+{
+    const auto cannot = [](const QString& folder, const QString& reason) {
         return failure(
             QCoreApplication::translate(
-                "Failures", "The folder “%1” for the demonstration store cannot be made.")
-                .arg(folder)
+                "Failures", "The folder “%1” for the demonstration store cannot be made: %2.")
+                .arg(folder, reason)
                 .toStdString());
     };
-    const QDir parent(m_parent);
-    if (!parent.mkpath(u"."_s))
-        return cannot(m_parent);
-    if (m_folders.empty())
-        OwnFolder::removeAbandoned(parent);
+    const QDir folder(parent);
+    std::error_code error;
+    std::filesystem::create_directories(folder.filesystemAbsolutePath(), error);
+    if (error)
+        return cannot(parent, QString::fromLocal8Bit(error.message()));
+    if (m_stores.empty())
+        OwnFolder::removeAbandoned(folder);
     const QString name = m_clock.now().toString(u"yyyy-MM-dd HH.mm.ss"_s);
     for (int number = 1;; ++number) {
         const QString path =
-            parent.filePath(number == 1 ? name : u"%1 (%2)"_s.arg(name).arg(number));
+            folder.filePath(number == 1 ? name : u"%1 (%2)"_s.arg(name).arg(number));
         if (QFileInfo::exists(path))
             continue;
-        auto folder = std::make_unique<OwnFolder>(path);
-        if (folder->isOwn() && parent.mkdir(path))
-            return folder;
-        if (!folder->isAnothers())
-            return cannot(path);
+        auto own = std::make_unique<OwnFolder>(path);
+        if (own->isOwn() && folder.mkdir(path))
+            return own;
+        if (!own->isAnothers())
+            return cannot(path, qt_error_string(errno));
     }
 }

@@ -56,7 +56,7 @@ struct System
     QtPanels panels{state};
     QtAlerts alerts;
     SystemClock clock;
-    DemonstrationStores demonstration{DemonstrationStores::defaultParent(), clock};
+    DemonstrationStores demonstration{DemonstrationStores::defaultParents(), clock};
     SystemLogStores logStores{{u"/var/db"_s, u"/private/var/db"_s},
                               [this] { return demonstration.folder(); }};
     SystemProcessRunner processes;

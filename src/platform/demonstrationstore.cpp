@@ -7,6 +7,7 @@
 #include "platform/logstore/writer/tracelayout.h"
 
 #include <algorithm>
+#include <limits>
 #include <map>
 #include <utility>
 
@@ -23,8 +24,9 @@ constexpr std::int64_t hour = 60 * minute;
 struct Run
 {
     Boot boot;
-    std::int64_t firstScene = 0;
     std::int64_t end = 0;
+    std::int64_t nextScene = 0; ///< when it is played
+    std::size_t scenesPlayed = 0;
     bool showsStart = false;
 };
 
@@ -65,9 +67,9 @@ std::vector<Run> runsOf(std::int64_t now)
         makeRun(2, now - 35 * minute, now,
                 {{9 * second, 0}, {12 * minute, 23'000'000}, {21 * minute, -1'250'000'000}}),
     };
-    runs[0].firstScene = now - 60 * minute;
+    runs[0].nextScene = now - 60 * minute;
     for (std::size_t i = 1; i < runs.size(); ++i) {
-        runs[i].firstScene = runs[i].boot.wallTime + 10 * second;
+        runs[i].nextScene = runs[i].boot.wallTime + 10 * second;
         runs[i].showsStart = true;
     }
     return runs;
@@ -95,14 +97,15 @@ std::int64_t pauseAt(std::int64_t time, std::int64_t now)
     return time > now - 5 * minute ? second / 4 : 4 * second;
 }
 
-std::vector<Event> eventsOf(const Run& run, std::int64_t now, Stage& stage)
+/// What happens in the run up to its end, from where an earlier call has left it.
+std::vector<Event> play(Run& run, std::int64_t now, Stage& stage)
 {
-    if (run.showsStart)
+    if (std::exchange(run.showsStart, false))
         startUp(stage, run.boot.wallTime + second);
-    std::size_t next = 0;
-    for (std::int64_t time = run.firstScene; time < run.end; time += pauseAt(time, now)) {
+    while (run.nextScene < run.end) {
         const auto jitter = static_cast<std::int64_t>(stage.chance(20'000'000));
-        scenes()[next++ % scenes().size()](stage, time + jitter);
+        scenes()[run.scenesPlayed++ % scenes().size()](stage, run.nextScene + jitter);
+        run.nextScene += pauseAt(run.nextScene, now);
     }
     std::vector<Event> events = std::exchange(stage.events(), {});
     std::erase_if(events, [&](const Event& event) { return event.time > run.end; });
@@ -162,13 +165,16 @@ std::string pathOf(Keep keep, std::size_t number)
     return "logdata.LiveData.tracev3";
 }
 
-/// One file for each folder. What is younger than some seconds is still in memory: the live file's.
-void addTraceFiles(
-    StoreFiles& store, const Run& run, std::size_t number, std::int64_t now, Stage& stage)
+/// One file for each folder. What happens from `liveFrom` on is still in memory: the live file's.
+void addTraceFiles(StoreFiles& store,
+                   Run& run,
+                   std::size_t number,
+                   std::int64_t now,
+                   std::int64_t liveFrom,
+                   Stage& stage)
 {
-    const std::int64_t liveFrom = now - 20 * second;
     std::map<Keep, TraceLayout> layouts;
-    for (Event& event : eventsOf(run, now, stage)) {
+    for (Event& event : play(run, now, stage)) {
         const Keep keep = event.time >= liveFrom ? Keep::Live : event.keep;
         const auto layout = layouts.try_emplace(keep, headerAt(event.time, run.boot)).first;
         layOut(layout->second, std::move(event), keep, run.boot);
@@ -201,31 +207,65 @@ void addPapers(StoreFiles& store, const std::vector<Run>& runs)
     store.addText("version.plist", versionPropertyList(runs.back().boot.uuid.text()));
 }
 
-StoreFiles demonstrationFiles(std::int64_t now)
-{
-    StoreFiles store{StoreLayout::Live, {}};
-    const std::vector<Run> runs = runsOf(now);
-    Cast cast;
-    Stage stage(cast);
-    for (std::size_t i = 0; i < runs.size(); ++i)
-        addTraceFiles(store, runs[i], i + 1, now, stage);
-    addStrings(store, cast);
-    store.add(logFileName(1, "timesync"), {runs[0].boot, runs[1].boot});
-    store.add(logFileName(2, "timesync"), std::vector<Boot>{runs[2].boot});
-    addPapers(store, runs);
-    return store;
-}
-
 } // namespace
 
-Result<void> writeDemonstrationStore(const std::filesystem::path& root, std::int64_t now)
+/// What is needed to go on with the story.
+struct DemonstrationStore::Script
 {
+    Cast cast;
+    Stage stage{cast};
+    Run present;
+    std::size_t filesOfPresent = 0;
+
+    /// The store of the hour before `now`. The scenes in it use every text that there is.
+    StoreFiles begin(std::int64_t now)
+    {
+        StoreFiles store{StoreLayout::Live, {}};
+        std::vector<Run> runs = runsOf(now);
+        for (std::size_t i = 0; i < runs.size(); ++i)
+            addTraceFiles(store, runs[i], i + 1, now, now - 20 * second, stage);
+        addStrings(store, cast);
+        store.add(logFileName(1, "timesync"), {runs[0].boot, runs[1].boot});
+        store.add(logFileName(2, "timesync"), std::vector<Boot>{runs[2].boot});
+        addPapers(store, runs);
+        filesOfPresent = runs.size();
+        present = std::move(runs.back());
+        return store;
+    }
+
+    /// The files of what has happened since.
+    StoreFiles goOn(std::int64_t now)
+    {
+        StoreFiles store{StoreLayout::Live, {}};
+        present.end = now;
+        constexpr auto never = std::numeric_limits<std::int64_t>::max();
+        addTraceFiles(store, present, ++filesOfPresent, now, never, stage);
+        return store;
+    }
+};
+
+DemonstrationStore::DemonstrationStore(std::filesystem::path root) : m_root(std::move(root))
+{
+}
+
+DemonstrationStore::~DemonstrationStore() = default;
+DemonstrationStore::DemonstrationStore(DemonstrationStore&&) noexcept = default;
+DemonstrationStore& DemonstrationStore::operator=(DemonstrationStore&&) noexcept = default;
+
+Result<void> DemonstrationStore::writeUntil(std::int64_t now)
+{
+    if (m_script)
+        return m_script->goOn(now).write(m_root);
     for (const char* folder : {"diagnostics", "uuidtext"}) {
         std::error_code error;
-        std::filesystem::remove_all(root / folder, error);
+        std::filesystem::remove_all(m_root / folder, error);
         if (error)
-            return failure("\"" + (root / folder).string()
+            return failure("\"" + (m_root / folder).string()
                            + "\" could not be replaced: " + error.message() + ".");
     }
-    return demonstrationFiles(now).write(root);
+    auto script = std::make_unique<Script>();
+    auto written = script->begin(now).write(m_root);
+    if (written)
+        m_script = std::move(script);
+    return written;
 }

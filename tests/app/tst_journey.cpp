@@ -41,7 +41,7 @@ private Q_SLOTS:
         TestCase::init();
         const qint64 now = m_fixture.platform.clock.currentTime.toMSecsSinceEpoch() * 1'000'000;
         const QString store = m_fixture.path(u"demonstration"_s);
-        QVERIFY(writeDemonstrationStore(store.toStdString(), now));
+        QVERIFY(DemonstrationStore(store.toStdString()).writeUntil(now));
         m_fixture.platform.logStores.localPath = store;
         TesselApp& app = m_fixture.start();
         QVERIFY(processesFetched(app.newWindow(), u"none"_s).size() > 3);

@@ -450,7 +450,7 @@ private:
     {
         const QString root = m_fake->folder.filePath(u"store"_s);
         const qint64 now = m_fake->clock.currentTime.toMSecsSinceEpoch() * 1'000'000;
-        QVERIFY(writeDemonstrationStore(root.toStdString(), now));
+        QVERIFY(DemonstrationStore(root.toStdString()).writeUntil(now));
         m_fake->logStores.localPath = root;
         state().theStartDate = m_fake->clock.currentTime.addSecs(-3600);
         state().period = u"4000"_s;

@@ -31,7 +31,7 @@ void WindowFixture::useDemonstration()
 {
     const QString root = m_fake->folder.filePath(u"store"_s);
     const qint64 now = m_fake->clock.currentTime.toMSecsSinceEpoch() * 1'000'000;
-    if (!writeDemonstrationStore(root.toStdString(), now))
+    if (!DemonstrationStore(root.toStdString()).writeUntil(now))
         qFatal("no store was written");
     m_fake->logStores.localPath = root;
 }

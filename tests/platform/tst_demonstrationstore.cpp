@@ -45,7 +45,10 @@ class TestDemonstrationStore : public TestCase
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { QVERIFY(writeDemonstrationStore(m_folder.path().toStdString(), now)); }
+    void initTestCase()
+    {
+        QVERIFY(DemonstrationStore(m_folder.path().toStdString()).writeUntil(now));
+    }
 
     void holdsTheLastHour()
     {
@@ -168,8 +171,40 @@ private Q_SLOTS:
     void sameMomentGivesTheSameStore()
     {
         QTemporaryDir other;
-        QVERIFY(writeDemonstrationStore(other.path().toStdString(), now));
+        QVERIFY(DemonstrationStore(other.path().toStdString()).writeUntil(now));
         QCOMPARE(filesBelow(other.path()), filesBelow(m_folder.path()));
+    }
+
+    /// Each entry with all that a list tells of it; later ones come after.
+    void pastStaysAsItIs()
+    {
+        const auto told = [](const QString& root) {
+            QStringList lines;
+            const auto store = logstore::Store::open(root.toStdString());
+            auto stream = store->entries(logstore::Store::beginning);
+            while (const Entry* entry = stream.next()) {
+                const auto text = [](std::string_view utf8) {
+                    return QString::fromUtf8(utf8.data(), qsizetype(utf8.size()));
+                };
+                lines.append(QStringLiteral("%1 %2 %3 %4 %5")
+                                 .arg(entry->time())
+                                 .arg(entry->activityIdentifier())
+                                 .arg(text(entry->process()), text(entry->composedMessage()))
+                                 .arg(int(entry->storeCategory())));
+            }
+            return lines;
+        };
+        QTemporaryDir folder;
+        DemonstrationStore store(folder.path().toStdString());
+        QVERIFY(store.writeUntil(now));
+        const QStringList before = told(folder.path());
+        for (const std::int64_t later : {5, 400, 400, 7000}) {
+            QVERIFY(store.writeUntil(now + later * second));
+            const QStringList after = told(folder.path());
+            QCOMPARE(after.mid(0, before.size()), before);
+            QVERIFY(after.size() > before.size());
+        }
+        QVERIFY(told(folder.path()).constLast() > QString::number(now + 6999 * second));
     }
 
     void replacesTheOneBefore()
@@ -181,14 +216,14 @@ private Q_SLOTS:
         QFile stale(
             folder.filePath(QStringLiteral("diagnostics/Persist/00000000000000ff.tracev3")));
         QVERIFY(stale.open(QIODevice::WriteOnly));
-        QVERIFY(writeDemonstrationStore(folder.path().toStdString(), now + second));
+        QVERIFY(DemonstrationStore(folder.path().toStdString()).writeUntil(now + second));
         QVERIFY(!stale.exists());
         QVERIFY(own.exists());
     }
 
     void unwritableFolderIsNamed()
     {
-        const auto result = writeDemonstrationStore("/dev/null/store", now);
+        const auto result = DemonstrationStore("/dev/null/store").writeUntil(now);
         QVERIFY(!result);
         QVERIFY2(contains(result.error().description, "/dev/null/store"),
                  result.error().description.c_str());

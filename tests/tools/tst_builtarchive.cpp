@@ -38,7 +38,7 @@ private Q_SLOTS:
         const QString source = m_platform.folder.filePath(u"db"_s);
         const QString destination = m_platform.folder.filePath(u"db.logarchive"_s);
         const qint64 now = m_platform.clock.now().toMSecsSinceEpoch() * 1'000'000;
-        QVERIFY(writeDemonstrationStore(source.toStdString(), now));
+        QVERIFY(DemonstrationStore(source.toStdString()).writeUntil(now));
         m_platform.logStores.localPath = source;
 
         const auto archiver = Archiver::make(m_platform.platform, m_files);
