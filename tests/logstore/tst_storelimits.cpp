@@ -133,6 +133,12 @@ private Q_SLOTS:
         piece("braces without end", "%{", 4);
         piece("names without end", "name ", 60, RecordKind::Signpost);
         row("many oversize chunks of one reference", manyOfOneReference);
+        row("values of a property list without end", [](WrittenStore& s) {
+            std::string text = "<plist><array>";
+            for (int i = 0; i < 3'000'000; ++i)
+                text += "<true/>";
+            dumpOf(s, text + "</array>");
+        });
         row("ampersands without end", [](WrittenStore& s) {
             dumpOf(s, "<plist><string>" + std::string(1 << 20, '&') + "</string>");
         });

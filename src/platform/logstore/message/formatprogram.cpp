@@ -140,7 +140,7 @@ FormatProgram::FormatProgram(std::string text) : m_text(std::move(text))
         Conversion conversion;
         if (parser.parse(conversion)) {
             addStep(at, static_cast<std::int32_t>(m_conversions.size()), parser.end());
-            m_conversions.push_back(std::move(conversion));
+            m_conversions.push_back(conversion);
             at = parser.end();
         } else if (parser.braceEnd() > 0) {
             // Braces that no conversion follows are written without their percent sign.

@@ -3,6 +3,7 @@
 
 #include "platform/logstore/bytes/bytereader.h"
 
+#include <algorithm>
 #include <deque>
 #include <optional>
 #include <string>
@@ -44,19 +45,23 @@ using TextStore = std::deque<std::string>;
 /// bytes are neither, are damaged, or would take memory out of proportion to their number.
 std::optional<PropertyList> readPropertyList(Bytes bytes, TextStore& texts);
 
-/// Counts what a property list takes while it is read: shared objects of the binary form can make a
-/// few bytes stand for gigabytes.
+/// Counts the memory that a property list takes while it is read. Shared objects of the binary form
+/// can make a few bytes stand for gigabytes, and a large source of short values can take a hundred
+/// times its size. The description of a list is at most twice as long as what it takes here: an
+/// element is charged half of the deepest indentation at least, a character half of its escape.
 class PropertyListBudget
 {
 public:
     explicit PropertyListBudget(std::size_t sourceSize)
-        : m_left(sourceSize * 64 + (std::size_t{1} << 20))
+        : m_left(std::min(base + std::min(sourceSize, most) * perByte, most))
     {
     }
 
+    /// Takes the bytes of one value. False when there is no room for it.
     bool take(std::size_t bytes)
     {
-        const std::size_t cost = bytes + 64;
+        constexpr std::size_t ofText = 64; ///< beside its characters
+        const std::size_t cost = bytes + ofText;
         if (cost > m_left)
             return false;
         m_left -= cost;
@@ -64,6 +69,10 @@ public:
     }
 
 private:
+    static constexpr std::size_t base = std::size_t{1} << 20;
+    static constexpr std::size_t most = std::size_t{16} << 20;
+    static constexpr std::size_t perByte = 256;
+
     std::size_t m_left;
 };
 

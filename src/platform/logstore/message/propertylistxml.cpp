@@ -11,6 +11,11 @@ namespace {
 
 using Kind = PropertyList::Kind;
 
+/// What an element takes in a list that grows: the list is as large again while it is moved.
+constexpr std::size_t elementSize = 3 * (sizeof(PropertyList) + sizeof(std::string_view));
+/// A byte that is not UTF-8 becomes three.
+constexpr std::size_t textGrowth = 3;
+
 struct Tag
 {
     std::string_view name;
@@ -64,7 +69,7 @@ private:
 
     bool readValue(const Tag& tag, PropertyList& into, int depth)
     {
-        if (tag.closing || !m_budget.take(0))
+        if (tag.closing)
             return false;
         if (tag.name == "dict" || tag.name == "array")
             return readCollection(tag, into, depth);
@@ -95,7 +100,8 @@ private:
                     return false;
                 into.keys.push_back(key);
             }
-            if (!readValue(inner, into.elements.emplace_back(), depth + 1))
+            if (!m_budget.take(elementSize)
+                || !readValue(inner, into.elements.emplace_back(), depth + 1))
                 return false;
         }
         return false;
@@ -113,7 +119,7 @@ private:
             return true;
         for (;;) {
             const std::size_t open = m_xml.find('<', m_at);
-            if (open == std::string_view::npos || !m_budget.take(open - m_at))
+            if (open == std::string_view::npos || !m_budget.take((open - m_at) * textGrowth))
                 return false;
             appendUnescaped(text, m_xml.substr(m_at, open - m_at));
             constexpr std::string_view section = "<![CDATA[";
@@ -123,7 +129,7 @@ private:
             }
             const std::size_t begin = open + section.size();
             const std::size_t end = m_xml.find("]]>", begin);
-            if (end == std::string_view::npos)
+            if (end == std::string_view::npos || !m_budget.take((end - begin) * textGrowth))
                 return false;
             appendUtf8(text, m_xml.substr(begin, end - begin));
             m_at = end + 3;
