@@ -7,8 +7,8 @@ cmake_minimum_required(VERSION 3.25)
 #         ├────────────> settings ─────────┤
 #         └────────────> tools ────────────┘
 #
-# The platform's own folders know less: logstore and predicate nothing but the kind of result that
-# all share, their writer and the demonstration logstore alone. Only windows know platform/desktop.
+# The platform's own folders know less: logstore and predicate nothing but platform/base, which all
+# know; their writer and the demonstration logstore alone. Only windows know platform/desktop.
 
 set(model platform platform/logstore platform/predicate)
 set(knows_app mainwindow settings tools model platform/desktop ${model})
@@ -23,11 +23,12 @@ set(knows_platform/demonstration platform/logstore platform/logstore/writer)
 set(knows_platform/logstore/writer platform/logstore)
 set(knows_platform/logstore "")
 set(knows_platform/predicate "")
+set(knows_platform/base "")
 
 # Inner folders of a part are its own affair.
 function(part_of folder result)
     foreach(part platform/logstore/writer platform/logstore platform/predicate platform/desktop
-            platform/demonstration)
+            platform/demonstration platform/base)
         if(folder MATCHES "^${part}(/|$)")
             set(${result} ${part} PARENT_SCOPE)
             return()
@@ -51,7 +52,7 @@ foreach(file IN LISTS files)
         string(REGEX REPLACE "^#include \"(.*)\".*" "\\1" header "${line}")
         get_filename_component(folder ${header} DIRECTORY)
         part_of("${folder}" to)
-        if(NOT EXISTS ${SOURCE}/src/${header} OR header STREQUAL "platform/result.h"
+        if(NOT EXISTS ${SOURCE}/src/${header} OR to STREQUAL "platform/base"
            OR to STREQUAL from OR to IN_LIST knows_${from})
             continue()
         endif()

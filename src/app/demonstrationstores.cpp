@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/demonstrationstores.h"
 
+#include "platform/base/timeunits.h"
 #include "platform/clock.h"
 #include "platform/demonstrationstore.h"
 
@@ -28,7 +29,6 @@ QDateTime firstSeconds(const QDateTime& now)
 
 std::int64_t nanoseconds(const QDateTime& time)
 {
-    constexpr std::int64_t nanosecondsPerMillisecond = 1'000'000;
     return time.toMSecsSinceEpoch() * nanosecondsPerMillisecond;
 }
 

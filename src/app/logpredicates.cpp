@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/logpredicates.h"
 
+#include "platform/base/timeunits.h"
 #include "platform/clock.h"
 #include "platform/logpredicate.h"
 
@@ -10,7 +11,6 @@ namespace {
 
 predicate::BuildSettings buildSettings(const Clock& clock)
 {
-    constexpr std::int64_t nanosecondsPerMillisecond = 1'000'000;
     predicate::BuildSettings settings;
     settings.now = clock.now().toMSecsSinceEpoch() * nanosecondsPerMillisecond;
     settings.utcOffset = [zone = clock.timeZone()](std::int64_t shownSeconds) -> std::int64_t {

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "app/menus.h"
+#include "platform/base/result.h"
 #include "platform/desktop/singleinstance.h"
 #include "platform/platform.h"
-#include "platform/result.h"
 
 #include <QHash>
 #include <QObject>

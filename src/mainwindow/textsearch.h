@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/base/bytefinder.h"
+
 #include <QString>
 
 #include <array>
@@ -32,6 +34,7 @@ private:
 
     QString m_query; ///< lower-cased, in composed form
     Alphabet m_alphabet;
-    std::string m_run; ///< printable ASCII that must stand in a text as it is, letter case apart
+    std::string m_run;   ///< printable ASCII that must stand in a text as it is, letter case apart
+    ByteFinder m_finder; ///< of the run
     std::array<std::string_view, 3> m_twins; ///< other spellings of characters of the run
 };

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "model/entrydate.h"
 
+#include "platform/base/timeunits.h"
+
 #include <algorithm>
 #include <charconv>
 
@@ -16,10 +18,10 @@ EntryDateWriter::EntryDateWriter(const QTimeZone& zone, const QString& suffix) :
 
 Text EntryDateWriter::operator()(std::int64_t time)
 {
-    constexpr std::int64_t perSecond = 1'000'000'000;
-    const bool isBelow = time % perSecond < 0; // division rounds towards 1970
-    const std::int64_t second = time / perSecond - (isBelow ? 1 : 0);
-    const std::int64_t nanosecond = time % perSecond + (isBelow ? perSecond : 0);
+    const bool isBelow = time % nanosecondsPerSecond < 0; // division rounds towards 1970
+    const std::int64_t second = time / nanosecondsPerSecond - (isBelow ? 1 : 0);
+    const std::int64_t nanosecond =
+        time % nanosecondsPerSecond + (isBelow ? nanosecondsPerSecond : 0);
     if (second != m_writtenSecond)
         m_clockTime(second, m_text.data());
     m_writtenSecond = second;

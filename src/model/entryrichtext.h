@@ -2,7 +2,7 @@
 #pragma once
 
 #include "model/logentry.h"
-#include "platform/result.h"
+#include "platform/base/result.h"
 
 #include <QList>
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "model/fetchwalk.h"
 
+#include "platform/base/timeunits.h"
+
 #include <algorithm>
 
 namespace {
@@ -59,7 +61,6 @@ void FetchPace::look(std::int64_t time)
 {
     if (m_cancelled || !m_observer || (m_sinceCall.isValid() && !m_sinceCall.hasExpired(interval)))
         return;
-    constexpr std::int64_t nanosecondsPerMillisecond = 1'000'000;
     m_progress.reached = QDateTime::fromMSecsSinceEpoch(time / nanosecondsPerMillisecond);
     m_progress.fraction = fraction(time);
     m_cancelled = !m_observer(m_progress);

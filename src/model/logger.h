@@ -3,9 +3,9 @@
 
 #include "model/fetchprogress.h"
 #include "model/logentry.h"
+#include "platform/base/result.h"
 #include "platform/oslogstore.h"
 #include "platform/platform.h"
-#include "platform/result.h"
 
 #include <QDateTime>
 #include <QObject>

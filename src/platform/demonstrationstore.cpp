@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/demonstrationstore.h"
 
+#include "platform/base/timeunits.h"
 #include "platform/demonstration/papers.h"
 #include "platform/demonstration/scenes.h"
 #include "platform/logstore/writer/storefiles.h"
@@ -16,7 +17,7 @@ namespace {
 using namespace demonstration;
 using namespace logstore::writer;
 
-constexpr std::int64_t second = 1'000'000'000;
+constexpr std::int64_t second = nanosecondsPerSecond;
 constexpr std::int64_t minute = 60 * second;
 constexpr std::int64_t hour = 60 * minute;
 

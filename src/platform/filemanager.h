@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/result.h"
+#include "platform/base/result.h"
 
 #include <QByteArray>
 #include <QString>

@@ -1,25 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "platform/oslogstore.h"
 
+#include "platform/base/arithmetic.h"
+#include "platform/base/timeunits.h"
+
 #include <QFile>
 
 #include <cmath>
 #include <limits>
 
 namespace {
-
-constexpr double nanosecondsPerSecond = 1e9;
-constexpr std::int64_t nanosecondsPerMillisecond = 1'000'000;
-
-/// The sum, or the end of the range that it would pass.
-std::int64_t saturatingSum(std::int64_t a, std::int64_t b)
-{
-    std::int64_t sum = 0;
-    if (!__builtin_add_overflow(a, b, &sum))
-        return sum;
-    return b < 0 ? std::numeric_limits<std::int64_t>::min()
-                 : std::numeric_limits<std::int64_t>::max();
-}
 
 } // namespace
 
@@ -38,7 +28,7 @@ std::int64_t wholeNanoseconds(double seconds)
 
 OSLogStore::Position OSLogStore::Position::after(double seconds) const
 {
-    return {saturatingSum(time, wholeNanoseconds(seconds))};
+    return {saturated(Int128{time} + wholeNanoseconds(seconds))};
 }
 
 Result<OSLogStore> OSLogStore::open(const QString& path, logstore::StoreOrigin origin)
@@ -49,12 +39,7 @@ Result<OSLogStore> OSLogStore::open(const QString& path, logstore::StoreOrigin o
 
 OSLogStore::Position OSLogStore::position(const QDateTime& date) const
 {
-    std::int64_t time = 0;
-    const qint64 milliseconds = date.toMSecsSinceEpoch();
-    if (__builtin_mul_overflow(milliseconds, nanosecondsPerMillisecond, &time))
-        time = milliseconds < 0 ? std::numeric_limits<std::int64_t>::min()
-                                : std::numeric_limits<std::int64_t>::max();
-    return {time};
+    return {saturated(Int128{date.toMSecsSinceEpoch()} * nanosecondsPerMillisecond)};
 }
 
 OSLogStore::Position OSLogStore::position(double secondsSinceEnd) const

@@ -2,7 +2,7 @@
 #include "platform/predicate/regexpattern.h"
 #include "platform/predicate/regexshortcut.h"
 #include "platform/predicate/textpattern.h"
-#include "platform/predicate/unicode.h"
+#include "platform/predicate/utf16.h"
 #include "support/predicategenerator.h"
 #include "support/testcase.h"
 

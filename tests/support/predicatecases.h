@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/base/result.h"
 #include "platform/predicate/constant.h"
 #include "platform/predicate/entryfields.h"
-#include "platform/result.h"
 
 #include <deque>
 #include <filesystem>

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/demonstration/papers.h"
 
+#include "platform/base/timeunits.h"
+
 #include <array>
 #include <cstdio>
 #include <ctime>
@@ -27,7 +29,7 @@ constexpr auto shares = std::to_array<Share>({
 
 std::string dateText(std::int64_t nanoseconds)
 {
-    const auto seconds = static_cast<std::time_t>(nanoseconds / 1'000'000'000);
+    const auto seconds = static_cast<std::time_t>(nanoseconds / nanosecondsPerSecond);
     std::tm parts{};
     gmtime_r(&seconds, &parts);
     std::array<char, 40> text{};

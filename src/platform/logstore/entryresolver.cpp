@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/logstore/entryresolver.h"
 
-#include "platform/logstore/bytes/utf8.h"
+#include "platform/base/utf8.h"
 #include "platform/logstore/message/renderer.h"
 #include "platform/logstore/message/simpledump.h"
 #include "platform/logstore/message/statedump.h"

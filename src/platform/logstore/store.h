@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/base/result.h"
 #include "platform/logstore/entry.h"
 #include "platform/logstore/entryfilter.h"
 #include "platform/logstore/storeorigin.h"
-#include "platform/result.h"
 
 #include <cstdint>
 #include <filesystem>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/predicate/predicateerror.h"
-#include "platform/predicate/unicode.h"
+#include "platform/predicate/token.h"
+#include "platform/predicate/utf16.h"
 
 #include <algorithm>
 #include <unicode/uchar.h>

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/predicate/arithmetic.h"
 
+#include "platform/base/arithmetic.h"
+#include "platform/base/timeunits.h"
+
 #include <cmath>
 #include <limits>
 #include <optional>
@@ -8,8 +11,6 @@
 namespace predicate {
 
 namespace {
-
-__extension__ using Int128 = __int128;
 
 constexpr Int128 lowest = std::numeric_limits<std::int64_t>::min();
 constexpr Int128 highest = std::numeric_limits<std::uint64_t>::max();

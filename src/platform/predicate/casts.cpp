@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
+#include "platform/base/timeunits.h"
 #include "platform/predicate/arithmetic.h"
 #include "platform/predicate/functions.h"
 #include "platform/predicate/literals.h"
-#include "platform/predicate/unicode.h"
+#include "platform/predicate/utf16.h"
 
 #include <array>
 #include <charconv>

@@ -2,7 +2,7 @@
 #include "platform/predicate/comparing.h"
 
 #include "platform/predicate/textpattern.h"
-#include "platform/predicate/unicode.h"
+#include "platform/predicate/utf16.h"
 
 #include <algorithm>
 #include <functional>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "platform/base/ascii.h"
 #include "platform/predicate/binder.h"
-#include "platform/predicate/unicode.h"
 
 #include <algorithm>
 #include <array>
@@ -78,7 +78,7 @@ void Binder::checkLeft(const Node& node, const Term& left)
     if (quantified && (type.types & type::list) == 0) {
         const std::u16string_view written =
             std::u16string_view(m_tree.text).substr(node.position, 4);
-        const bool some = equalIgnoringCase(written, u"some"sv); // which means ANY
+        const bool some = equalIgnoringAsciiCase(written, u"some"sv); // which means ANY
         const std::string quantifier(some ? "SOME" : spelling(node.quantifier));
         const std::string given = sourceIs(node.children[0], type.types);
         return fail(node.children[0].position,

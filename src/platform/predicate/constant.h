@@ -8,8 +8,6 @@
 
 namespace predicate {
 
-constexpr std::int64_t nanosecondsPerSecond = 1'000'000'000;
-
 struct Nil
 {
     bool operator==(const Nil&) const { return true; }

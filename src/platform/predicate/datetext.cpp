@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/predicate/datetext.h"
 
+#include "platform/base/ascii.h"
+#include "platform/base/timeunits.h"
 #include "platform/predicate/constant.h"
-#include "platform/predicate/unicode.h"
 
 #include <array>
 #include <limits>

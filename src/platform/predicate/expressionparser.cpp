@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
+#include "platform/base/ascii.h"
 #include "platform/predicate/literals.h"
 #include "platform/predicate/parser.h"
 #include "platform/predicate/sentences.h"
-#include "platform/predicate/unicode.h"
+#include "platform/predicate/utf16.h"
 
 #include <limits>
 
@@ -34,11 +35,11 @@ std::optional<Constant> negated(const Constant& constant)
 /// The kind of a word that is reserved inside brackets, else Index.
 NodeKind indexWord(std::u16string_view word)
 {
-    if (equalIgnoringCase(word, u"first"sv))
+    if (equalIgnoringAsciiCase(word, u"first"sv))
         return NodeKind::First;
-    if (equalIgnoringCase(word, u"last"sv))
+    if (equalIgnoringAsciiCase(word, u"last"sv))
         return NodeKind::Last;
-    return equalIgnoringCase(word, u"size"sv) ? NodeKind::Size : NodeKind::Index;
+    return equalIgnoringAsciiCase(word, u"size"sv) ? NodeKind::Size : NodeKind::Index;
 }
 
 } // namespace
@@ -198,9 +199,9 @@ Node Parser::word()
     default: return failNoExpression();
     }
     if (next().sign == Sign::OpenParenthesis) {
-        if (equalIgnoringCase(slice(token()), u"random"sv))
+        if (equalIgnoringAsciiCase(slice(token()), u"random"sv))
             return failAtToken("random() is not supported in log predicates.");
-        if (equalIgnoringCase(slice(token()), u"now"sv)) {
+        if (equalIgnoringAsciiCase(slice(token()), u"now"sv)) {
             Node node = take(NodeKind::Now);
             ++m_index;
             expect(Sign::CloseParenthesis);

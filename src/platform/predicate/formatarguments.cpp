@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/predicate/parser.h"
 #include "platform/predicate/sentences.h"
-#include "platform/predicate/unicode.h"
+#include "platform/predicate/utf16.h"
 
 #include <cmath>
 

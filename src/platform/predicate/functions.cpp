@@ -3,7 +3,7 @@
 
 #include "platform/predicate/arithmetic.h"
 #include "platform/predicate/sentences.h"
-#include "platform/predicate/unicode.h"
+#include "platform/predicate/utf16.h"
 
 #include <algorithm>
 #include <array>

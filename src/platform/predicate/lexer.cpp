@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "platform/predicate/lexer.h"
 
+#include "platform/base/ascii.h"
+#include "platform/base/utf8.h"
 #include "platform/predicate/literals.h"
 #include "platform/predicate/sentences.h"
-#include "platform/predicate/unicode.h"
+#include "platform/predicate/token.h"
 
 #include <algorithm>
 #include <array>
@@ -22,7 +24,7 @@ std::string named(char32_t character)
     const auto code = static_cast<UChar32>(character);
     const bool visible = u_isgraph(code) != 0;
     std::string text;
-    appendUtf8(text, character);
+    appendCodePoint(text, character);
     if (visible)
         return quoted(std::string_view(text));
     std::array<char, 16> number{};
@@ -190,7 +192,7 @@ void Lexer::word()
         return add(TokenKind::Function, function);
     for (const std::u16string_view hyphenated : {u"uti-conforms-to", u"uti-equals"}) {
         const std::u16string_view candidate = rest().substr(0, hyphenated.size());
-        if (equalIgnoringCase(candidate, hyphenated)
+        if (equalIgnoringAsciiCase(candidate, hyphenated)
             && runLength(rest().substr(candidate.size())) == 0)
             return add(TokenKind::Word, candidate.size(), reservedSign(hyphenated));
     }

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/predicate/literals.h"
 
-#include "platform/predicate/unicode.h"
+#include "platform/base/ascii.h"
+#include "platform/predicate/utf16.h"
 
 #include <algorithm>
 #include <charconv>

@@ -2,7 +2,7 @@
 #include "platform/predicate/match.h"
 
 #include "platform/predicate/fieldtable.h"
-#include "platform/predicate/unicode.h"
+#include "platform/predicate/utf16.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/predicate/parser.h"
 
+#include "platform/base/ascii.h"
 #include "platform/predicate/sentences.h"
-#include "platform/predicate/unicode.h"
 
 namespace predicate {
 

@@ -4,7 +4,7 @@
 #include "platform/predicate/binder.h"
 #include "platform/predicate/lexer.h"
 #include "platform/predicate/parser.h"
-#include "platform/predicate/unicode.h"
+#include "platform/predicate/utf16.h"
 
 namespace predicate {
 

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
+#include "platform/base/ascii.h"
 #include "platform/predicate/token.h"
 #include "platform/predicate/tree.h"
-#include "platform/predicate/unicode.h"
+#include "platform/predicate/utf16.h"
 
 #include <algorithm>
 #include <array>
@@ -58,7 +59,7 @@ bool isPlainName(std::string_view name)
 bool needsEscape(std::string_view name)
 {
     const std::u16string word = utf16(name);
-    const std::string lower = lowered(name);
+    const std::string lower = asciiLowered(name);
     return reservedSign(word) != Sign::None || lower == "first" || lower == "last"
            || lower == "size";
 }

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/predicate/regexliterals.h"
 
-#include "platform/predicate/unicode.h"
+#include "platform/base/ascii.h"
+#include "platform/base/utf8.h"
 
 #include <algorithm>
 #include <optional>
@@ -168,8 +169,8 @@ Piece ExpressionReader::escape()
     constexpr std::string_view whole = "AbBdDGhHnrRsStvVwWXzZ";
     Piece out;
     const std::string escaped = character();
-    const bool word = escaped.size() == 1 && isWordPart(static_cast<unsigned char>(escaped[0]));
-    if (!word) {
+    const auto first = static_cast<unsigned char>(escaped.empty() ? '\0' : escaped.front());
+    if (!isAsciiLetter(first) && !isAsciiDigit(first)) {
         out.kind = Piece::Kind::Text;
         out.text = escaped;
     } else if (whole.find(escaped) == std::string_view::npos) {

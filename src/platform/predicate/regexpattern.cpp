@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/predicate/regexpattern.h"
 
-#include "platform/predicate/unicode.h"
+#include "platform/predicate/utf16.h"
 
 namespace predicate {
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/predicate/regexshortcut.h"
 
+#include "platform/base/utf8.h"
 #include "platform/predicate/regexliterals.h"
-#include "platform/predicate/unicode.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/predicate/sentences.h"
 
-#include "platform/predicate/unicode.h"
+#include "platform/base/ascii.h"
+#include "platform/predicate/token.h"
+#include "platform/predicate/utf16.h"
 
 #include <algorithm>
 #include <numeric>
@@ -81,12 +83,12 @@ std::string_view nearest(std::string_view word, const std::vector<std::string_vi
     constexpr std::size_t longestWord = 64;
     if (word.size() > longestWord)
         return {};
-    const std::string wanted = lowered(word);
+    const std::string wanted = asciiLowered(word);
     // In a very short word two changed letters leave nothing of it.
     std::size_t best = word.size() <= 4 ? 2 : 3;
     std::string_view found;
     for (const std::string_view candidate : candidates) {
-        const std::size_t distance = editDistance(wanted, lowered(candidate));
+        const std::size_t distance = editDistance(wanted, asciiLowered(candidate));
         if (distance < best) {
             best = distance;
             found = candidate;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/predicate/symbolicvalues.h"
 
+#include "platform/base/ascii.h"
 #include "platform/predicate/sentences.h"
-#include "platform/predicate/unicode.h"
 
 #include <algorithm>
 #include <array>
@@ -64,7 +64,7 @@ constexpr std::array<SymbolRow, 31> symbols = {{
 std::optional<Value> symbolicValue(Types symbolicType, std::string_view name)
 {
     for (const SymbolRow& symbol : symbols) {
-        if (symbol.type == symbolicType && equalIgnoringCase(symbol.name, name))
+        if (symbol.type == symbolicType && equalIgnoringAsciiCase(symbol.name, name))
             return symbol.numbered ? Value::integer(symbol.number) : Value::symbol(symbol.number);
     }
     return std::nullopt;

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
+#include "platform/base/ascii.h"
 #include "platform/predicate/arithmetic.h"
 #include "platform/predicate/binder.h"
 #include "platform/predicate/sentences.h"
 #include "platform/predicate/symbolicvalues.h"
-#include "platform/predicate/unicode.h"
 
 namespace predicate {
 
@@ -107,7 +107,7 @@ TermPtr Binder::field(const std::string& name, std::size_t position, Reading rea
         return std::make_shared<FieldTerm>(*found);
     }
     const std::string_view meant = suggestedField(name);
-    const bool onlyCase = equalIgnoringCase(std::string_view(name), meant);
+    const bool onlyCase = equalIgnoringAsciiCase(std::string_view(name), meant);
     std::string sentence = "There is no field " + quoted(name) + ".";
     const bool isWord = reading.text != nullptr && reading.text->kind == NodeKind::Name;
     if (reading.text != nullptr && !onlyCase)

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/predicate/textfolding.h"
 
-#include "platform/predicate/unicode.h"
+#include "platform/base/ascii.h"
+#include "platform/base/utf8.h"
+#include "platform/predicate/utf16.h"
 
 #include <algorithm>
 #include <unicode/uchar.h>
@@ -35,7 +37,7 @@ void appendWithoutMarks(std::string_view text, std::string& out)
         UChar32 character = 0;
         U16_NEXT_OR_FFFD(decomposed, i, length, character);
         if (u_charType(character) != U_NON_SPACING_MARK)
-            appendUtf8(out, static_cast<char32_t>(character));
+            appendCodePoint(out, static_cast<char32_t>(character));
     }
 }
 
@@ -73,7 +75,7 @@ void foldCaseInto(std::string_view text, std::string& out)
             out += asciiLower(text[i]);
             ++i;
         } else {
-            appendUtf8(out, foldedCase(nextCharacter(text, i)));
+            appendCodePoint(out, foldedCase(nextCharacter(text, i)));
         }
     }
 }

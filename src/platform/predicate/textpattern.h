@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/predicate/bytefinder.h"
+#include "platform/base/bytefinder.h"
 #include "platform/predicate/textfolding.h"
 #include "platform/predicate/wildcard.h"
 

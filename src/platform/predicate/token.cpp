@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/predicate/token.h"
 
-#include "platform/predicate/unicode.h"
+#include "platform/base/ascii.h"
 
 #include <array>
 #include <string>
@@ -94,7 +94,7 @@ Sign reservedSign(std::u16string_view word)
     constexpr std::size_t longest = 15;
     if (word.size() > longest)
         return Sign::None;
-    const auto found = reservedWords().find(lowered(word));
+    const auto found = reservedWords().find(asciiLowered(word));
     return found == reservedWords().end() ? Sign::None : found->second;
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/base/ascii.h"
 #include "platform/predicate/operators.h"
 
 #include <cstddef>
@@ -9,6 +10,18 @@
 #include <string_view>
 
 namespace predicate {
+
+/// The characters that may stand between tokens.
+constexpr std::u16string_view blanks = u"\t\n\v\f\r ";
+
+constexpr bool isWordStart(char32_t c)
+{
+    return isAsciiLetter(c) || c == U'_';
+}
+constexpr bool isWordPart(char32_t c)
+{
+    return isWordStart(c) || isAsciiDigit(c);
+}
 
 enum class TokenKind : std::uint8_t {
     End,

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/predicate/value.h"
 
+#include "platform/base/timeunits.h"
+
 #include <cmath>
 
 namespace predicate {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/predicate/wildcard.h"
 
-#include "platform/predicate/unicode.h"
+#include "platform/base/utf8.h"
 
 namespace predicate {
 

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cstring>
 #include <span>
+#include <string_view>
 #include <type_traits>
 
 namespace logstore {
@@ -35,6 +36,13 @@ T loadAt(Bytes bytes, std::size_t offset = 0)
     if (offset <= bytes.size() && bytes.size() - offset >= sizeof(T))
         std::memcpy(&value, bytes.data() + offset, sizeof(T));
     return value;
+}
+
+/// The bytes up to the first zero byte, or all of them, as text.
+inline std::string_view cString(Bytes bytes)
+{
+    const auto* text = reinterpret_cast<const char*>(bytes.data());
+    return {text, bytes.empty() ? 0 : strnlen(text, bytes.size())};
 }
 
 /// A cursor over bytes with a sticky failure: after the first read that goes past the end every

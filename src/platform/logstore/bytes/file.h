@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/base/result.h"
 #include "platform/logstore/bytes/bytereader.h"
-#include "platform/result.h"
 
 #include <filesystem>
 #include <string>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/logstore/message/networktext.h"
 
-#include "platform/logstore/bytes/utf8.h"
+#include "platform/base/utf8.h"
 #include "platform/logstore/message/textoutput.h"
 
 #include <array>

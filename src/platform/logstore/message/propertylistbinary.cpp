@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/logstore/bytes/utf8.h"
+#include "platform/base/utf8.h"
 #include "platform/logstore/message/propertylist.h"
 
 namespace logstore {

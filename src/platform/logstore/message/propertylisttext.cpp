@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/logstore/bytes/utf8.h"
+#include "platform/base/utf8.h"
 #include "platform/logstore/message/propertylist.h"
 #include "platform/logstore/message/textoutput.h"
 
@@ -79,8 +79,8 @@ void appendQuoted(std::string& out, std::string_view text)
         text.remove_prefix(plain);
         if (text.empty())
             break;
-        const auto [codePoint, length] = decodeFront(text);
-        appendEscape(out, codePoint);
+        std::size_t length = 0;
+        appendEscape(out, nextCharacter(text, length));
         text.remove_prefix(length);
     }
     out += '"';

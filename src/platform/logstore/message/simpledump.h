@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/logstore/bytes/utf8.h"
+#include "platform/logstore/bytes/bytereader.h"
 #include "platform/logstore/uuid.h"
 
 namespace logstore {

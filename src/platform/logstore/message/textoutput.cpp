@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/logstore/message/textoutput.h"
 
-#include "platform/logstore/bytes/utf8.h"
+#include "platform/base/utf8.h"
 
 #include <clocale>
 #include <cmath>
@@ -34,6 +34,17 @@ private:
 
     locale_t m_before;
 };
+
+/// Appends UTF-32 text up to the first zero.
+void appendUtf32(std::string& out, Bytes bytes)
+{
+    for (std::size_t at = 0; bytes.size() - at >= 4; at += 4) {
+        const auto codePoint = loadAt<std::uint32_t>(bytes, at);
+        if (codePoint == 0)
+            return;
+        appendCodePoint(out, codePoint);
+    }
+}
 
 } // namespace
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/logstore/strings/textpool.h"
 
-#include "platform/logstore/bytes/utf8.h"
+#include "platform/base/utf8.h"
 
 #include <algorithm>
 #include <cstring>

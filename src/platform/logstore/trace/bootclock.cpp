@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/logstore/trace/bootclock.h"
 
-#include "platform/logstore/bytes/arithmetic.h"
+#include "platform/base/arithmetic.h"
 
 #include <algorithm>
 

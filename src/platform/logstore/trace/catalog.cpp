@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/logstore/trace/catalog.h"
 
-#include "platform/logstore/bytes/utf8.h"
+#include "platform/logstore/bytes/bytereader.h"
 
 #include <algorithm>
 #include <numeric>

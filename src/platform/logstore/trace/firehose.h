@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/logstore/bytes/arithmetic.h"
+#include "platform/base/arithmetic.h"
 #include "platform/logstore/trace/record.h"
 
 #include <algorithm>

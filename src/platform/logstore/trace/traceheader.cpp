@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/logstore/trace/traceheader.h"
 
-#include "platform/logstore/bytes/arithmetic.h"
+#include "platform/base/arithmetic.h"
+#include "platform/base/timeunits.h"
 
 namespace logstore {
 
@@ -21,8 +22,9 @@ std::optional<TraceHeader> TraceHeader::read(Bytes body)
     TraceHeader header{};
     header.numerator = loadAt<std::uint32_t>(body, 0);
     header.denominator = loadAt<std::uint32_t>(body, 4);
-    header.start = {loadAt<std::uint64_t>(body, 48),
-                    saturated(seconds * 1'000'000'000 + microseconds * 1000)};
+    header.start = {
+        loadAt<std::uint64_t>(body, 48),
+        saturated(seconds * nanosecondsPerSecond + microseconds * nanosecondsPerMicrosecond)};
     header.boot = loadAt<Uuid>(body, 128);
     return header;
 }

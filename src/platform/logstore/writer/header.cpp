@@ -1,16 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "platform/logstore/writer/header.h"
 
+#include "platform/base/timeunits.h"
 namespace logstore::writer {
 
 Bytes body(const Header& header)
 {
-    constexpr std::int64_t second = 1'000'000'000;
     constexpr std::uint32_t is64Bit = 1;
     ByteBuilder out;
     out.u32(header.numerator).u32(header.denominator).u64(header.continuousTime);
-    out.i64(header.wallTime / second)
-        .i32(static_cast<std::int32_t>(header.wallTime % second / 1000));
+    out.i64(header.wallTime / nanosecondsPerSecond)
+        .i32(static_cast<std::int32_t>(header.wallTime % nanosecondsPerSecond
+                                       / nanosecondsPerMicrosecond));
     out.i32(header.zone).u32(header.daylightSaving ? 1 : 0).u32(is64Bit);
     out.u32(0x6100).u32(8).u64(header.continuousTime);
     out.u32(0x6101).u32(0x38).u32(0).u32(0).field(header.build, 16).field(header.model, 32);

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/base/result.h"
 #include "platform/logstore/writer/sharedcache.h"
 #include "platform/logstore/writer/timefile.h"
 #include "platform/logstore/writer/tracefile.h"
 #include "platform/logstore/writer/uuidtext.h"
-#include "platform/result.h"
 
 #include <filesystem>
 #include <map>

@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: MIT
-#include "platform/logstore/bytes/utf8.h"
+#include "platform/base/utf8.h"
 
 #include <algorithm>
-
-namespace logstore {
+#include <array>
+#include <cstdint>
+#include <cstring>
 
 namespace {
 
-constexpr std::string_view replacement = "\xEF\xBF\xBD";
+constexpr std::uint64_t highBits = 0x8080808080808080;
+constexpr char32_t replacement = 0xfffd;
+constexpr std::string_view replacementText = "\xEF\xBF\xBD";
 
 std::uint8_t byteAt(std::string_view text, std::size_t at)
 {
@@ -20,7 +23,7 @@ std::size_t asciiPrefix(std::string_view text)
     for (; text.size() - at >= 8; at += 8) {
         std::uint64_t word;
         std::memcpy(&word, text.data() + at, sizeof word);
-        if (word & 0x8080808080808080ULL)
+        if (word & highBits)
             break;
     }
     while (at < text.size() && byteAt(text, at) < 0x80)
@@ -68,14 +71,16 @@ Sequence sequenceAt(std::string_view text, std::size_t at)
 
 } // namespace
 
-std::string_view cString(Bytes bytes)
+bool isAscii(std::string_view text)
 {
-    if (bytes.empty())
-        return {};
-    const void* zero = std::memchr(bytes.data(), 0, bytes.size());
-    const auto* begin = reinterpret_cast<const char*>(bytes.data());
-    return {begin,
-            zero ? static_cast<std::size_t>(static_cast<const char*>(zero) - begin) : bytes.size()};
+    std::uint64_t seen = 0;
+    std::size_t i = 0;
+    std::array<std::uint64_t, 4> words{};
+    for (; i + sizeof words <= text.size(); i += sizeof words) {
+        std::memcpy(words.data(), text.data() + i, sizeof words);
+        seen |= (words[0] | words[1]) | (words[2] | words[3]);
+    }
+    return (seen & highBits) == 0 && asciiPrefix(text.substr(i)) == text.size() - i;
 }
 
 bool isValidUtf8(std::string_view text)
@@ -103,6 +108,23 @@ std::size_t incompleteTail(std::string_view text)
     return 0;
 }
 
+char32_t nextCharacter(std::string_view text, std::size_t& index)
+{
+    const std::size_t start = index;
+    const Sequence sequence = sequenceAt(text, start);
+    index += sequence.length;
+    if (!sequence.valid)
+        return replacement;
+    const auto trailing = [&](std::size_t i) { return char32_t{byteAt(text, start + i)} & 0x3f; };
+    const char32_t first = byteAt(text, start);
+    switch (sequence.length) {
+    case 1: return first;
+    case 2: return (first & 0x1f) << 6 | trailing(1);
+    case 3: return (first & 0x0f) << 12 | trailing(1) << 6 | trailing(2);
+    default: return (first & 0x07) << 18 | trailing(1) << 12 | trailing(2) << 6 | trailing(3);
+    }
+}
+
 void appendUtf8(std::string& out, std::string_view text)
 {
     std::size_t start = 0;
@@ -111,7 +133,7 @@ void appendUtf8(std::string& out, std::string_view text)
         const Sequence sequence = sequenceAt(text, at);
         if (!sequence.valid) {
             out.append(text, start, at - start);
-            out.append(replacement);
+            out.append(replacementText);
             start = at + sequence.length;
         }
         at += sequence.length;
@@ -120,16 +142,16 @@ void appendUtf8(std::string& out, std::string_view text)
     out.append(text, start);
 }
 
-void appendCodePoint(std::string& out, std::uint32_t codePoint)
+void appendCodePoint(std::string& out, char32_t codePoint)
 {
-    const auto byte = [&out](std::uint32_t value) { out += static_cast<char>(value); };
+    const auto byte = [&out](char32_t value) { out += static_cast<char>(value); };
     if (codePoint < 0x80) {
         byte(codePoint);
     } else if (codePoint < 0x800) {
         byte(0xc0 | codePoint >> 6);
         byte(0x80 | (codePoint & 0x3f));
     } else if ((codePoint >= 0xd800 && codePoint <= 0xdfff) || codePoint > 0x10ffff) {
-        out.append(replacement);
+        out.append(replacementText);
     } else if (codePoint < 0x10000) {
         byte(0xe0 | codePoint >> 12);
         byte(0x80 | (codePoint >> 6 & 0x3f));
@@ -141,28 +163,3 @@ void appendCodePoint(std::string& out, std::uint32_t codePoint)
         byte(0x80 | (codePoint & 0x3f));
     }
 }
-
-void appendUtf32(std::string& out, Bytes bytes)
-{
-    for (std::size_t at = 0; bytes.size() - at >= 4; at += 4) {
-        const auto codePoint = loadAt<std::uint32_t>(bytes, at);
-        if (codePoint == 0)
-            return;
-        appendCodePoint(out, codePoint);
-    }
-}
-
-DecodedCodePoint decodeFront(std::string_view text)
-{
-    const std::uint8_t first = byteAt(text, 0);
-    const auto tail = [text](std::size_t i) { return byteAt(text, i) & 0x3fU; };
-    if (first < 0x80)
-        return {first, 1};
-    if (first < 0xe0)
-        return {(first & 0x1fU) << 6 | tail(1), 2};
-    if (first < 0xf0)
-        return {(first & 0x0fU) << 12 | tail(1) << 6 | tail(2), 3};
-    return {(first & 0x07U) << 18 | tail(1) << 12 | tail(2) << 6 | tail(3), 4};
-}
-
-} // namespace logstore

@@ -5,8 +5,6 @@
 #include <string>
 #include <string_view>
 
-namespace predicate {
-
 /// Finds a text in others byte by byte, ASCII letters in either case when told so. Sixteen places
 /// are tried at once by the two bytes of the needle that are rarest in log messages.
 class ByteFinder
@@ -18,14 +16,15 @@ public:
 
     ByteFinder(std::string_view needle, Case letters);
 
-    std::size_t find(std::string_view text) const;
+    /// The first place at `from` or after it; npos when there is none.
+    std::size_t find(std::string_view text, std::size_t from = 0) const;
     bool isIn(std::string_view text) const { return find(text) != npos; }
     /// `text` has at least the needle's length.
     bool standsAt(const char* text) const;
     std::size_t size() const { return m_needle.size(); }
 
 private:
-    std::size_t findFrom(std::string_view text, std::size_t start, std::size_t end) const;
+    std::size_t findOneByOne(std::string_view text, std::size_t start, std::size_t end) const;
 
     struct Probe
     {
@@ -40,5 +39,3 @@ private:
     Probe m_first;
     Probe m_second;
 };
-
-} // namespace predicate

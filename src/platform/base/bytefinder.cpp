@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "platform/predicate/bytefinder.h"
+#include "platform/base/bytefinder.h"
 
-#include "platform/predicate/unicode.h"
+#include "platform/base/ascii.h"
 
 #include <algorithm>
 #include <cstring>
@@ -9,8 +9,6 @@
 #if defined(__SSE2__)
 #include <emmintrin.h>
 #endif
-
-namespace predicate {
 
 namespace {
 
@@ -64,7 +62,8 @@ bool ByteFinder::standsAt(const char* text) const
 }
 
 /// Tries the places from `start` to before `end`, one by one.
-std::size_t ByteFinder::findFrom(std::string_view text, std::size_t start, std::size_t end) const
+std::size_t
+ByteFinder::findOneByOne(std::string_view text, std::size_t start, std::size_t end) const
 {
     for (std::size_t i = start; i < end; ++i) {
         const bool likely =
@@ -75,12 +74,12 @@ std::size_t ByteFinder::findFrom(std::string_view text, std::size_t start, std::
     return npos;
 }
 
-std::size_t ByteFinder::find(std::string_view text) const
+std::size_t ByteFinder::find(std::string_view text, std::size_t from) const
 {
-    if (m_needle.empty())
-        return 0;
-    if (text.size() < m_needle.size())
+    if (text.size() < m_needle.size() || from > text.size() - m_needle.size())
         return npos;
+    if (m_needle.empty())
+        return from;
     const std::size_t places = text.size() - m_needle.size() + 1;
 #if defined(__SSE2__)
     constexpr std::size_t width = sizeof(__m128i);
@@ -93,7 +92,7 @@ std::size_t ByteFinder::find(std::string_view text) const
     const __m128i secondBit = _mm_set1_epi8(m_second.caseBit);
     const __m128i firstByte = _mm_set1_epi8(m_first.byte);
     const __m128i secondByte = _mm_set1_epi8(m_second.byte);
-    std::size_t i = 0;
+    std::size_t i = from;
     for (; i + width <= places; i += width) {
         const __m128i first =
             _mm_cmpeq_epi8(_mm_or_si128(load(i + m_first.offset), firstBit), firstByte);
@@ -106,10 +105,8 @@ std::size_t ByteFinder::find(std::string_view text) const
                 return place;
         }
     }
-    return findFrom(text, i, places);
+    return findOneByOne(text, i, places);
 #else
-    return findFrom(text, 0, places);
+    return findOneByOne(text, from, places);
 #endif
 }
-
-} // namespace predicate
