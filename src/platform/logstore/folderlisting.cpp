@@ -51,6 +51,20 @@ Result<std::vector<fs::path>> listFolder(const fs::path& folder,
     return items;
 }
 
+std::vector<fs::path> itemsNamed(const fs::path& folder, const std::string& name)
+{
+    std::vector<fs::path> items;
+    std::error_code error;
+    fs::directory_iterator entries(folder, error);
+    for (const fs::directory_iterator end; !error && entries != end; entries.increment(error))
+        if (upperCase(entries->path().filename().string()) == upperCase(name))
+            items.push_back(entries->path());
+    if (error)
+        return {folder / name};
+    std::sort(items.begin(), items.end());
+    return items;
+}
+
 bool isHexName(std::string_view name, std::size_t size)
 {
     constexpr std::string_view digits = "0123456789abcdefABCDEF";

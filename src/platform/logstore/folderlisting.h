@@ -20,6 +20,11 @@ Result<std::vector<std::filesystem::path>>
 listFolder(const std::filesystem::path& folder,
            const std::vector<std::filesystem::path>& allowedRoots);
 
+/// The items of a folder that have this name in any case, sorted. Of a folder that cannot be
+/// listed, the path that has it as it is.
+std::vector<std::filesystem::path> itemsNamed(const std::filesystem::path& folder,
+                                              const std::string& name);
+
 /// Whether the name consists of so many hexadecimal digits in either case.
 bool isHexName(std::string_view name, std::size_t size);
 

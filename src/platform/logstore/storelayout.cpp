@@ -2,9 +2,8 @@
 #include "platform/logstore/storelayout.h"
 
 #include "platform/logstore/folderlisting.h"
+#include "platform/logstore/storefolders.h"
 
-#include <algorithm>
-#include <array>
 #include <optional>
 #include <system_error>
 
@@ -13,23 +12,6 @@ namespace logstore {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr std::array traceFolders = {"Persist", "Special", "Signpost", "HighVolume"};
-constexpr const char* liveFile = "logdata.LiveData.tracev3";
-
-bool isFolder(const fs::path& path)
-{
-    std::error_code error;
-    return fs::is_directory(path, error);
-}
-
-bool holdsLogs(const fs::path& folder)
-{
-    std::error_code error;
-    return std::any_of(traceFolders.begin(), traceFolders.end(),
-                       [&folder](const char* name) { return isFolder(folder / name); })
-           || isFolder(folder / "timesync") || fs::is_regular_file(folder / liveFile, error);
-}
 
 /// Collects the log files of a store's folders.
 class LogFileCollector
@@ -48,7 +30,8 @@ public:
             return;
         constexpr std::size_t nameSize = 16;
         for (const fs::path& path : *items)
-            if (path.extension() == extension && isHexName(path.stem().string(), nameSize))
+            if (upperCase(path.extension().string()) == upperCase(extension)
+                && isHexName(path.stem().string(), nameSize))
                 files.push_back(path);
     }
 
@@ -59,26 +42,6 @@ private:
     std::optional<Failure> m_firstFailure;
 };
 
-/// The folders that string files may stand in, those first that are asked first. `roots` grows by
-/// what links may lead into.
-std::vector<fs::path>
-foldersOfStrings(const fs::path& top, StoreOrigin origin, std::vector<fs::path>& roots)
-{
-    const fs::path inside = top / "uuidtext";
-    const fs::path beside = top.parent_path() / "uuidtext";
-    std::vector<fs::path> folders{top};
-    for (const fs::path& folder : {inside, beside}) {
-        std::error_code error;
-        const fs::path target = fs::canonical(folder, error);
-        const bool isLink = target != folder;
-        if (!error && (!isLink || origin == StoreOrigin::System))
-            roots.push_back(target);
-        if (!error && staysInside(folder, roots))
-            folders.push_back(folder);
-    }
-    return folders;
-}
-
 Result<fs::path> readableFolder(const fs::path& root)
 {
     std::error_code error;
@@ -86,7 +49,7 @@ Result<fs::path> readableFolder(const fs::path& root)
     if (error)
         return failure("The log archive “" + root.string()
                        + "” could not be opened: " + error.message() + ".");
-    if (!isFolder(canonical))
+    if (!fs::is_directory(canonical, error))
         return failure("The log archive “" + root.string()
                        + "” could not be opened: it is not a folder.");
     const fs::directory_iterator probe(canonical, error);
@@ -115,28 +78,31 @@ Result<StoreLayout> StoreLayout::find(const fs::path& root, StoreOrigin origin)
     const auto top = readableFolder(root);
     if (!top)
         return tl::unexpected(top.error());
-    StoreLayout layout;
-    layout.roots = {*top};
-    layout.stringFolders = foldersOfStrings(*top, origin, layout.roots);
-
-    std::error_code error;
-    const fs::path logs = holdsLogs(*top) ? *top : *top / "diagnostics";
-    if (const fs::path target = fs::canonical(logs, error); !error && origin == StoreOrigin::System)
-        layout.roots.push_back(target);
-    if (!holdsLogs(logs) || !staysInside(logs, layout.roots))
+    const StoreFolders folders = StoreFolders::find(*top, origin);
+    if (folders.logs.empty())
         return failure(reasonWhyNoLogs(root, *top));
+    StoreLayout layout;
+    layout.roots = folders.roots;
+    layout.stringFolders = folders.strings;
 
     LogFileCollector collector(layout.roots);
     for (const char* name : traceFolders)
-        collector.add(layout.traceFiles, logs / name, ".tracev3");
-    if (fs::is_regular_file(logs / liveFile, error) && staysInside(logs / liveFile, layout.roots))
-        layout.traceFiles.push_back(logs / liveFile);
+        for (const fs::path& logs : folders.logs)
+            for (const fs::path& folder : itemsNamed(logs, name))
+                collector.add(layout.traceFiles, folder, ".tracev3");
+    for (const fs::path& logs : folders.logs)
+        for (const fs::path& file : itemsNamed(logs, liveFile))
+            if (std::error_code error;
+                fs::is_regular_file(file, error) && staysInside(file, layout.roots))
+                layout.traceFiles.push_back(file);
     if (layout.traceFiles.empty() && collector.firstFailure())
         return tl::unexpected(*collector.firstFailure());
     if (layout.traceFiles.empty())
         return failure("The log archive “" + root.string()
                        + "” could not be opened: it holds no trace files.");
-    collector.add(layout.timeFiles, logs / "timesync", ".timesync");
+    for (const fs::path& logs : folders.logs)
+        for (const fs::path& folder : itemsNamed(logs, "timesync"))
+            collector.add(layout.timeFiles, folder, ".timesync");
     return layout;
 }
 

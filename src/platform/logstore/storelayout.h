@@ -9,8 +9,7 @@
 
 namespace logstore {
 
-/// Where the pieces of a store lie: in an archive all in one folder, in a Mac's log folders (or a
-/// copy of them) in `diagnostics` and, below or beside it, `uuidtext`.
+/// Where the files of a store lie.
 struct StoreLayout
 {
     std::vector<std::filesystem::path>

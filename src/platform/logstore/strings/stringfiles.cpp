@@ -104,13 +104,12 @@ const StringFiles::NameMap& StringFiles::listing(const std::filesystem::path& fo
 std::filesystem::path StringFiles::find(const std::string& folderName, const std::string& fileName)
 {
     for (const auto& base : m_folders) {
-        const NameMap& folders = listing(base);
-        const auto folder = folders.find(folderName);
-        if (folder == folders.end())
-            continue;
-        const NameMap& files = listing(folder->second);
-        if (const auto file = files.find(fileName); file != files.end())
-            return file->second;
+        const auto [first, last] = listing(base).equal_range(folderName);
+        for (auto folder = first; folder != last; ++folder) {
+            const NameMap& files = listing(folder->second);
+            if (const auto file = files.find(fileName); file != files.end())
+                return file->second;
+        }
     }
     return {};
 }

@@ -34,7 +34,7 @@ public:
     void trim();
 
 private:
-    using NameMap = std::map<std::string, std::filesystem::path>; ///< upper-case name -> path
+    using NameMap = std::multimap<std::string, std::filesystem::path>; ///< upper-case name -> path
     const NameMap& listing(const std::filesystem::path& folder);
     template <typename StringFile>
     std::unique_ptr<StringFile> accepted(Result<std::unique_ptr<StringFile>> opened);
