@@ -130,6 +130,8 @@ constexpr Target traces[] = {
     {"macos15.logarchive", "Persist/0000000000000c80.tracev3", SIZE_MAX, 400, 3000},
     {"forged.logarchive", "Persist/0000000000000001.tracev3", SIZE_MAX, 400, 4000},
     {"forged.logarchive", "Special/0000000000000002.tracev3", SIZE_MAX, 100, 1000},
+    {"golden27.logarchive", "Persist/0000000000000001.tracev3", SIZE_MAX, 100, 600},
+    {"golden27.logarchive", "Special/0000000000000002.tracev3", SIZE_MAX, 100, 600},
     {"f30.logarchive", "Persist/0000000000000030.tracev3", SIZE_MAX, 200, 1000},
     {"f85-strings.logarchive", "Persist/0000000000000f85.tracev3", 30000, 200, 1000},
 };
@@ -197,8 +199,9 @@ private:
         QTest::addColumn<int>("target");
         QTest::addColumn<bool>("uncompressed");
         for (int i = 0; i < static_cast<int>(std::size(traces)); ++i) {
-            QTest::addRow("%s as it is", traces[i].file) << i << false;
-            QTest::addRow("%s uncompressed", traces[i].file) << i << true;
+            const QByteArray name = QByteArray(traces[i].sample) + '/' + traces[i].file;
+            QTest::addRow("%s as it is", name.constData()) << i << false;
+            QTest::addRow("%s uncompressed", name.constData()) << i << true;
         }
     }
 

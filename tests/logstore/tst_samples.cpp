@@ -91,14 +91,15 @@ private Q_SLOTS:
     void everyFieldOfEveryExpectedEntry_data()
     {
         QTest::addColumn<QString>("name");
-        for (const char* name : {"macos15", "f30", "f85", "f85-strings", "forged", "golden27"})
+        for (const char* name :
+             {"macos15", "f30", "f85", "f85-strings", "forged", "golden27", "image-root"})
             QTest::newRow(name) << QString::fromLatin1(name);
     }
     void everyFieldOfEveryExpectedEntry()
     {
         QFETCH(const QString, name);
         const auto folder = *samplesFolder();
-        const auto store = Store::open(folder / (name.toStdString() + ".logarchive"));
+        const auto store = Store::open(rootOf(name));
         QVERIFY2(store.has_value(), "opens");
         const auto entries = entriesOf(*store);
         const auto expectations = linesOf(folder / (name.toStdString() + ".expected.jsonl.gz"));
@@ -143,7 +144,7 @@ private Q_SLOTS:
     void seekingAgreesWithWalking()
     {
         QFETCH(const QString, name);
-        const auto store = Store::open(*samplesFolder() / (name.toStdString() + ".logarchive"));
+        const auto store = Store::open(rootOf(name));
         QVERIFY(store.has_value());
         std::vector<std::pair<std::int64_t, std::string>> all;
         auto walk = store->entries();
@@ -225,6 +226,13 @@ private Q_SLOTS:
     }
 
 private:
+    static std::filesystem::path rootOf(const QString& sample)
+    {
+        const auto folder = *samplesFolder() / sample.toStdString();
+        const std::filesystem::path archive = folder.string() + ".logarchive";
+        return exists(archive) ? archive : folder;
+    }
+
     static rapidjson::Document stringExpectations()
     {
         std::ifstream file(*samplesFolder() / "strings" / "strings.expected.json");

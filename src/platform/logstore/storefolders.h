@@ -24,8 +24,8 @@ struct StoreFolders
     static StoreFolders find(const std::filesystem::path& top, StoreOrigin origin);
 };
 
-constexpr std::array traceFolders = {"Persist", "Special", "Signpost", "HighVolume"};
-constexpr const char* liveFile = "logdata.LiveData.tracev3";
+inline constexpr std::array traceFolders = {"Persist", "Special", "Signpost", "HighVolume"};
+inline constexpr const char* liveFile = "logdata.LiveData.tracev3";
 
 /// The log archive in a folder that is not a store itself.
 std::optional<std::filesystem::path> archiveInside(const std::filesystem::path& folder);
