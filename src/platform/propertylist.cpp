@@ -1,219 +1,219 @@
 // SPDX-License-Identifier: MIT
 #include "platform/propertylist.h"
 
-#include "platform/propertylistguard.h"
+#include "platform/logstore/propertylist/propertylist.h"
 
 #include <QDateTime>
 #include <QTimeZone>
+#include <QXmlStreamWriter>
 
-#include <cstdlib>
+#include <algorithm>
+#include <cmath>
 #include <limits>
-#include <memory>
-#include <plist/plist.h>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-/// What dates of property lists count from: 2001-01-01T00:00:00Z.
-constexpr qint64 dateOrigin = 978307200;
+using logstore::PropertyList;
 
-struct NodeDeleter
+QString textFrom(std::string_view utf8)
 {
-    void operator()(void* node) const { plist_free(node); }
-};
-using Node = std::unique_ptr<void, NodeDeleter>;
-
-struct Freer
-{
-    void operator()(char* memory) const { std::free(memory); } // NOLINT: what C code allocated
-};
-using CText = std::unique_ptr<char, Freer>;
-
-CText xmlOf(plist_t node, std::uint32_t& length)
-{
-    char* xml = nullptr;
-    length = 0;
-    plist_to_xml(node, &xml, &length);
-    return CText(xml);
+    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
 }
 
-/// Above the range of signed numbers the library gives the same value for a negative number and a
-/// large one. Only its XML says which it is.
-QVariant integerFrom(plist_t node)
+QVariant unsignedFrom(std::uint64_t number)
 {
-    std::uint64_t value = 0;
-    plist_get_uint_val(node, &value);
-    if (value > static_cast<std::uint64_t>(std::numeric_limits<qint64>::max())) {
-        std::uint32_t length = 0;
-        const CText xml = xmlOf(node, length);
-        if (!QByteArrayView(xml.get(), length).contains("<integer>-"))
-            return QVariant::fromValue<quint64>(value);
-    }
-    return QVariant::fromValue<qint64>(static_cast<qint64>(value));
+    if (number > static_cast<std::uint64_t>(std::numeric_limits<qint64>::max()))
+        return QVariant::fromValue<quint64>(number);
+    return QVariant::fromValue<qint64>(static_cast<qint64>(number));
 }
 
-QVariant dateFrom(plist_t node)
+/// Invalid for a date that no calendar holds.
+QVariant dateFrom(double secondsSince2001)
 {
-    std::int32_t seconds = 0;
-    std::int32_t microseconds = 0;
-    plist_get_date_val(node, &seconds, &microseconds);
-    return QDateTime::fromSecsSinceEpoch(dateOrigin + seconds, Qt::UTC);
+    constexpr double originSince1970 = 978307200; // 2001-01-01T00:00:00Z
+    constexpr double farthest = 9e18;             // what 64 bits hold
+    const double milliseconds = std::floor((secondsSince2001 + originSince1970) * 1000);
+    if (!(std::fabs(milliseconds) < farthest))
+        return {};
+    return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(milliseconds), QTimeZone::utc());
 }
 
-/// Invalid for what only keyed archives hold.
-QVariant valueFrom(plist_t node);
+QVariant valueFrom(const PropertyList& list);
 
-QVariantList arrayFrom(plist_t node)
+QVariantList arrayFrom(const PropertyList& list)
 {
-    QVariantList list;
-    plist_array_iter position = nullptr;
-    plist_array_new_iter(node, &position);
-    const CText guard(static_cast<char*>(position));
-    for (std::uint32_t left = plist_array_get_size(node); left > 0; --left) {
-        plist_t item = nullptr;
-        plist_array_next_item(node, position, &item);
-        if (const QVariant value = valueFrom(item); value.isValid())
-            list.append(value);
-    }
-    return list;
+    QVariantList array;
+    for (const PropertyList& element : list.elements)
+        if (const QVariant value = valueFrom(element); value.isValid())
+            array.append(value);
+    return array;
 }
 
-QVariantMap dictionaryFrom(plist_t node)
+QVariantMap dictionaryFrom(const PropertyList& list)
 {
-    QVariantMap map;
-    plist_dict_iter position = nullptr;
-    plist_dict_new_iter(node, &position);
-    const CText guard(static_cast<char*>(position));
-    for (std::uint32_t left = plist_dict_get_size(node); left > 0; --left) {
-        char* key = nullptr;
-        plist_t item = nullptr;
-        plist_dict_next_item(node, position, &key, &item);
-        const CText owner(key);
-        if (const QVariant value = key && item ? valueFrom(item) : QVariant(); value.isValid())
-            map.insert(QString::fromUtf8(key), value);
-    }
-    return map;
+    QVariantMap dictionary;
+    for (std::size_t i = 0; i < list.elements.size(); ++i)
+        if (const QVariant value = valueFrom(list.elements[i]); value.isValid())
+            dictionary.insert(textFrom(list.keys[i]), value);
+    return dictionary;
 }
 
-QVariant valueFrom(plist_t node)
+QVariant valueFrom(const PropertyList& list)
 {
-    std::uint64_t length = 0;
-    switch (plist_get_node_type(node)) {
-    case PLIST_BOOLEAN: {
-        std::uint8_t value = 0;
-        plist_get_bool_val(node, &value);
-        return value != 0;
-    }
-    case PLIST_UINT: return integerFrom(node);
-    case PLIST_REAL: {
-        double value = 0;
-        plist_get_real_val(node, &value);
-        return value;
-    }
-    case PLIST_STRING: {
-        const char* text = plist_get_string_ptr(node, &length);
-        return QString::fromUtf8(text, static_cast<qsizetype>(length));
-    }
-    case PLIST_DATA: {
-        const char* data = plist_get_data_ptr(node, &length);
-        return QByteArray(data, static_cast<qsizetype>(length));
-    }
-    case PLIST_DATE: return dateFrom(node);
-    case PLIST_ARRAY: return arrayFrom(node);
-    case PLIST_DICT: return dictionaryFrom(node);
-    case PLIST_KEY:
-    case PLIST_UID:
-    case PLIST_NONE: break;
+    switch (list.kind) {
+    case PropertyList::Kind::Null: return {};
+    case PropertyList::Kind::Boolean: return list.integer != 0;
+    case PropertyList::Kind::Integer:
+        return QVariant::fromValue<qint64>(static_cast<qint64>(list.integer));
+    case PropertyList::Kind::Unsigned: return unsignedFrom(list.integer);
+    case PropertyList::Kind::Uid: return QVariantMap{{u"CF$UID"_s, unsignedFrom(list.integer)}};
+    case PropertyList::Kind::Real: return list.real;
+    case PropertyList::Kind::Date: return dateFrom(list.real);
+    case PropertyList::Kind::Data:
+        return QByteArray(list.text.data(), static_cast<qsizetype>(list.text.size()));
+    case PropertyList::Kind::String: return textFrom(list.text);
+    case PropertyList::Kind::Array: return arrayFrom(list);
+    case PropertyList::Kind::Dictionary: return dictionaryFrom(list);
     }
     return {};
 }
 
-plist_t nodeFrom(const QVariant& value);
-
-/// The library makes a negative number of an unsigned one above the signed range, but reads it
-/// right.
-plist_t unsignedNode(quint64 value)
+/// Writes elements of the XML form.
+class XmlWriter
 {
-    if (value <= static_cast<quint64>(std::numeric_limits<qint64>::max()))
-        return plist_new_uint(value);
-    const QByteArray xml = "<plist><integer>" + QByteArray::number(value) + "</integer></plist>";
-    plist_t node = nullptr;
-    plist_from_xml(xml.constData(), static_cast<std::uint32_t>(xml.size()), &node);
-    return node;
-}
+public:
+    explicit XmlWriter(QByteArray* out) : m_xml(out)
+    {
+        constexpr int tab = -1;
+        m_xml.setAutoFormatting(true);
+        m_xml.setAutoFormattingIndent(tab);
+    }
 
-plist_t arrayNode(const QVariantList& list)
-{
-    Node array(plist_new_array());
-    for (const QVariant& value : list) {
-        plist_t item = nodeFrom(value);
-        if (!item)
-            return nullptr;
-        plist_array_append_item(array.get(), item);
+    /// False when it holds a value of a type that property lists do not have.
+    bool write(const QVariantMap& dictionary)
+    {
+        m_xml.writeStartDocument();
+        m_xml.writeDTD(u"<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "
+                       "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">"_s);
+        m_xml.writeStartElement(u"plist"_s);
+        m_xml.writeAttribute(u"version"_s, u"1.0"_s);
+        const bool isKnown = writeDictionary(dictionary);
+        m_xml.writeEndDocument();
+        return isKnown;
     }
-    return array.release();
-}
 
-plist_t dictionaryNode(const QVariantMap& map)
-{
-    Node dictionary(plist_new_dict());
-    for (auto entry = map.cbegin(); entry != map.cend(); ++entry) {
-        plist_t item = nodeFrom(entry.value());
-        if (!item)
-            return nullptr;
-        plist_dict_set_item(dictionary.get(), entry.key().toUtf8().constData(), item);
+private:
+    bool writeValue(const QVariant& value)
+    {
+        switch (value.typeId()) {
+        case QMetaType::Bool:
+            m_xml.writeEmptyElement(value.toBool() ? u"true"_s : u"false"_s);
+            return true;
+        case QMetaType::Int:
+        case QMetaType::LongLong:
+            writeText(u"integer"_s, QString::number(value.toLongLong()));
+            return true;
+        case QMetaType::UInt:
+        case QMetaType::ULongLong:
+            writeText(u"integer"_s, QString::number(value.toULongLong()));
+            return true;
+        case QMetaType::Double: writeText(u"real"_s, realText(value.toDouble())); return true;
+        case QMetaType::QString: writeText(u"string"_s, value.toString()); return true;
+        case QMetaType::QByteArray:
+            writeText(u"data"_s, QString::fromLatin1(value.toByteArray().toBase64()));
+            return true;
+        case QMetaType::QDateTime: writeText(u"date"_s, dateText(value.toDateTime())); return true;
+        case QMetaType::QVariantList: return writeArray(value.toList());
+        case QMetaType::QVariantMap: return writeDictionary(value.toMap());
+        default: return false;
+        }
     }
-    return dictionary.release();
-}
 
-/// Null for a value of a type that property lists do not have.
-plist_t nodeFrom(const QVariant& value)
-{
-    switch (value.typeId()) {
-    case QMetaType::Bool: return plist_new_bool(value.toBool());
-    case QMetaType::Int:
-    case QMetaType::LongLong: return plist_new_uint(static_cast<std::uint64_t>(value.toLongLong()));
-    case QMetaType::UInt:
-    case QMetaType::ULongLong: return unsignedNode(value.toULongLong());
-    case QMetaType::Double: return plist_new_real(value.toDouble());
-    case QMetaType::QString: return plist_new_string(value.toString().toUtf8().constData());
-    case QMetaType::QByteArray: {
-        const QByteArray data = value.toByteArray();
-        return plist_new_data(data.constData(), static_cast<std::uint64_t>(data.size()));
+    bool writeArray(const QVariantList& array)
+    {
+        m_xml.writeStartElement(u"array"_s);
+        for (const QVariant& value : array)
+            if (!writeValue(value))
+                return false;
+        m_xml.writeEndElement();
+        return true;
     }
-    case QMetaType::QDateTime: {
-        const qint64 seconds = value.toDateTime().toSecsSinceEpoch() - dateOrigin;
-        return plist_new_date(static_cast<std::int32_t>(seconds), 0);
+
+    bool writeDictionary(const QVariantMap& dictionary)
+    {
+        m_xml.writeStartElement(u"dict"_s);
+        for (auto entry = dictionary.cbegin(); entry != dictionary.cend(); ++entry) {
+            writeText(u"key"_s, entry.key());
+            if (!writeValue(entry.value()))
+                return false;
+        }
+        m_xml.writeEndElement();
+        return true;
     }
-    case QMetaType::QVariantList: return arrayNode(value.toList());
-    case QMetaType::QVariantMap: return dictionaryNode(value.toMap());
-    default: return nullptr;
+
+    /// A carriage return would be read back as a line feed unless it stands as a reference.
+    void writeText(const QString& element, QString text)
+    {
+        std::replace_if(text.begin(), text.end(), isOutsideXml, QChar(QChar::ReplacementCharacter));
+        m_xml.writeStartElement(element);
+        const QStringList lines = text.split(u'\r');
+        for (qsizetype i = 0; i < lines.size(); ++i) {
+            if (i > 0)
+                m_xml.writeEntityReference(u"#13"_s);
+            m_xml.writeCharacters(lines[i]);
+        }
+        m_xml.writeEndElement();
     }
-}
+
+    static bool isOutsideXml(QChar c)
+    {
+        return (c < u' ' && c != u'\t' && c != u'\n' && c != u'\r') || c >= QChar(0xfffe);
+    }
+
+    static QString realText(double value)
+    {
+        if (std::isinf(value))
+            return value < 0 ? u"-infinity"_s : u"+infinity"_s;
+        return std::isnan(value) ? u"nan"_s
+                                 : QString::number(value, 'g', QLocale::FloatingPointShortest);
+    }
+
+    static QString dateText(const QDateTime& date)
+    {
+        const QDateTime utc = date.toUTC();
+        const int year = utc.date().year();
+        constexpr int firstBeforeChrist = -1; // Qt has no year 0
+        return QString::asprintf("%04d-%02d-%02dT%02d:%02d:%02dZ",
+                                 year <= firstBeforeChrist ? year + 1 : year, utc.date().month(),
+                                 utc.date().day(), utc.time().hour(), utc.time().minute(),
+                                 utc.time().second());
+    }
+
+    QXmlStreamWriter m_xml;
+};
 
 } // namespace
 
 Result<QVariantMap> propertyListFrom(const QByteArray& bytes)
 {
-    if (!isSafePropertyList(bytes))
+    logstore::TextStore texts;
+    const auto list =
+        logstore::readPropertyList({reinterpret_cast<const std::uint8_t*>(bytes.data()),
+                                    static_cast<std::size_t>(bytes.size())},
+                                   texts);
+    if (!list)
         return failure("it is not a property list, or a damaged one");
-    plist_t parsed = nullptr;
-    plist_from_memory(bytes.constData(), static_cast<std::uint32_t>(bytes.size()), &parsed);
-    const Node root(parsed);
-    if (!root)
-        return failure("it is not a property list, or a damaged one");
-    if (plist_get_node_type(root.get()) != PLIST_DICT)
+    if (list->kind != PropertyList::Kind::Dictionary)
         return failure("it is a property list, but no dictionary");
-    return dictionaryFrom(root.get());
+    return dictionaryFrom(*list);
 }
 
 Result<QByteArray> propertyListXml(const QVariantMap& dictionary)
 {
-    const Node root(dictionaryNode(dictionary));
-    if (!root)
+    QByteArray xml;
+    if (!XmlWriter(&xml).write(dictionary))
         return failure("it holds a value that property lists cannot hold");
-    std::uint32_t length = 0;
-    const CText xml = xmlOf(root.get(), length);
-    return QByteArray(xml.get(), static_cast<qsizetype>(length));
+    return xml;
 }

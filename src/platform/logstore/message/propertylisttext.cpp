@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include "platform/logstore/message/propertylisttext.h"
+
 #include "platform/base/utf8.h"
-#include "platform/logstore/message/propertylist.h"
 #include "platform/logstore/message/textoutput.h"
 
 #include <algorithm>
@@ -146,6 +147,7 @@ void appendScalar(std::string& out, const PropertyList& value)
 {
     switch (value.kind) {
     case Kind::Boolean:
+    case Kind::Uid:
     case Kind::Unsigned: appendDecimal(out, value.integer); break;
     case Kind::Integer: appendDecimal(out, static_cast<std::int64_t>(value.integer)); break;
     case Kind::Real: appendReal(out, value.real); break;

@@ -3,7 +3,7 @@
 
 #include "platform/base/utf8.h"
 #include "platform/logstore/message/locationstate.h"
-#include "platform/logstore/message/propertylist.h"
+#include "platform/logstore/message/propertylisttext.h"
 #include "platform/logstore/message/textoutput.h"
 #include "platform/logstore/trace/record.h"
 

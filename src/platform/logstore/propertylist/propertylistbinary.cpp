@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/base/utf8.h"
-#include "platform/logstore/message/propertylist.h"
+#include "platform/logstore/propertylist/propertylist.h"
 
 namespace logstore {
 
@@ -118,7 +118,7 @@ private:
 
     bool readUid(ByteReader& in, std::uint8_t low, PropertyList& into)
     {
-        into.kind = Kind::Unsigned;
+        into.kind = Kind::Uid;
         into.integer = bigEndian(in.take(std::uint64_t{low} + 1));
         return in.ok() && m_budget.take(0);
     }

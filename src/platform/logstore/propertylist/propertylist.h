@@ -12,7 +12,7 @@
 
 namespace logstore {
 
-/// A property list as state dumps hold them.
+/// A property list, read from bytes that nobody vouches for.
 struct PropertyList
 {
     enum class Kind : std::uint8_t {
@@ -20,6 +20,7 @@ struct PropertyList
         Boolean,
         Integer,
         Unsigned,
+        Uid, ///< a reference within a keyed archive
         Real,
         Date,
         Data,
@@ -31,9 +32,9 @@ struct PropertyList
     static constexpr int deepest = 64; ///< levels of collections that are read
 
     Kind kind = Kind::Null;
-    std::uint64_t integer = 0;          ///< of Boolean, Integer (as two's complement) and Unsigned
-    double real = 0;                    ///< of Real; of Date seconds since 2001-01-01 UTC
-    std::string_view text;              ///< of String valid UTF-8; of Data the bytes
+    std::uint64_t integer = 0; ///< of Boolean, Integer (as two's complement), Unsigned and Uid
+    double real = 0;           ///< of Real; of Date seconds since 2001-01-01 UTC
+    std::string_view text;     ///< of String valid UTF-8; of Data the bytes
     std::vector<std::string_view> keys; ///< of Dictionary, one for each element
     std::vector<PropertyList> elements;
 };
@@ -78,8 +79,5 @@ private:
 
 std::optional<PropertyList> readBinaryPropertyList(Bytes bytes, TextStore& texts);
 std::optional<PropertyList> readXmlPropertyList(std::string_view xml, TextStore& texts);
-
-/// Appends the list in its descriptive text form: a lone value bare, collections with brackets.
-void appendDescription(std::string& out, const PropertyList& list);
 
 } // namespace logstore

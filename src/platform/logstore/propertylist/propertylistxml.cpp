@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/base/utf8.h"
-#include "platform/logstore/message/propertylist.h"
+#include "platform/logstore/propertylist/propertylist.h"
 
 #include <charconv>
 #include <chrono>
@@ -187,27 +187,16 @@ private:
 
     bool convert(std::string_view name, std::string_view text, PropertyList& into)
     {
-        const char* begin = text.data();
-        const char* end = begin + text.size();
         if (name == "string") {
             into.kind = Kind::String;
             into.text = text;
             return true;
         }
-        if (name == "integer") {
-            const bool negative = text.starts_with('-');
-            into.kind = negative ? Kind::Integer : Kind::Unsigned;
-            const bool hex = text.starts_with("0x") || text.starts_with("0X");
-            const char* digits = begin + (negative ? 1 : hex ? 2 : 0);
-            const auto result = std::from_chars(digits, end, into.integer, hex ? 16 : 10);
-            if (negative)
-                into.integer = 0 - into.integer;
-            return result.ec == std::errc() && result.ptr == end;
-        }
+        if (name == "integer")
+            return convertInteger(text, into);
         if (name == "real") {
             into.kind = Kind::Real;
-            const auto result = std::from_chars(begin, end, into.real);
-            return result.ec == std::errc() && result.ptr == end;
+            return readNumber(withoutPlus(text), into.real);
         }
         if (name == "date")
             return convertDate(text, into);
@@ -216,31 +205,67 @@ private:
         return false;
     }
 
-    /// 2011-11-01T12:00:00Z
+    static std::string_view withoutPlus(std::string_view text)
+    {
+        return text.substr(text.starts_with('+') ? 1 : 0);
+    }
+
+    /// The number that makes up the whole text.
+    template <typename Number, typename... Base>
+    static bool readNumber(std::string_view text, Number& number, Base... base)
+    {
+        const char* end = text.data() + text.size();
+        const auto result = std::from_chars(text.data(), end, number, base...);
+        return result.ec == std::errc() && result.ptr == end;
+    }
+
+    static bool convertInteger(std::string_view text, PropertyList& into)
+    {
+        const bool isNegative = text.starts_with('-');
+        into.kind = isNegative ? Kind::Integer : Kind::Unsigned;
+        if (text.starts_with("0x") || text.starts_with("0X"))
+            return readNumber(text.substr(2), into.integer, 16);
+        if (!readNumber(isNegative ? text.substr(1) : withoutPlus(text), into.integer))
+            return false;
+        if (isNegative)
+            into.integer = 0 - into.integer;
+        return true;
+    }
+
+    /// 2011-11-01T12:00:00Z; years outside four digits have more of them, or a minus.
     static bool convertDate(std::string_view text, PropertyList& into)
     {
-        constexpr std::string_view shape = "dddd-dd-ddTdd:dd:ddZ";
-        if (text.size() != shape.size())
+        constexpr std::string_view shape = "-dd-ddTdd:dd:ddZ"; // from the end of the year on
+        if (text.size() < shape.size() + 4)
             return false;
+        const std::string_view rest = text.substr(text.size() - shape.size());
         for (std::size_t i = 0; i < shape.size(); ++i)
-            if (shape[i] == 'd' ? text[i] < '0' || text[i] > '9' : text[i] != shape[i])
+            if (shape[i] == 'd' ? rest[i] < '0' || rest[i] > '9' : rest[i] != shape[i])
                 return false;
-        const auto number = [text](std::size_t at, std::size_t length) {
-            int value = 0;
-            std::from_chars(text.data() + at, text.data() + at + length, value);
-            return value;
+        const auto number = [rest](std::size_t at) {
+            return (rest[at] - '0') * 10 + (rest[at + 1] - '0');
         };
         using namespace std::chrono;
-        const year_month_day day{year(number(0, 4)), month(static_cast<unsigned>(number(5, 2))),
-                                 std::chrono::day(static_cast<unsigned>(number(8, 2)))};
+        int yearNumber = 0;
+        if (!readNumber(text.substr(0, text.size() - shape.size()), yearNumber)
+            || !isCalendarYear(yearNumber))
+            return false;
+        const year_month_day day{year(yearNumber), month(static_cast<unsigned>(number(1))),
+                                 std::chrono::day(static_cast<unsigned>(number(4)))};
         if (!day.ok())
             return false;
         constexpr sys_days epoch = year(2001) / January / 1;
-        const seconds time = sys_days(day) - epoch + hours(number(11, 2)) + minutes(number(14, 2))
-                             + seconds(number(17, 2));
+        const seconds time =
+            sys_days(day) - epoch + hours(number(7)) + minutes(number(10)) + seconds(number(13));
         into.kind = Kind::Date;
         into.real = static_cast<double>(time.count());
         return true;
+    }
+
+    static bool isCalendarYear(int number)
+    {
+        return number >= static_cast<int>(std::chrono::year::min())
+               && number <= static_cast<int>(std::chrono::year::max());
     }
 
     bool convertData(std::string_view text, PropertyList& into)
