@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "model/logger.h"
-#include "platform/logpredicate.h"
+#include "platform/predicatefilter.h"
 #include "support/fakeplatform.h"
 #include "support/smallstore.h"
 
@@ -142,7 +142,7 @@ void getLogMatching(benchmark::State& state, const char* text)
     if (!built)
         return state.SkipWithError(built.error().sentence.c_str());
     const auto logger = Logger::make(platformWithStore().platform);
-    const double seconds = timed(state, *logger, std::make_shared<LogPredicate>(*built));
+    const double seconds = timed(state, *logger, std::make_shared<PredicateFilter>(*built));
     state.SetItemsProcessed(wholeFetch.entries * state.iterations());
     if (wholeFetch.entries > 0)
         state.counters["ratio"] = wholeFetch.seconds / seconds;

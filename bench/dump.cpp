@@ -3,8 +3,8 @@
 // and with other decoders.
 #include "model/entrylistbuilder.h"
 #include "model/logger.h"
-#include "platform/logpredicate.h"
 #include "platform/oslogstore.h"
+#include "platform/predicatefilter.h"
 #include "support/entryjson.h"
 #include "support/fakeplatform.h"
 
@@ -156,7 +156,7 @@ int main(int argc, char** argv)
         const auto built = predicate::build(text);
         if (!built)
             return fail(predicate::alertText(built.error(), text));
-        request.filter = std::make_shared<LogPredicate>(*built);
+        request.filter = std::make_shared<PredicateFilter>(*built);
     }
     return request.throughLogger ? dumpFetch(request) : dumpStore(request);
 }

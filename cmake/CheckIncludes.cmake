@@ -18,17 +18,23 @@ set(knows_tools platform/desktop ${model})
 set(knows_model ${model})
 set(knows_platform/desktop ${model})
 set(knows_platform platform/logstore platform/logstore/writer platform/predicate
-    platform/demonstration)
+    platform/predicate/binding platform/demonstration)
 set(knows_platform/demonstration platform/logstore platform/logstore/writer)
 set(knows_platform/logstore/writer platform/logstore)
 set(knows_platform/logstore "")
-set(knows_platform/predicate "")
+set(predicate platform/predicate/binding platform/predicate/matching platform/predicate/syntax
+    platform/predicate/text)
+set(knows_platform/predicate ${predicate})
+set(knows_platform/predicate/binding platform/predicate ${predicate})
+set(knows_platform/predicate/matching platform/predicate/syntax platform/predicate/text)
+set(knows_platform/predicate/syntax platform/predicate platform/predicate/text)
+set(knows_platform/predicate/text "")
 set(knows_platform/base "")
 
 # Inner folders of a part are its own affair.
 function(part_of folder result)
-    foreach(part platform/logstore/writer platform/logstore platform/predicate platform/desktop
-            platform/demonstration platform/base)
+    foreach(part platform/logstore/writer platform/logstore ${predicate}
+            platform/predicate platform/desktop platform/demonstration platform/base)
         if(folder MATCHES "^${part}(/|$)")
             set(${result} ${part} PARENT_SCOPE)
             return()

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Format text, then arguments: each behind a zero byte and a letter for its type.
-#include "platform/predicate/fieldtable.h"
+#include "platform/predicate/matching/fieldtable.h"
 #include "platform/predicate/predicate.h"
+#include "support/predicateprinter.h"
 
 #include <cstdint>
 #include <cstdlib>

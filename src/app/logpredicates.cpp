@@ -3,7 +3,7 @@
 
 #include "platform/base/timeunits.h"
 #include "platform/clock.h"
-#include "platform/logpredicate.h"
+#include "platform/predicatefilter.h"
 
 #include <QCoreApplication>
 
@@ -54,7 +54,7 @@ PredicateBuilder logPredicates(const Clock& clock)
         auto built = predicate::build(format, arguments(chosen.arguments), buildSettings(clock));
         if (!built)
             return failure(predicate::alertText(built.error(), format));
-        return std::make_shared<LogPredicate>(*std::move(built));
+        return std::make_shared<PredicateFilter>(*std::move(built));
     };
 }
 

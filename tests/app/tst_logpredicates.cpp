@@ -17,7 +17,7 @@ constexpr std::int64_t second = 1'000'000'000;
 
 } // namespace
 
-class TestLogPredicates : public TestCase
+class TestPredicateFilters : public TestCase
 {
     Q_OBJECT
 
@@ -169,5 +169,5 @@ private:
     std::unique_ptr<FakePlatform> m_platform;
 };
 
-TESSEL_TEST(TestLogPredicates)
+TESSEL_TEST(TestPredicateFilters)
 #include "tst_logpredicates.moc"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "platform/predicate/binding/symbolicvalues.h"
 #include "platform/predicate/predicate.h"
-#include "platform/predicate/symbolicvalues.h"
 #include "support/predicatecases.h"
 #include "support/testcase.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/predicate/value.h"
+#include "platform/predicate/matching/value.h"
 #include "support/testcase.h"
 
 #include <QTest>

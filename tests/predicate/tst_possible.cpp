@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/predicate/fieldtable.h"
+#include "platform/predicate/matching/fieldtable.h"
 #include "platform/predicate/predicate.h"
 #include "support/predicategenerator.h"
 #include "support/testcase.h"

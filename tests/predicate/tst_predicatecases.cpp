@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/predicate/predicate.h"
 #include "support/predicatecases.h"
+#include "support/predicateprinter.h"
 #include "support/testcase.h"
 
 #include <QFile>
@@ -54,7 +55,7 @@ private Q_SLOTS:
             const auto tree = predicate::parse(predicateCase.predicate, predicateCase.arguments);
             if (!tree)
                 continue;
-            const auto printed = predicate::print(*tree);
+            const auto printed = print(*tree);
             const auto again = predicate::parse(printed.text, printed.arguments);
             QVERIFY2(again && *again == *tree, printed.text.c_str());
         }

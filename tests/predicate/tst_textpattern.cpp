@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "platform/predicate/regexpattern.h"
-#include "platform/predicate/regexshortcut.h"
-#include "platform/predicate/textpattern.h"
-#include "platform/predicate/utf16.h"
+#include "platform/predicate/matching/regexshortcut.h"
+#include "platform/predicate/text/regexpattern.h"
+#include "platform/predicate/text/textpattern.h"
+#include "platform/predicate/text/utf16.h"
 #include "support/predicategenerator.h"
 #include "support/testcase.h"
 

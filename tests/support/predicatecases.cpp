@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "support/predicatecases.h"
 
-#include "platform/predicate/datetext.h"
-#include "platform/predicate/fieldtable.h"
+#include "platform/predicate/binding/symbolicvalues.h"
+#include "platform/predicate/matching/fieldtable.h"
 #include "platform/predicate/predicate.h"
-#include "platform/predicate/symbolicvalues.h"
+#include "platform/predicate/text/datetext.h"
 
 #include <fstream>
 #include <rapidjson/document.h>

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "platform/base/result.h"
-#include "platform/predicate/constant.h"
-#include "platform/predicate/entryfields.h"
+#include "platform/predicate/matching/entryfields.h"
+#include "platform/predicate/syntax/constant.h"
 
 #include <deque>
 #include <filesystem>

@@ -3,8 +3,11 @@
 
 #include <algorithm>
 #include <string>
+#include <string_view>
 
 // Letters, digits and their case in ASCII, the same in every locale. Characters may be of any type.
+
+constexpr std::u16string_view asciiBlanks = u"\t\n\v\f\r ";
 
 constexpr bool isAsciiDigit(char32_t c)
 {

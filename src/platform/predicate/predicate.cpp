@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "platform/predicate/predicate.h"
 
-#include "platform/predicate/binder.h"
-#include "platform/predicate/lexer.h"
-#include "platform/predicate/parser.h"
-#include "platform/predicate/utf16.h"
+#include "platform/predicate/binding/binder.h"
+#include "platform/predicate/syntax/lexer.h"
+#include "platform/predicate/syntax/parser.h"
+#include "platform/predicate/text/utf16.h"
 
 namespace predicate {
 
@@ -42,9 +42,9 @@ tl::expected<Tree, PredicateError> parse(std::string_view formatText, const Argu
 
 tl::expected<Predicate, PredicateError> bind(const Tree& tree, const BuildSettings& settings)
 {
-    Binder binder(tree, settings);
-    return binder.run().map([&](ConditionPtr condition) {
-        return Predicate(std::shared_ptr<const Condition>(std::move(condition)), binder.fields());
+    BindContext context(tree, settings);
+    return Binder(context).run(tree.root).map([&](ConditionPtr condition) {
+        return Predicate(std::shared_ptr<const Condition>(std::move(condition)), context.fields());
     });
 }
 

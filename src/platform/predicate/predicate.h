@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/predicate/constant.h"
-#include "platform/predicate/datetext.h"
-#include "platform/predicate/entryfields.h"
+#include "platform/predicate/matching/entryfields.h"
 #include "platform/predicate/predicateerror.h"
-#include "platform/predicate/tree.h"
+#include "platform/predicate/syntax/constant.h"
+#include "platform/predicate/syntax/tree.h"
+#include "platform/predicate/text/datetext.h"
 
 #include <cstdint>
 #include <memory>
