@@ -3,6 +3,7 @@
 #include "support/testcase.h"
 
 #include <cstring>
+#include <ctime>
 
 using namespace logstore::writer;
 
@@ -145,6 +146,29 @@ private Q_SLOTS:
     }
 
     void decoratedNumbers() { compareMessage(); }
+
+    /// Each row is named after its zone, as TZ has it: west is positive.
+    void timesOfOtherZones_data()
+    {
+        addColumns();
+        ByteBuilder b;
+        const Items winter{number<std::int64_t>(1452627697)};
+        row("IST-5:30", "%{time_t}ld", winter, "2016-01-13 01:11:37+0530");
+        row("LMT3:30:50", "%{time_t}ld", winter, "2016-01-12 16:10:47-0330");
+        row("LMT0:00:50", "%{time_t}ld", winter, "2016-01-12 19:40:47-0000");
+        row("CET-1CEST,M3.5.0,M10.5.0/3", "%{timeval}.*P",
+            {count(8), built(b.i32(1467000000).i32(5))}, "2016-06-27 06:00:00.000005+0200");
+    }
+
+    void timesOfOtherZones()
+    {
+        const QByteArray before = qgetenv("TZ");
+        qputenv("TZ", QTest::currentDataTag());
+        tzset();
+        compareMessage();
+        qputenv("TZ", before);
+        tzset();
+    }
 
     void decoratedBytes_data()
     {
