@@ -62,7 +62,7 @@ WholeFetch wholeFetch;
 
 bool fetch(Logger& logger, std::shared_ptr<const logstore::EntryFilter> filter)
 {
-    const QDateTime longAgo(QDate(1980, 1, 1), QTime(), Qt::UTC);
+    const QDateTime longAgo(QDate(1980, 1, 1), QTime(), QTimeZone::utc());
     const QString noMaximum = QString::number(std::numeric_limits<qint64>::max());
     return bool(logger.getLog(longAgo, QString(), noMaximum, std::move(filter), true,
                               std::numeric_limits<double>::infinity()));

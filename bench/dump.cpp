@@ -90,8 +90,9 @@ int dumpFetch(const Request& request)
     fake.logStores.localPath = request.root;
     fake.clock.zone = QTimeZone::systemTimeZone();
     const auto logger = Logger::make(fake.platform);
-    const QDateTime start =
-        request.start.isValid() ? request.start : QDateTime(QDate(1970, 1, 1), QTime(), Qt::UTC);
+    const QDateTime start = request.start.isValid()
+                                ? request.start
+                                : QDateTime(QDate(1970, 1, 1), QTime(), QTimeZone::utc());
     const QString seconds = QString::number(start.time().second());
     if (!logger->getLog(start, seconds, QString::number(request.maximum), request.filter,
                         request.signposts, request.period))

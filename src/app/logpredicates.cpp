@@ -14,7 +14,7 @@ predicate::BuildSettings buildSettings(const Clock& clock)
     predicate::BuildSettings settings;
     settings.now = clock.now().toMSecsSinceEpoch() * nanosecondsPerMillisecond;
     settings.utcOffset = [zone = clock.timeZone()](std::int64_t shownSeconds) -> std::int64_t {
-        const QDateTime shown = QDateTime::fromSecsSinceEpoch(shownSeconds, Qt::UTC);
+        const QDateTime shown = QDateTime::fromSecsSinceEpoch(shownSeconds, QTimeZone::utc());
         const QDateTime moment(shown.date(), shown.time(), zone);
         // When clocks are put forward there are times they never show, in some zones midnight. Told
         // by the clocks of the day before, they are the moment of the change and what follows it.

@@ -53,5 +53,5 @@ std::optional<QDateTime> readEntryDate(const Text& date)
     if (!day.isValid() || !time.isValid() || zoneHours > 23 || zoneMinutes > 59)
         return std::nullopt;
     const int offset = (zoneHours * 60 + zoneMinutes) * 60 * (text[26] == '-' ? -1 : 1);
-    return QDateTime(day, time, Qt::UTC).addSecs(-offset);
+    return QDateTime(day, time, QTimeZone::utc()).addSecs(-offset);
 }

@@ -42,7 +42,7 @@ int ClockTimeWriter::operator()(std::int64_t second, char* at)
 
 void ClockTimeWriter::lookUpOffset(std::int64_t second)
 {
-    const QDateTime moment = QDateTime::fromSecsSinceEpoch(second, Qt::UTC);
+    const QDateTime moment = QDateTime::fromSecsSinceEpoch(second, QTimeZone::utc());
     m_offset = m_zone.offsetFromUtc(moment);
     m_from = std::numeric_limits<std::int64_t>::min();
     m_until = std::numeric_limits<std::int64_t>::max();

@@ -15,7 +15,8 @@ namespace {
 QString dateStamp(FileTime time)
 {
     const auto seconds = std::chrono::floor<std::chrono::seconds>(time).time_since_epoch().count();
-    return QDateTime::fromSecsSinceEpoch(seconds, Qt::UTC).toString(u"yyyy-MM-dd'T'HH_mm_ss'Z'");
+    return QDateTime::fromSecsSinceEpoch(seconds, QTimeZone::utc())
+        .toString(u"yyyy-MM-dd'T'HH_mm_ss'Z'");
 }
 
 } // namespace

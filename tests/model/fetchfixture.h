@@ -17,7 +17,7 @@ protected:
 
     static QDateTime atMinute()
     {
-        return QDateTime(QDate(2024, 3, 7), QTime(13, 5, 42, 7), Qt::UTC);
+        return QDateTime(QDate(2024, 3, 7), QTime(13, 5, 42, 7), QTimeZone::utc());
     }
 
     void write(SmallStore& store)

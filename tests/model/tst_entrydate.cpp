@@ -129,7 +129,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("text");
         QTest::addColumn<QDateTime>("date"); // invalid: does not read
         const auto utc = [](int hour, int minute) {
-            return QDateTime({2024, 3, 7}, {hour, minute, 9, 31}, Qt::UTC);
+            return QDateTime({2024, 3, 7}, {hour, minute, 9, 31}, QTimeZone::utc());
         };
         QTest::newRow("east") << u"2024-03-07 14:05:09.031250+0100"_s << utc(13, 5);
         QTest::newRow("west, half hours") << u"2024-03-07 14:05:09.031250-0330"_s << utc(17, 35);

@@ -181,7 +181,7 @@ private Q_SLOTS:
     void suffixIsThatOfTheFetch()
     {
         writeSeconds(1);
-        m_fake->clock.currentTime = QDateTime(QDate(2024, 7, 1), QTime(12, 0), Qt::UTC);
+        m_fake->clock.currentTime = QDateTime(QDate(2024, 7, 1), QTime(12, 0), QTimeZone::utc());
         QVERIFY(fetch(u"0"_s, QString(), 5));
         QCOMPARE(m_logger->tzStr(), u"+0200"_s);
         QCOMPARE(m_logger->logList().first().date.toString(), u"2024-03-07 14:05:00.000000+0200"_s);
@@ -197,7 +197,7 @@ private Q_SLOTS:
         write(store);
         for (const auto& [hour, expected] :
              {std::pair(0, u"summer"_s), std::pair(1, u"winter"_s)}) {
-            const QDateTime start(QDate(2024, 10, 27), QTime(hour, 30, 20), Qt::UTC);
+            const QDateTime start(QDate(2024, 10, 27), QTime(hour, 30, 20), QTimeZone::utc());
             QVERIFY(m_logger->getLog(start, u"0"_s, u"1"_s, nullptr, true, 5));
             QCOMPARE(messages(), QStringList(expected));
         }

@@ -153,7 +153,7 @@ private Q_SLOTS:
     {
         QFETCH(QString, suffix);
         // The list's date is in the user's zone, whatever zone it was given in.
-        const QDateTime start(QDate(2024, 3, 7), QTime(13, 5), Qt::UTC);
+        const QDateTime start(QDate(2024, 3, 7), QTime(13, 5), QTimeZone::utc());
         QVERIFY(!m_logger->getLog(start, u"09"_s, QString(), nullptr, true, 5));
         setEntries();
         m_logger->saveJSON(suffix);
@@ -233,7 +233,8 @@ private Q_SLOTS:
         QCOMPARE(titleChanged.size(), 1);
         QCOMPARE(m_logger->logList().size(), 2);
         QCOMPARE(m_logger->logList().first().id, entries.first().id);
-        QCOMPARE(m_logger->theDate(), QDateTime(QDate(2024, 3, 7), QTime(13, 5, 9, 31), Qt::UTC));
+        QCOMPARE(m_logger->theDate(),
+                 QDateTime(QDate(2024, 3, 7), QTime(13, 5, 9, 31), QTimeZone::utc()));
         QCOMPARE(m_logger->theDateSecs(), u"09"_s);
         QCOMPARE(m_logger->logDateStr(), u"Tessel 2024_03_07_14-05-09"_s);
         QCOMPARE(m_logger->tzStr(), QString());
@@ -261,7 +262,7 @@ private Q_SLOTS:
     {
         LogEntry entry = sampleLogMessage();
         entry.date = u"some day"_s;
-        m_fake->clock.currentTime = QDateTime(QDate(2025, 1, 2), QTime(3, 4, 5), Qt::UTC);
+        m_fake->clock.currentTime = QDateTime(QDate(2025, 1, 2), QTime(3, 4, 5), QTimeZone::utc());
         QVERIFY(m_logger->openEntryList(savedList({entry, sampleLogMessage()})));
         QCOMPARE(m_logger->theDate(), m_fake->clock.currentTime);
         QCOMPARE(m_logger->logDateStr(), u"Tessel 2025_01_02_04-04-05"_s);

@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimeZone>
 
 #include <limits>
 
@@ -35,15 +36,15 @@ private Q_SLOTS:
         QTest::addColumn<QDateTime>("date");
         QTest::addColumn<qint64>("time");
         const auto milliseconds = [](qint64 time) {
-            return QDateTime::fromMSecsSinceEpoch(time, Qt::UTC);
+            return QDateTime::fromMSecsSinceEpoch(time, QTimeZone::utc());
         };
         QTest::newRow("to the millisecond")
             << milliseconds(1709816700031) << firstTime + 31'000'000;
         QTest::newRow("before 1970") << milliseconds(-1) << qint64(-1'000'000);
         QTest::newRow("before what nanoseconds can count")
-            << QDateTime({1000, 1, 1}, {}, Qt::UTC) << earliest;
+            << QDateTime({1000, 1, 1}, {}, QTimeZone::utc()) << earliest;
         QTest::newRow("after what nanoseconds can count")
-            << QDateTime({3000, 1, 1}, {}, Qt::UTC) << latest;
+            << QDateTime({3000, 1, 1}, {}, QTimeZone::utc()) << latest;
     }
 
     void positionsByDate()

@@ -5,6 +5,7 @@
 #include "model/textcache.h"
 
 #include <QDateTime>
+#include <QTimeZone>
 
 #include <random>
 
@@ -95,7 +96,7 @@ QList<LogEntry> manyEntries(int count)
     QList<LogEntry> entries;
     for (int i = 0; i < count; ++i) {
         LogEntry entry = sampleLogMessage();
-        const QDateTime date = QDateTime::fromMSecsSinceEpoch(1709816709000 + i, Qt::UTC);
+        const QDateTime date = QDateTime::fromMSecsSinceEpoch(1709816709000 + i, QTimeZone::utc());
         entry.date = date.toString(u"yyyy-MM-dd HH:mm:ss.zzz"_s) + u"250+0000"_s;
         entry.category = oneOf("category-", 300);
         entry.process = oneOf("process", 200);
