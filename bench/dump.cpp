@@ -40,6 +40,14 @@ void print(JsonLine& line)
     std::fwrite(text.data(), 1, text.size(), stdout);
 }
 
+void printReport(const SourceReport& report)
+{
+    if (!report.text().isEmpty())
+        std::fprintf(stderr, "%s\n", qUtf8Printable(report.text()));
+    for (const SourceReport::Item& item : report.items())
+        std::fprintf(stderr, "  %s: %s\n", qUtf8Printable(item.name), qUtf8Printable(item.reason));
+}
+
 void printCount(qint64 count)
 {
     std::printf("%lld entries\n", static_cast<long long>(count));
@@ -71,6 +79,7 @@ int dumpStore(const Request& request)
     }
     if (request.countOnly)
         printCount(count);
+    printReport(SourceReport(*store));
     return 0;
 }
 
@@ -94,9 +103,11 @@ int dumpFetch(const Request& request)
                                 ? request.start
                                 : QDateTime(QDate(1970, 1, 1), QTime(), QTimeZone::utc());
     const QString seconds = QString::number(start.time().second());
-    if (!logger->getLog(start, seconds, QString::number(request.maximum), request.filter,
-                        request.signposts, request.period))
-        return fail("the store cannot be opened or read");
+    const bool isRead = logger->getLog(start, seconds, QString::number(request.maximum),
+                                       request.filter, request.signposts, request.period);
+    printReport(logger->sourceReport());
+    if (!isRead)
+        return 1;
     if (request.countOnly) {
         printCount(logger->logList().size());
         return 0;

@@ -375,6 +375,10 @@ Freie Software unter der MIT-Lizenz.</translation>
         <translation>%1 Einträge gefunden
 %2 Einträge gelesen</translation>
     </message>
+    <message>
+        <source>Looking through the log files</source>
+        <translation>Die Protokolldateien werden durchgesehen</translation>
+    </message>
 </context>
 <context>
     <name>ControlRows</name>
@@ -935,6 +939,114 @@ Soll hineingeschrieben werden?</translation>
     <message>
         <source>Predicate</source>
         <translation>Predicate</translation>
+    </message>
+</context>
+<context>
+    <name>SourceReport</name>
+    <message numerus="yes">
+        <source>%n folder(s) could not be read.</source>
+        <translation>
+            <numerusform>%n Ordner konnte nicht gelesen werden.</numerusform>
+            <numerusform>%n Ordner konnten nicht gelesen werden.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n of %1 file(s) could not be read.</source>
+        <translation>
+            <numerusform>%n von %1 Dateien konnte nicht gelesen werden.</numerusform>
+            <numerusform>%n von %1 Dateien konnten nicht gelesen werden.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n file(s) are damaged in part.</source>
+        <translation>
+            <numerusform>%n Datei ist zum Teil beschädigt.</numerusform>
+            <numerusform>%n Dateien sind zum Teil beschädigt.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n file(s) are in an unknown compression in part.</source>
+        <translation>
+            <numerusform>%n Datei ist zum Teil auf unbekannte Weise komprimiert.</numerusform>
+            <numerusform>%n Dateien sind zum Teil auf unbekannte Weise komprimiert.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>The format strings of %n image(s) are missing.</source>
+        <translation>
+            <numerusform>Die Formattexte von %n Programmdatei fehlen.</numerusform>
+            <numerusform>Die Formattexte von %n Programmdateien fehlen.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>A regular expression took too long for some entries.</source>
+        <translation>Ein regulärer Ausdruck dauerte bei manchen Einträgen zu lange.</translation>
+    </message>
+</context>
+<context>
+    <name>StatusLine</name>
+    <message>
+        <source>Source Report</source>
+        <translation>Bericht zur Quelle</translation>
+    </message>
+    <message>
+        <source>Status</source>
+        <translation>Status</translation>
+    </message>
+    <message>
+        <source>What could not be read</source>
+        <translation>Was nicht gelesen werden konnte</translation>
+    </message>
+</context>
+<context>
+    <name>StoreProblems</name>
+    <message>
+        <source>“%1” could not be read: %2.</source>
+        <translation>„%1“ konnte nicht gelesen werden: %2.</translation>
+    </message>
+    <message>
+        <source>it is not a folder</source>
+        <translation>es ist kein Ordner</translation>
+    </message>
+    <message>
+        <source>it holds no log files</source>
+        <translation>keine Protokolldateien darin</translation>
+    </message>
+    <message>
+        <source>it was cancelled</source>
+        <translation>es wurde abgebrochen</translation>
+    </message>
+    <message>
+        <source>it is not a file</source>
+        <translation>es ist keine Datei</translation>
+    </message>
+    <message>
+        <source>it does not begin as log files do</source>
+        <translation>der Anfang ist nicht der einer Protokolldatei</translation>
+    </message>
+    <message>
+        <source>it is damaged, and parts of it were left out</source>
+        <translation>beschädigt, Teile davon wurden ausgelassen</translation>
+    </message>
+    <message>
+        <source>parts of it are in an unknown compression</source>
+        <translation>Teile davon sind auf unbekannte Weise komprimiert</translation>
+    </message>
+    <message>
+        <source>it became shorter while it was read</source>
+        <translation>beim Lesen kürzer geworden</translation>
+    </message>
+    <message>
+        <source>it is damaged, and times may be wrong</source>
+        <translation>beschädigt, Zeiten können falsch sein</translation>
+    </message>
+    <message>
+        <source>the file with its format strings is missing</source>
+        <translation>die Datei mit den Formattexten fehlt</translation>
+    </message>
+    <message>
+        <source>its format strings cannot be used</source>
+        <translation>die Formattexte sind nicht zu gebrauchen</translation>
     </message>
 </context>
 <context>

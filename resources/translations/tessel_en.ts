@@ -21,4 +21,42 @@
         </translation>
     </message>
 </context>
+<context>
+    <name>SourceReport</name>
+    <message numerus="yes">
+        <source>%n folder(s) could not be read.</source>
+        <translation>
+            <numerusform>%n folder could not be read.</numerusform>
+            <numerusform>%n folders could not be read.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n of %1 file(s) could not be read.</source>
+        <translation>
+            <numerusform>%n of %1 files could not be read.</numerusform>
+            <numerusform>%n of %1 files could not be read.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n file(s) are damaged in part.</source>
+        <translation>
+            <numerusform>%n file is damaged in part.</numerusform>
+            <numerusform>%n files are damaged in part.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n file(s) are in an unknown compression in part.</source>
+        <translation>
+            <numerusform>%n file is in an unknown compression in part.</numerusform>
+            <numerusform>%n files are in an unknown compression in part.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>The format strings of %n image(s) are missing.</source>
+        <translation>
+            <numerusform>The format strings of %n image are missing.</numerusform>
+            <numerusform>The format strings of %n images are missing.</numerusform>
+        </translation>
+    </message>
+</context>
 </TS>

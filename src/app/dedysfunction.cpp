@@ -114,7 +114,7 @@ bool deDysfunction::storeHasEntries()
 {
     if (!m_access.folder)
         return true;
-    const auto store = m_platform.logStores.local();
+    const auto store = m_platform.logStores.local({});
     if (!store)
         return false;
     auto entries = store->getEntries(store->position(-lookBackSeconds));

@@ -52,6 +52,8 @@ ContentState::ContentState(const Platform& platform,
     readPreferences();
     connect(m_logger.get(), &Logger::logListChanged, this, &ContentState::followLogList);
     connect(m_logger.get(), &Logger::logDateStrChanged, this, &ContentState::windowTitleChanged);
+    connect(m_logger.get(), &Logger::fetchBegins, this, &ContentState::fetchBegins);
+    connect(m_logger.get(), &Logger::fetchEnds, this, &ContentState::fetchEnds);
 }
 
 void ContentState::readPreferences()
@@ -120,7 +122,7 @@ void ContentState::followLogList()
     Q_EMIT countTextChanged();
     if (m_isSearching)
         return;
-    if (m_activity == Activity::Noting)
+    if (m_isNoting)
         Q_EMIT shownNotesChanged();
     else
         Q_EMIT shownEntriesChanged();
@@ -142,13 +144,8 @@ void ContentState::getLog()
     const auto filter = fetchPredicate();
     if (!filter)
         return m_logger->errorAlert(filter.error());
-    {
-        const QScopedValueRollback fetching(m_activity, Activity::Fetching);
-        Q_EMIT fetchBegins();
-        m_logger->getLog(theStartDate, theSecs, maxCount, *filter, showSignposts,
-                         periodSeconds(period));
-    }
-    Q_EMIT fetchEnds();
+    m_logger->getLog(theStartDate, theSecs, maxCount, *filter, showSignposts,
+                     periodSeconds(period));
     followLogList();
 }
 
@@ -231,7 +228,7 @@ void ContentState::addNote()
     if (isFetching() || m_logger->logList().isEmpty() || ids.isEmpty())
         return;
     {
-        const QScopedValueRollback noting(m_activity, Activity::Noting);
+        const QScopedValueRollback noting(m_isNoting, true);
         m_logger->setNote(ids, userNoteText);
     }
     if (m_isSearching)

@@ -88,7 +88,7 @@ public:
     const QList<LogEntry>& searchList() const { return m_searchList; }
     bool isSearching() const { return m_isSearching; }
     /// While a fetch runs, commands that change the list, the search or the source do nothing.
-    bool isFetching() const { return m_activity == Activity::Fetching; }
+    bool isFetching() const { return m_logger->isFetching(); }
 
     /// What the list shows: the search's results while there is a search, else the logger's list.
     const QList<LogEntry>& shownEntries() const;
@@ -132,13 +132,11 @@ private:
     void followLogList();
     Result<std::shared_ptr<const logstore::EntryFilter>> fetchPredicate() const;
 
-    enum class Activity { None, Fetching, Noting };
-
     Platform m_platform;
     OpenWindow m_openWindow;
     PredicateBuilder m_buildPredicate;
     std::shared_ptr<Logger> m_logger;
     QList<LogEntry> m_searchList;
     bool m_isSearching = false;
-    Activity m_activity = Activity::None;
+    bool m_isNoting = false;
 };

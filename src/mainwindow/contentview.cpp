@@ -176,9 +176,10 @@ void ContentView::watchFetches()
     connect(&m_state, &ContentState::fetchEnds, this, &ContentView::endFetch);
     m_state.logger().setFetchObserver([this](const FetchProgress& progress) {
         const QLocale locale;
-        const QString text =
-            tr("%1 entries found\n%2 entries read")
-                .arg(locale.toString(progress.fetched), locale.toString(progress.entriesRead));
+        const QString text = progress.isOpening ? tr("Looking through the log files")
+                                                : tr("%1 entries found\n%2 entries read")
+                                                      .arg(locale.toString(progress.fetched),
+                                                           locale.toString(progress.entriesRead));
         return m_fetchPanel->update(text, progress.fraction) && !m_isClosedInFetch;
     });
 }

@@ -4,6 +4,7 @@
 #include "mainwindow/contentstate.h"
 #include "mainwindow/entrylistview.h"
 #include "mainwindow/searchfield.h"
+#include "mainwindow/statusline.h"
 #include "platform/desktop/symbols.h"
 
 #include <QBoxLayout>
@@ -37,6 +38,7 @@ EntryPane::EntryPane(ContentState& state, QWidget* parent)
     , m_placeholderSymbol(centredLabel(u"placeholderSymbol"_s))
     , m_nothingFound(centredLabel(u"nothingFound"_s))
     , m_placeholder(placeholder())
+    , m_statusLine(new StatusLine(state.logger()))
 {
     m_list->setObjectName(u"entries"_s);
     m_list->setAccessibleName(tr("Log entries"));
@@ -45,6 +47,7 @@ EntryPane::EntryPane(ContentState& state, QWidget* parent)
     layout->setSpacing(0);
     layout->addWidget(header());
     layout->addWidget(m_list, 1);
+    layout->addWidget(m_statusLine);
     followState();
     m_model.setFullMode(state.fullMode);
     m_model.show(state.shownEntries());
@@ -59,6 +62,7 @@ QWidget* EntryPane::header()
     layout->setContentsMargins(9, 0, 9, 6);
     m_searchSummary->setObjectName(u"searchSummary"_s);
     m_searchSummary->setTextFormat(Qt::PlainText);
+    m_searchSummary->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     layout->addWidget(m_searchSummary, 1);
     m_searchField->setFixedWidth(searchFieldWidth);
     layout->addWidget(m_searchField);
@@ -105,6 +109,16 @@ void EntryPane::changeEvent(QEvent* event)
         drawPlaceholderSymbol();
 }
 
+/// Where fewer than two rows would remain, the line gives way and its text stands over the list.
+void EntryPane::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    const int rows = 2 * m_list->fontMetrics().height();
+    const int others = m_searchField->height() + m_statusLine->minimumHeight();
+    m_statusLine->setVisible(height() - others >= rows + 2 * m_list->frameWidth());
+    showSearchState();
+}
+
 void EntryPane::followState()
 {
     connect(&m_state, &ContentState::fullModeChanged, this,
@@ -133,13 +147,15 @@ void EntryPane::followState()
     for (const auto changed : {&ContentState::searchStateChanged, &ContentState::searchQueryChanged,
                                &ContentState::searchTypeIndexChanged})
         connect(&m_state, changed, this, &EntryPane::showSearchState);
+    connect(&m_state.logger(), &Logger::sourceReportChanged, this, &EntryPane::showSearchState);
 }
 
 void EntryPane::showSearchState()
 {
     m_placeholder->setVisible(m_state.foundNothing());
     m_nothingFound->setText(m_state.nothingFoundText());
-    m_searchSummary->setText(m_state.isSearching() ? tr(
-                                 "%n found", nullptr, static_cast<int>(m_state.searchList().size()))
-                                                   : QString());
+    QString summary = m_statusLine->isHidden() ? m_state.logger().sourceReport().text() : QString();
+    if (m_state.isSearching())
+        summary = tr("%n found", nullptr, static_cast<int>(m_state.searchList().size()));
+    m_searchSummary->setText(summary);
 }

@@ -9,6 +9,7 @@ class ContentState;
 class EntryListView;
 class QLabel;
 class SearchField;
+class StatusLine;
 
 /// The list of entries with its search field, and the placeholder of a search without results.
 class EntryPane final : public QWidget
@@ -23,6 +24,7 @@ public:
 
 protected:
     void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     QWidget* header();
@@ -39,4 +41,5 @@ private:
     QLabel* m_placeholderSymbol;
     QLabel* m_nothingFound;
     QWidget* m_placeholder;
+    StatusLine* m_statusLine;
 };

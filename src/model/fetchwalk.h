@@ -29,10 +29,11 @@ public:
     qsizetype fetched() const { return m_progress.fetched; }
     bool isCancelled() const { return m_cancelled; }
 
+    static constexpr qint64 interval = 50; ///< milliseconds between two calls
+
 private:
     /// A look at the clock costs as much as an entry.
     static constexpr quint64 entriesBetweenLooks = 64;
-    static constexpr qint64 interval = 50; ///< milliseconds between two calls
 
     double fraction(std::int64_t time) const;
 

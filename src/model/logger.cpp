@@ -11,7 +11,8 @@
 #include "platform/clocktime.h"
 #include "platform/panels.h"
 
-#include <QScopedValueRollback>
+#include <QElapsedTimer>
+#include <QScopeGuard>
 
 #include <algorithm>
 #include <cmath>
@@ -35,6 +36,17 @@ std::int64_t endOfPeriod(OSLogStore::Position start, double period)
     if (std::isnan(period))
         return std::numeric_limits<std::int64_t>::max();
     return start.after(std::abs(period)).time;
+}
+
+/// Sets the flag and sends the signals of a fetch for as long as what it returns lives.
+auto announcedFetch(Logger& logger, bool& isFetching)
+{
+    isFetching = true;
+    Q_EMIT logger.fetchBegins();
+    return qScopeGuard([&logger, &isFetching] {
+        isFetching = false;
+        Q_EMIT logger.fetchEnds();
+    });
 }
 
 } // namespace
@@ -71,17 +83,40 @@ bool Logger::getLog(const QDateTime& start,
     if (m_isFetching)
         return false;
     const auto self = shared_from_this(); // the observer may close the window
-    const QScopedValueRollback fetching(m_isFetching, true);
+    const auto fetching = announcedFetch(*this, m_isFetching);
     setLogList({});
     setTitle(start, seconds);
-    const auto store = m_archURL ? m_platform.logStores.archive(m_archURL->toLocalFile())
-                                 : m_platform.logStores.local();
+    const auto store = openSource();
     if (!store)
         return false;
     const qint64 second = std::clamp<qint64>(typedNumber(seconds).value_or(0), 0, lastSecond);
     const QDateTime from = atSecond(start.toTimeZone(m_platform.clock.timeZone()), second);
     const qint64 most = typedNumber(maximum).value_or(defaultMaximum);
-    return fetch(*store, from, most, std::move(predicate), signposts, period);
+    const bool isComplete = fetch(*store, from, most, predicate, signposts, period);
+    setReport(SourceReport(*store, predicate.get()));
+    return isComplete;
+}
+
+Result<OSLogStore> Logger::openSource()
+{
+    bool isCancelled = false;
+    QElapsedTimer sinceCall;
+    const auto watch = [&, observer = m_fetchObserver](double fraction) {
+        if (!observer || (sinceCall.isValid() && !sinceCall.hasExpired(FetchPace::interval)))
+            return true;
+        FetchProgress progress;
+        progress.isOpening = true;
+        progress.fraction = fraction;
+        isCancelled = !observer(progress);
+        sinceCall.start();
+        return !isCancelled;
+    };
+    setReport({});
+    auto store = m_archURL ? m_platform.logStores.archive(m_archURL->toLocalFile(), watch)
+                           : m_platform.logStores.local(watch);
+    if (!isCancelled)
+        setReport(store ? SourceReport(*store) : SourceReport(store.error()));
+    return store;
 }
 
 bool Logger::fetch(const OSLogStore& store,
@@ -146,6 +181,18 @@ void Logger::setSource(const std::optional<QUrl>& archive)
 {
     assign(m_archURL, archive, &Logger::archURLChanged);
     assign(m_usingArchive, archive.has_value(), &Logger::usingArchiveChanged);
+    setReport({});
+    if (!archive)
+        return;
+    const auto self = shared_from_this(); // the observer may close the window
+    const auto fetching = announcedFetch(*this, m_isFetching);
+    openSource();
+}
+
+void Logger::setReport(const SourceReport& report)
+{
+    m_sourceReport = report;
+    Q_EMIT sourceReportChanged();
 }
 
 void Logger::setNote(const QSet<QUuid>& ids, const QString& note)
@@ -197,6 +244,7 @@ bool Logger::openEntryList(const QString& path)
         return false;
     }
     setLogList(*entries);
+    setReport({});
     if (m_logList.isEmpty())
         return true;
     const QDateTime date = readEntryDate(m_logList.first().date).value_or(m_platform.clock.now());

@@ -3,6 +3,7 @@
 
 #include "model/fetchprogress.h"
 #include "model/logentry.h"
+#include "model/sourcereport.h"
 #include "platform/base/result.h"
 #include "platform/oslogstore.h"
 #include "platform/platform.h"
@@ -39,6 +40,11 @@ public:
     std::optional<QUrl> archURL() const { return m_archURL; }
     bool usingArchive() const { return m_usingArchive; }
 
+    /// What the last command could not read.
+    const SourceReport& sourceReport() const { return m_sourceReport; }
+    /// Between fetchBegins and fetchEnds.
+    bool isFetching() const { return m_isFetching; }
+
     /// Fetches entries from the chosen store forward from `start`'s minute and `seconds` until
     /// there are `maximum` of them or one lies later than |period| seconds after the start. Returns
     /// false when the store cannot be opened or read, or when the observer cancelled the fetch,
@@ -60,7 +66,8 @@ public:
     void tellOfRunningFetch();
 
     /// Opens the archive chooser. Confirming makes the archive the source of later fetches,
-    /// cancelling the local store.
+    /// cancelling the local store. An archive is opened once, watched like a fetch, so that the
+    /// report tells what of it cannot be read.
     void chooseArchive();
     void useArchive(const QUrl& archive);
 
@@ -93,6 +100,9 @@ Q_SIGNALS:
     void logDateStrChanged();
     void archURLChanged();
     void usingArchiveChanged();
+    void sourceReportChanged();
+    void fetchBegins();
+    void fetchEnds();
 
 private:
     explicit Logger(const Platform& platform);
@@ -107,7 +117,9 @@ private:
                std::shared_ptr<const logstore::EntryFilter> predicate,
                bool signposts,
                double period);
+    Result<OSLogStore> openSource();
     void setSource(const std::optional<QUrl>& archive);
+    void setReport(const SourceReport& report);
     void setTitle(const QDateTime& date, const QString& seconds);
     QString titleTime() const;
 
@@ -121,4 +133,5 @@ private:
     QString m_logDateStr;
     std::optional<QUrl> m_archURL;
     bool m_usingArchive = false;
+    SourceReport m_sourceReport;
 };

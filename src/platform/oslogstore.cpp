@@ -4,14 +4,14 @@
 #include "platform/base/arithmetic.h"
 #include "platform/base/timeunits.h"
 
-#include <QFile>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
 
 #include <cmath>
 #include <limits>
-
-namespace {
-
-} // namespace
+#include <map>
+#include <system_error>
 
 std::int64_t wholeNanoseconds(double seconds)
 {
@@ -31,10 +31,49 @@ OSLogStore::Position OSLogStore::Position::after(double seconds) const
     return {saturated(Int128{time} + wholeNanoseconds(seconds))};
 }
 
-Result<OSLogStore> OSLogStore::open(const QString& path, logstore::StoreOrigin origin)
+Result<OSLogStore> OSLogStore::open(const QString& path,
+                                    logstore::StoreOrigin origin,
+                                    const logstore::OpenWatch& watch)
 {
-    return logstore::Store::open(QFile::encodeName(path).toStdString(), origin)
-        .map([](logstore::Store&& store) { return OSLogStore(std::move(store)); });
+    auto store = logstore::Store::open(QFile::encodeName(path).toStdString(), origin, watch);
+    if (store)
+        return OSLogStore(std::move(*store));
+    const QString name = QFile::decodeName(store.error().name.c_str());
+    const QString folder = QFileInfo(path).absolutePath();
+    return failure(QCoreApplication::translate("StoreProblems", "“%1” could not be read: %2.")
+                       .arg(origin == logstore::StoreOrigin::System
+                                ? name
+                                : QDir(folder).relativeFilePath(name),
+                            reason(store.error()))
+                       .toStdString());
+}
+
+QString reason(const logstore::StoreProblem& problem)
+{
+    using logstore::ProblemKind;
+    static const std::map<ProblemKind, const char*> reasons{
+        {ProblemKind::UnreadableFolder, QT_TRANSLATE_NOOP("StoreProblems", "it is not a folder")},
+        {ProblemKind::NotAFolder, QT_TRANSLATE_NOOP("StoreProblems", "it is not a folder")},
+        {ProblemKind::NotAStore, QT_TRANSLATE_NOOP("StoreProblems", "it holds no log files")},
+        {ProblemKind::Cancelled, QT_TRANSLATE_NOOP("StoreProblems", "it was cancelled")},
+        {ProblemKind::UnreadableFile, QT_TRANSLATE_NOOP("StoreProblems", "it is not a file")},
+        {ProblemKind::NotATraceFile,
+         QT_TRANSLATE_NOOP("StoreProblems", "it does not begin as log files do")},
+        {ProblemKind::DamagedChunks,
+         QT_TRANSLATE_NOOP("StoreProblems", "it is damaged, and parts of it were left out")},
+        {ProblemKind::UnknownCompression,
+         QT_TRANSLATE_NOOP("StoreProblems", "parts of it are in an unknown compression")},
+        {ProblemKind::CutShort,
+         QT_TRANSLATE_NOOP("StoreProblems", "it became shorter while it was read")},
+        {ProblemKind::DamagedTimes,
+         QT_TRANSLATE_NOOP("StoreProblems", "it is damaged, and times may be wrong")},
+        {ProblemKind::MissingStrings,
+         QT_TRANSLATE_NOOP("StoreProblems", "the file with its format strings is missing")},
+        {ProblemKind::DamagedStrings,
+         QT_TRANSLATE_NOOP("StoreProblems", "its format strings cannot be used")}};
+    if (problem.error != 0)
+        return QString::fromStdString(std::generic_category().message(problem.error));
+    return QCoreApplication::translate("StoreProblems", reasons.at(problem.kind));
 }
 
 OSLogStore::Position OSLogStore::position(const QDateTime& date) const

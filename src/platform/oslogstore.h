@@ -24,9 +24,14 @@ public:
         Position after(double seconds) const;
     };
 
-    /// Opens the archive or log folder at an absolute path.
-    static Result<OSLogStore>
-    open(const QString& path, logstore::StoreOrigin origin = logstore::StoreOrigin::HandedOver);
+    /// Opens the archive or log folder at an absolute path. `watch` may cancel that.
+    static Result<OSLogStore> open(const QString& path,
+                                   logstore::StoreOrigin origin = logstore::StoreOrigin::HandedOver,
+                                   const logstore::OpenWatch& watch = {});
+
+    /// What could not be read so far, and of how many trace and time files.
+    const logstore::StoreProblems& problems() const { return m_store.problems(); }
+    std::size_t fileCount() const { return m_store.fileCount(); }
 
     Position position(const QDateTime& date) const;
     /// `seconds` counts from the store's last entry; negative is before it.
@@ -41,13 +46,16 @@ private:
     logstore::Store m_store;
 };
 
-/// Where log stores come from.
+/// Why a part of a store could not be read, to stand after a colon: "Permission denied".
+QString reason(const logstore::StoreProblem& problem);
+
+/// Where log stores come from. `watch` may cancel an opening.
 class LogStores
 {
 public:
     virtual ~LogStores() = default;
     /// The local system's store.
-    virtual Result<OSLogStore> local() = 0;
+    virtual Result<OSLogStore> local(const logstore::OpenWatch& watch) = 0;
     /// The saved archive at an absolute path.
-    virtual Result<OSLogStore> archive(const QString& path) = 0;
+    virtual Result<OSLogStore> archive(const QString& path, const logstore::OpenWatch& watch) = 0;
 };

@@ -15,6 +15,7 @@ public:
     bool mayMatch(const logstore::ProcessFacts& process,
                   std::string_view subsystem,
                   std::string_view category) const override;
+    bool gaveUp() const override { return m_matcher.gaveUp(); }
 
 private:
     mutable predicate::Matcher m_matcher; // its memory is no part of what the filter is

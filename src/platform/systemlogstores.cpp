@@ -22,15 +22,15 @@ Result<QString> SystemLogStores::localFolder() const
     return m_standIn();
 }
 
-Result<OSLogStore> SystemLogStores::local()
+Result<OSLogStore> SystemLogStores::local(const logstore::OpenWatch& watch)
 {
     const auto folder = localFolder();
     if (!folder)
         return tl::unexpected(folder.error());
-    return OSLogStore::open(*folder, logstore::StoreOrigin::System);
+    return OSLogStore::open(*folder, logstore::StoreOrigin::System, watch);
 }
 
-Result<OSLogStore> SystemLogStores::archive(const QString& path)
+Result<OSLogStore> SystemLogStores::archive(const QString& path, const logstore::OpenWatch& watch)
 {
-    return OSLogStore::open(path);
+    return OSLogStore::open(path, logstore::StoreOrigin::HandedOver, watch);
 }

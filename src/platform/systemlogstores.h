@@ -22,8 +22,8 @@ public:
     /// The folder that local() opens.
     Result<QString> localFolder() const;
 
-    Result<OSLogStore> local() override;
-    Result<OSLogStore> archive(const QString& path) override;
+    Result<OSLogStore> local(const logstore::OpenWatch& watch) override;
+    Result<OSLogStore> archive(const QString& path, const logstore::OpenWatch& watch) override;
 
 private:
     QStringList m_localFolders;

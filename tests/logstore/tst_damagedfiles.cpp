@@ -9,7 +9,9 @@
 #include <unistd.h>
 
 using namespace logstore::writer;
+using logstore::ProblemKind;
 using logstore::StoreOrigin;
+using Hit = std::function<void(WrittenStore&)>;
 
 /// Damage of the files beside the records, and folders that are no store.
 class TestDamagedFiles : public TestCase
@@ -199,26 +201,28 @@ private Q_SLOTS:
     void openFailsWithAReason_data()
     {
         QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("reason");
-        const auto row = [](const char* what, const char* name, const char* reason) {
-            QTest::newRow(what) << utf8(name) << utf8(reason);
+        QTest::addColumn<ProblemKind>("kind");
+        QTest::addColumn<int>("error");
+        const auto row = [](const char* what, const char* name, ProblemKind kind, int error = 0) {
+            QTest::newRow(what) << utf8(name) << kind << error;
         };
-        row("missing", "missing.logarchive", "No such file");
-        row("a file", "file.logarchive", "not a folder");
-        row("an empty folder", "empty.logarchive", "no log files");
-        row("a folder of other things", "other.logarchive", "no log files");
-        row("no trace files", "bare.logarchive", "no trace files");
-        row("folders in place of trace files", "folders.logarchive", "is not a file");
+        row("missing", "missing.logarchive", ProblemKind::UnreadableFolder, ENOENT);
+        row("a file", "file.logarchive", ProblemKind::NotAFolder);
+        row("an empty folder", "empty.logarchive", ProblemKind::NotAStore);
+        row("a folder of other things", "other.logarchive", ProblemKind::NotAStore);
+        row("no trace files", "bare.logarchive", ProblemKind::NotAStore);
+        row("folders in place of trace files", "folders.logarchive", ProblemKind::UnreadableFile);
         if (::geteuid() == 0)
             return; // for whom everything may be read
-        row("logs that may not be listed", "listed.logarchive", "Permission denied");
-        row("logs that may not be looked at", "looked.logarchive", "Permission denied");
+        row("logs that may not be listed", "listed.logarchive", ProblemKind::UnreadableFolder,
+            EACCES);
+        row("logs that may not be looked at", "looked.logarchive", ProblemKind::UnreadableFolder,
+            EACCES);
     }
 
     void openFailsWithAReason()
     {
         QFETCH(QString, name);
-        QFETCH(QString, reason);
         QTemporaryDir folder;
         QFile file(folder.filePath(QStringLiteral("file.logarchive")));
         QVERIFY(file.open(QIODevice::WriteOnly));
@@ -238,9 +242,106 @@ private Q_SLOTS:
         shut("looked.logarchive/diagnostics",
              QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         QVERIFY(!store);
-        const QString description = QString::fromStdString(store.error().description);
-        QVERIFY2(description.contains(path) && description.contains(reason),
-                 qPrintable(description));
+        QTEST(store.error().kind, "kind");
+        QTEST(store.error().error, "error");
+        QVERIFY(QString::fromStdString(store.error().name)
+                    .startsWith(name.startsWith(u"folders") ? QStringLiteral("Persist/") : path));
+    }
+
+    void tellsWhatCouldNotBeRead_data()
+    {
+        QTest::addColumn<Hit>("hit");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<std::optional<ProblemKind>>("kind");
+        const auto row = [](const char* what, Hit hit, std::string_view name,
+                            std::optional<ProblemKind> kind) {
+            QTest::newRow(what) << std::move(hit)
+                                << QString::fromUtf8(name.data(), qsizetype(name.size())) << kind;
+        };
+        const auto inFile = [](std::string path, Edit edit) {
+            return [=](WrittenStore& store) { edit(store.files.files[path]); };
+        };
+        const auto text = [](const char* path) {
+            return [path](WrittenStore& store) { store.files.addText(path, "no log at all"); };
+        };
+        const std::string timeFile = "timesync/0000000000000001.timesync";
+        const WrittenStore names;
+        const std::string strings = names.files.stringsPath(names.image.uuid);
+        const std::string other = "Special/0000000000000002.tracev3";
+        constexpr std::size_t firstSize = 8; // of the header
+        row(
+            "nothing", [](WrittenStore&) {}, "", std::nullopt);
+        row(
+            "an empty file", [=](WrittenStore& s) { s.files.addText(other, ""); }, "",
+            std::nullopt);
+        row("zeros after the last chunk",
+            inFile(persist, [](Bytes& b) { b.resize(b.size() + 4096); }), "", std::nullopt);
+        row("wrong size", inFile(persist, put<std::uint64_t>(firstSize, 1U << 20)), persist,
+            ProblemKind::DamagedChunks);
+        row("cut in a chunk set", inFile(persist, [](Bytes& b) { b.resize(b.size() - 16); }),
+            persist, ProblemKind::DamagedChunks);
+        row("another compression",
+            inFile(persist,
+                   [](Bytes& b) {
+                       constexpr std::string_view lz4 = "bv4";
+                       *(std::search(b.begin(), b.end(), lz4.begin(), lz4.end()) + 2) = 'x';
+                   }),
+            persist, ProblemKind::UnknownCompression);
+        row("no trace file", text("Special/0000000000000002.tracev3"), other,
+            ProblemKind::NotATraceFile);
+        row("folder in place of a file", text("Special/0000000000000002.tracev3/file"), other,
+            ProblemKind::UnreadableFile);
+        row("damaged time file", inFile(timeFile, put<std::uint16_t>(0, 7)), timeFile,
+            ProblemKind::DamagedTimes);
+        row("damaged string file", inFile(strings, put<std::uint32_t>(0, 7)), strings,
+            ProblemKind::DamagedStrings);
+        row(
+            "no string file", [](WrittenStore& s) { s.process.mainImage = testUuid(0x77); },
+            testUuid(0x77).text(), ProblemKind::MissingStrings);
+    }
+
+    void tellsWhatCouldNotBeRead()
+    {
+        QFETCH(Hit, hit);
+        WrittenStore store;
+        if (QByteArray(QTest::currentDataTag()) == "no string file")
+            hit(store);
+        store.addRecords({store.message(1, "text")});
+        store.files.add(store.image);
+        store.files.add(store.cache);
+        store.files.add("0000000000000001.timesync", {store.boot});
+        hit(store);
+        const auto opened = logstore::Store::open(store.write());
+        QVERIFY(opened);
+        auto stream = opened->entries();
+        while (const logstore::Entry* entry = stream.next())
+            QVERIFY(entry->composedMessage().data());
+        QFETCH(std::optional<ProblemKind>, kind);
+        const auto& problems = opened->problems().list();
+        QCOMPARE(problems.size(), std::size_t(kind ? 1 : 0));
+        if (!kind)
+            return;
+        QCOMPARE(problems[0].kind, *kind);
+        QTEST(QString::fromStdString(problems[0].name), "name");
+    }
+
+    void openingIsWatched()
+    {
+        WrittenStore store;
+        store.addRecords({store.message(1, "text")});
+        const auto root = store.write();
+        double reached = 0;
+        const auto watch = [&reached](double fraction) {
+            const bool isForward = fraction >= reached && fraction <= 1;
+            reached = fraction;
+            return isForward;
+        };
+        QVERIFY(logstore::Store::open(root, StoreOrigin::HandedOver, watch));
+        QCOMPARE(reached, 1.0);
+        const auto cancelled =
+            logstore::Store::open(root, StoreOrigin::HandedOver, [](double) { return false; });
+        QVERIFY(!cancelled);
+        QCOMPARE(cancelled.error().kind, ProblemKind::Cancelled);
     }
 };
 

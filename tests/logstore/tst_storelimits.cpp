@@ -181,6 +181,8 @@ private Q_SLOTS:
             messages.insert(message);
         }
         QVERIFY(messages.size() > 50); // those still open are read
+        QCOMPARE(messages.size() + qsizetype(opened->problems().list().size()),
+                 qsizetype(fileCount)); // the others are told
     }
 
     void oversizeItemsThatWaitLong_data()

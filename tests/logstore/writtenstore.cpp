@@ -131,7 +131,7 @@ std::vector<Seen> WrittenStore::all(std::int64_t from)
 {
     const auto store = logstore::Store::open(write());
     if (!store)
-        qFatal("%s", store.error().description.c_str());
+        qFatal("%s", store.error().name.c_str());
     std::vector<Seen> result;
     auto stream = store->entries(from);
     while (const Entry* entry = stream.next())

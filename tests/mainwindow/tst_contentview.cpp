@@ -1,13 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "support/sampleentries.h"
+#include "support/smallstore.h"
 #include "support/testcase.h"
 #include "windowfixture.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateTimeEdit>
+#include <QDialog>
+#include <QDir>
 #include <QLabel>
 #include <QMenu>
+#include <QPlainTextEdit>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -155,6 +159,36 @@ private Q_SLOTS:
                          QRect(control->mapTo(m_window.get(), QPoint()), control->size())),
                      qPrintable(name));
         }
+    }
+
+    void lineTellsWhatCouldNotBeRead()
+    {
+        const auto* const line = find<QLabel>(u"statusLine"_s);
+        QCOMPARE(line->text(), QString());
+        const int height = line->height();
+        QVERIFY(height >= line->fontMetrics().height());
+        SmallStore store(0);
+        store.log(1, "text");
+        const QString path = m_fake->folder.filePath(u"a&b.logarchive"_s);
+        QVERIFY(store.write(path));
+        QVERIFY(QDir(path).mkpath(u"Special/0000000000000002.tracev3"_s));
+        m_window->state().openDocument(path);
+        QVERIFY(line->text().startsWith(u"1 of 3 file(s) could not be read. <a"_s));
+        QCOMPARE(line->accessibleName(), u"1 of 3 file(s) could not be read."_s);
+        QCOMPARE(line->height(), height);
+
+        Q_EMIT find<QLabel>(u"statusLine"_s)->linkActivated(u"#"_s);
+        QVERIFY(find<QDialog>(u"sourceReport"_s)->isVisible());
+        QVERIFY(find<QPlainTextEdit>(u"sourceReportText"_s)
+                    ->toPlainText()
+                    .contains(u"Special/0000000000000002.tracev3: it is not a file"_s));
+
+        QVERIFY(QDir(path).removeRecursively());
+        m_window->state().getLog();
+        QVERIFY(line->text().contains(u"a&amp;b.logarchive”"_s));
+        m_window->resize(1150, 200);
+        QTRY_COMPARE(line->isHidden(), true);
+        QVERIFY(find<QLabel>(u"searchSummary"_s)->text().contains(u"a&b.logarchive”"_s));
     }
 
     void tabGoesRoundTheWindow()

@@ -3,6 +3,7 @@
 #include "platform/logstore/entryfilter.h"
 #include "support/testcase.h"
 
+#include <QDir>
 #include <QSignalSpy>
 
 #include <cmath>
@@ -26,6 +27,14 @@ public:
 
 private:
     std::string m_text;
+};
+
+/// As a predicate whose regular expression takes too long.
+class GivesUp : public logstore::EntryFilter
+{
+public:
+    bool matches(const logstore::Entry&) const override { return true; }
+    bool gaveUp() const override { return true; }
 };
 
 /// Rules out every process from the catalog, so that no entry is ever looked at.
@@ -243,7 +252,57 @@ private Q_SLOTS:
         m_fake->panels.cancel();
         QVERIFY(fetch(u"0"_s, QString(), 5));
         QCOMPARE(messages(), QStringList(u"0"_s));
-        QCOMPARE(m_fake->logStores.opened, (QStringList{path, QString()}));
+        QCOMPARE(m_fake->logStores.opened, (QStringList{path, path, QString()}));
+    }
+
+    void tellsWhatCouldNotBeRead()
+    {
+        const QSignalSpy told(m_logger.get(), &Logger::sourceReportChanged);
+        const auto text = [this] { return m_logger->sourceReport().text(); };
+        const QString missing = m_fake->folder.filePath(u"missing.logarchive"_s);
+        const QString notThere =
+            u"“missing.logarchive” could not be read: No such file or directory."_s;
+        m_logger->useArchive(QUrl::fromLocalFile(missing));
+        QCOMPARE(text(), notThere);
+        QVERIFY(!fetch(u"0"_s, QString(), 5));
+        QCOMPARE(text(), notThere);
+
+        SmallStore store(startTime - second);
+        store.log(startTime, "text");
+        const QString path = m_fake->folder.filePath(u"damaged.logarchive"_s);
+        QVERIFY(store.write(path));
+        QVERIFY(QDir(path).mkpath(u"Special/0000000000000002.tracev3"_s));
+        m_logger->useArchive(QUrl::fromLocalFile(path));
+        const QString oneOfThree = u"1 of 3 file(s) could not be read."_s;
+        QCOMPARE(text(), oneOfThree);
+        QVERIFY(
+            m_logger->getLog(atMinute(), u"0"_s, QString(), std::make_shared<GivesUp>(), false, 5));
+        QCOMPARE(text(), oneOfThree + u" A regular expression took too long for some entries."_s);
+        const QList<SourceReport::Item> items = m_logger->sourceReport().items();
+        QCOMPARE(items.size(), 1);
+        QCOMPARE(items[0].name, u"Special/0000000000000002.tracev3"_s);
+        QCOMPARE(items[0].reason, u"it is not a file"_s);
+        QVERIFY(told.size() > 3);
+
+        m_logger->chooseArchive();
+        m_fake->panels.cancel();
+        QCOMPARE(text(), QString());
+        QVERIFY(m_fake->alerts.shown.isEmpty());
+    }
+
+    void openingCanBeCancelled()
+    {
+        writeSeconds(3);
+        int calls = 0;
+        m_logger->setFetchObserver([&calls](const FetchProgress& progress) {
+            ++calls;
+            return !progress.isOpening;
+        });
+        QVERIFY(!fetch(u"0"_s, QString(), 5));
+        QCOMPARE(calls, 1);
+        QVERIFY(m_logger->logList().isEmpty());
+        QCOMPARE(m_logger->sourceReport().text(), QString());
+        QVERIFY(!m_logger->isFetching());
     }
 
     void signalsOncePerChange()
@@ -275,7 +334,8 @@ private Q_SLOTS:
         connect(m_logger.get(), &Logger::logListChanged, this,
                 [&] { announced.append(m_logger->logList().size()); });
         m_logger->setFetchObserver([&](const FetchProgress& progress) {
-            calls.append(progress);
+            if (!progress.isOpening)
+                calls.append(progress);
             return true;
         });
         QVERIFY(fetch(u"0"_s, QString::number(count), endless));
@@ -317,9 +377,9 @@ private Q_SLOTS:
             store.signpost(startTime + i * second, "layout");
         write(store);
         int calls = 0;
-        m_logger->setFetchObserver([&](const FetchProgress&) {
-            ++calls;
-            return false;
+        m_logger->setFetchObserver([&](const FetchProgress& progress) {
+            calls += progress.isOpening ? 0 : 1;
+            return progress.isOpening;
         });
         QVERIFY(!m_logger->getLog(atMinute(), u"0"_s, QString::number(count), filter, signposts,
                                   endless));

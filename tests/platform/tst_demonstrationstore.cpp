@@ -245,7 +245,7 @@ private:
     {
         auto store = logstore::Store::open(m_folder.path().toStdString());
         if (!store)
-            qFatal("%s", store.error().description.c_str());
+            qFatal("%s", store.error().name.c_str());
         return *store;
     }
 

@@ -40,18 +40,18 @@ void FakeAlerts::critical(const QString& message, const QString& informativeText
     shown.append({message, informativeText});
 }
 
-Result<OSLogStore> FakeLogStores::local()
+Result<OSLogStore> FakeLogStores::local(const logstore::OpenWatch& watch)
 {
     opened.append(QString());
     if (!localPath)
         return failure("The local log store may not be read.");
-    return OSLogStore::open(*localPath);
+    return OSLogStore::open(*localPath, logstore::StoreOrigin::HandedOver, watch);
 }
 
-Result<OSLogStore> FakeLogStores::archive(const QString& path)
+Result<OSLogStore> FakeLogStores::archive(const QString& path, const logstore::OpenWatch& watch)
 {
     opened.append(path);
-    return OSLogStore::open(path);
+    return OSLogStore::open(path, logstore::StoreOrigin::HandedOver, watch);
 }
 
 Result<QByteArray> FakeProcessRunner::output(const QString& program, const QStringList& arguments)

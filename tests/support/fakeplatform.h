@@ -68,8 +68,8 @@ public:
 class FakeLogStores final : public LogStores
 {
 public:
-    Result<OSLogStore> local() override;
-    Result<OSLogStore> archive(const QString& path) override;
+    Result<OSLogStore> local(const logstore::OpenWatch& watch) override;
+    Result<OSLogStore> archive(const QString& path, const logstore::OpenWatch& watch) override;
 
     std::optional<QString> localPath; ///< absent: the local store may not be read
     QStringList opened;               ///< every path asked for; "" for the local store

@@ -42,6 +42,9 @@ public:
         return true;
     }
 
+    /// Whether some answers are guesses, as finding out would have taken too long.
+    virtual bool gaveUp() const { return false; }
+
     /// Asked before each part of the store is opened, with the earliest time it may hold
     /// (nanoseconds since 1970). False ends the stream: a walk that keeps nothing for long, or of
     /// which all is ruled out, can then be watched and cancelled.

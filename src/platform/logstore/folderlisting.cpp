@@ -34,8 +34,8 @@ bool staysInside(const fs::path& path, const std::vector<fs::path>& allowedRoots
                           [&target](const fs::path& root) { return liesBelow(target, root); });
 }
 
-Result<std::vector<fs::path>> listFolder(const fs::path& folder,
-                                         const std::vector<fs::path>& allowedRoots)
+StoreResult<std::vector<fs::path>> listFolder(const fs::path& folder,
+                                              const std::vector<fs::path>& allowedRoots)
 {
     std::vector<fs::path> items;
     std::error_code error;
@@ -46,7 +46,7 @@ Result<std::vector<fs::path>> listFolder(const fs::path& folder,
             items.push_back(entries->path());
     }
     if (error)
-        return failure("“" + folder.string() + "” could not be read: " + error.message() + ".");
+        return storeProblem(ProblemKind::UnreadableFolder, folder, error.value());
     std::sort(items.begin(), items.end());
     return items;
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/base/result.h"
+#include "platform/logstore/storeproblems.h"
 
 #include <filesystem>
 #include <string>
@@ -16,7 +16,7 @@ bool staysInside(const std::filesystem::path& path,
 
 /// The items of a folder, sorted by name. Fails when it cannot be listed. Left out are the `._name`
 /// companions that some archivers write, and links whose targets lie outside `allowedRoots`.
-Result<std::vector<std::filesystem::path>>
+StoreResult<std::vector<std::filesystem::path>>
 listFolder(const std::filesystem::path& folder,
            const std::vector<std::filesystem::path>& allowedRoots);
 

@@ -3,7 +3,6 @@
 
 #include "platform/logstore/oversizestore.h"
 #include "platform/logstore/trace/innerchunks.h"
-#include "platform/logstore/trace/unpack.h"
 
 #include <algorithm>
 
@@ -57,9 +56,7 @@ void OpenChunkSet::unpack(std::shared_ptr<Catalog> catalog, Source source)
     m_catalog = std::move(catalog);
     m_chunks.clear();
     m_records.clear();
-    m_unpacked.clear();
-    if (const File* file = source.index.files().file(m_place->file))
-        unpackChunkSet(file->bytesAt(m_place->offset, m_place->size), m_unpacked);
+    source.index.unpack(*m_place, m_unpacked);
     forEachInnerChunk(m_unpacked, [this, &source](ChunkTag tag, Bytes body) {
         InnerChunk chunk{tag, body, {}, nullptr};
         ByteReader in(body);

@@ -3,7 +3,6 @@
 
 #include "platform/logstore/trace/innerchunks.h"
 #include "platform/logstore/trace/oversize.h"
-#include "platform/logstore/trace/unpack.h"
 
 #include <algorithm>
 #include <tuple>
@@ -130,10 +129,8 @@ Bytes OversizeStore::unpackAgain(const Kept& chunk)
     const ChunkSetPlace& place = *chunk.place;
     const std::size_t offset = chunk.offset;
     const std::size_t size = chunk.size;
-    const File* file = m_index.files().file(place.file);
     std::vector<std::uint8_t> unpacked;
-    if (file)
-        unpackChunkSet(file->bytesAt(place.offset, place.size), unpacked);
+    m_index.unpack(place, unpacked);
     const Bytes body = clipped(unpacked, offset, size);
     m_again.assign(body.begin(), body.end());
     forEachInnerChunk(unpacked, [&](ChunkTag tag, Bytes each) {

@@ -21,9 +21,10 @@ Store::Store(std::shared_ptr<StoreIndex> index) : m_index(std::move(index))
 {
 }
 
-Result<Store> Store::open(const std::filesystem::path& root, StoreOrigin origin)
+StoreResult<Store>
+Store::open(const std::filesystem::path& root, StoreOrigin origin, const OpenWatch& watch)
 {
-    auto index = StoreIndex::open(root, origin);
+    auto index = StoreIndex::open(root, origin, watch);
     if (!index)
         return tl::unexpected(index.error());
     return Store(std::move(*index));
@@ -37,6 +38,16 @@ std::int64_t Store::endTime() const
 std::uint64_t Store::traceBytes() const
 {
     return m_index->traceBytes();
+}
+
+std::size_t Store::fileCount() const
+{
+    return m_index->fileCount();
+}
+
+const StoreProblems& Store::problems() const
+{
+    return m_index->problems();
 }
 
 EntryStream Store::entries(std::int64_t from, std::shared_ptr<const EntryFilter> filter) const

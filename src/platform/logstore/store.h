@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/base/result.h"
 #include "platform/logstore/entry.h"
 #include "platform/logstore/entryfilter.h"
 #include "platform/logstore/storeorigin.h"
+#include "platform/logstore/storeproblems.h"
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <limits>
 #include <memory>
 
@@ -36,6 +37,10 @@ private:
     std::unique_ptr<EntryStreamState> m_state;
 };
 
+/// Called now and then while a store is opened, with the part that is done (0 to 1). May run
+/// anything but the store; returning false cancels the opening.
+using OpenWatch = std::function<bool(double fraction)>;
+
 /// A log store: an archive, a copy of a Mac's log folders, or the folders themselves.
 class Store
 {
@@ -44,15 +49,20 @@ public:
 
     /// Indexes the chunk sets of the store's trace files. Damaged files are read as far as they go.
     /// Fails when `root` is not a readable folder, is not laid out as a store, or holds no trace
-    /// file that can be opened; the description names the path and the reason.
-    static Result<Store> open(const std::filesystem::path& root,
-                              StoreOrigin origin = StoreOrigin::HandedOver);
+    /// file that can be opened, or when `watch` cancels it.
+    static StoreResult<Store> open(const std::filesystem::path& root,
+                                   StoreOrigin origin = StoreOrigin::HandedOver,
+                                   const OpenWatch& watch = {});
 
     /// The time of the last entry, or `beginning` for a store without entries.
     std::int64_t endTime() const;
 
     /// Bytes of all trace files.
     std::uint64_t traceBytes() const;
+    std::size_t fileCount() const; ///< of trace and time files
+
+    /// What opening and all streams so far could not read.
+    const StoreProblems& problems() const;
 
     /// The entries from `from` on, those of them that `filter` matches (all when it is null).
     EntryStream entries(std::int64_t from = beginning,

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/logstore/storeindex.h"
 
-#include "platform/logstore/store.h"
 #include "platform/logstore/trace/recordtimes.h"
 #include "platform/logstore/trace/unpack.h"
 #include "platform/logstore/tracefileindexer.h"
@@ -11,33 +10,70 @@
 
 namespace logstore {
 
-Result<std::shared_ptr<StoreIndex>> StoreIndex::open(const std::filesystem::path& root,
-                                                     StoreOrigin origin)
+StoreResult<std::shared_ptr<StoreIndex>>
+StoreIndex::open(const std::filesystem::path& root, StoreOrigin origin, const OpenWatch& watch)
 {
     auto layout = StoreLayout::find(root, origin);
     if (!layout)
         return tl::unexpected(layout.error());
     std::shared_ptr<StoreIndex> index(new StoreIndex(std::move(*layout)));
-    bool anyOpened = false;
-    for (std::uint32_t number = 0; number < index->m_files.size(); ++number) {
-        if (const File* file = index->m_files.file(number)) {
-            anyOpened = true;
-            index->m_traceBytes += file->size();
-            TraceFileIndexer(*index, number).run(*file, {});
-        }
-    }
-    if (!anyOpened)
-        return tl::unexpected(*index->m_files.firstFailure());
+    if (!index->readFiles(watch))
+        return storeProblem(ProblemKind::Cancelled, root);
+    if (!index->m_files.anyOpened())
+        return tl::unexpected(index->m_problems.list().front());
     index->sortChunkSets();
     index->addBoundaries();
     return index;
 }
 
 StoreIndex::StoreIndex(StoreLayout layout)
-    : m_files(std::move(layout.traceFiles))
-    , m_times(TimeSync::read(layout.timeFiles))
-    , m_strings(std::move(layout.stringFolders), std::move(layout.roots), m_texts)
+    : m_problems(std::move(layout.problems))
+    , m_files(std::move(layout.traceFiles), m_problems)
+    , m_times(TimeSync::read(layout.timeFiles, m_problems))
+    , m_strings(std::move(layout.stringFolders), std::move(layout.roots), m_texts, m_problems)
+    , m_timeFileCount(layout.timeFiles.size())
 {
+}
+
+/// Returns false when `watch` has cancelled it.
+bool StoreIndex::readFiles(const OpenWatch& watch)
+{
+    const auto number = [](std::uint64_t value) { return static_cast<double>(value); };
+    bool goesOn = true;
+    for (std::uint32_t i = 0; goesOn && i < m_files.size(); ++i) {
+        const File* const file = m_files.file(i);
+        if (!file)
+            continue;
+        m_traceBytes += file->size();
+        const auto look = [&](std::uint64_t reached) {
+            const double ofFile =
+                number(reached) / number(std::max<std::uint64_t>(file->size(), 1));
+            goesOn = goesOn && (!watch || watch((i + ofFile) / number(m_files.size())));
+            return goesOn;
+        };
+        TraceFileIndexer(*this, i, look).run(*file);
+        look(file->size());
+    }
+    return goesOn;
+}
+
+void StoreIndex::unpack(const ChunkSetPlace& set, std::vector<std::uint8_t>& out)
+{
+    out.clear();
+    const File* const file = m_files.file(set.file);
+    if (!file)
+        return;
+    const auto body = file->bytesAt(set.offset, set.size);
+    const std::string path = m_files.path(set.file).string();
+    if (body.size() < set.size)
+        m_problems.add({ProblemKind::CutShort, path});
+    switch (unpackChunkSet(body, out)) {
+    case Unpacked::Whole: break;
+    case Unpacked::Damaged: m_problems.add({ProblemKind::DamagedChunks, path}); break;
+    case Unpacked::UnknownCompression:
+        m_problems.add({ProblemKind::UnknownCompression, path});
+        break;
+    }
 }
 
 void StoreIndex::sortChunkSets()
@@ -105,8 +141,7 @@ std::int64_t StoreIndex::lastEntryTime(const ChunkSetPlace& set)
 {
     std::int64_t last = Store::beginning;
     std::vector<std::uint8_t> unpacked;
-    if (const File* file = m_files.file(set.file))
-        unpackChunkSet(file->bytesAt(set.offset, set.size), unpacked);
+    unpack(set, unpacked);
     forEachTime(unpacked, [&](ChunkTag tag, std::uint64_t time) {
         if (tag != ChunkTag::Oversize)
             last = std::max(last, m_clocks[set.clock].wallTime(time));

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/logstore/bytes/filepool.h"
+#include "platform/logstore/store.h"
 #include "platform/logstore/storelayout.h"
 #include "platform/logstore/strings/stringfiles.h"
 #include "platform/logstore/trace/timesync.h"
@@ -45,8 +46,8 @@ struct Boundary
 class StoreIndex
 {
 public:
-    static Result<std::shared_ptr<StoreIndex>> open(const std::filesystem::path& root,
-                                                    StoreOrigin origin);
+    static StoreResult<std::shared_ptr<StoreIndex>>
+    open(const std::filesystem::path& root, StoreOrigin origin, const OpenWatch& watch);
 
     const std::vector<ChunkSetPlace>& chunkSets() const
     {
@@ -62,8 +63,13 @@ public:
     /// The time of the last entry. Found the first time it is asked for.
     std::int64_t endTime();
     std::uint64_t traceBytes() const { return m_traceBytes; }
+    std::size_t fileCount() const { return m_files.size() + m_timeFileCount; }
+
+    /// Unpacks a chunk set into `out`, as far as it can be read.
+    void unpack(const ChunkSetPlace& set, std::vector<std::uint8_t>& out);
 
     // Shared by all streams of the store, which live on one thread.
+    StoreProblems& problems() { return m_problems; }
     FilePool& files() { return m_files; }
     TextPool& texts() { return m_texts; }
     StringFiles& strings() { return m_strings; }
@@ -72,6 +78,7 @@ private:
     friend class TraceFileIndexer;
 
     explicit StoreIndex(StoreLayout layout);
+    bool readFiles(const OpenWatch& watch);
     void addBoundaries();
     void sortChunkSets();
     std::int64_t findEndTime();
@@ -85,6 +92,7 @@ private:
         std::uint64_t last;
     };
 
+    StoreProblems m_problems;
     FilePool m_files;
     TimeSync m_times;
     TextPool m_texts;
@@ -97,6 +105,7 @@ private:
     std::vector<Boundary> m_boundaries;
     std::optional<std::int64_t> m_endTime;
     std::uint64_t m_traceBytes = 0;
+    std::size_t m_timeFileCount;
 };
 
 } // namespace logstore

@@ -4,7 +4,6 @@
 #include "platform/logstore/folderlisting.h"
 #include "platform/logstore/storefolders.h"
 
-#include <optional>
 #include <system_error>
 
 namespace logstore {
@@ -17,17 +16,19 @@ namespace fs = std::filesystem;
 class LogFileCollector
 {
 public:
-    explicit LogFileCollector(const std::vector<fs::path>& roots) : m_roots(roots) {}
+    LogFileCollector(const std::vector<fs::path>& roots, StoreProblems& problems)
+        : m_roots(roots)
+        , m_problems(problems)
+    {
+    }
 
     void add(std::vector<fs::path>& files, const fs::path& folder, const char* extension)
     {
         if (!staysInside(folder, m_roots))
             return;
         const auto items = listFolder(folder, m_roots);
-        if (!items && !m_firstFailure)
-            m_firstFailure = items.error();
         if (!items)
-            return;
+            return m_problems.add(items.error());
         constexpr std::size_t nameSize = 16;
         for (const fs::path& path : *items)
             if (upperCase(path.extension().string()) == upperCase(extension)
@@ -35,57 +36,50 @@ public:
                 files.push_back(path);
     }
 
-    const std::optional<Failure>& firstFailure() const { return m_firstFailure; }
-
 private:
     const std::vector<fs::path>& m_roots;
-    std::optional<Failure> m_firstFailure;
+    StoreProblems& m_problems;
 };
 
-Result<fs::path> readableFolder(const fs::path& root)
+StoreResult<fs::path> readableFolder(const fs::path& root)
 {
     std::error_code error;
     const fs::path canonical = fs::canonical(root, error);
     if (error)
-        return failure("The log archive “" + root.string()
-                       + "” could not be opened: " + error.message() + ".");
+        return storeProblem(ProblemKind::UnreadableFolder, root, error.value());
     if (!fs::is_directory(canonical, error))
-        return failure("The log archive “" + root.string()
-                       + "” could not be opened: it is not a folder.");
+        return storeProblem(ProblemKind::NotAFolder, root);
     const fs::directory_iterator probe(canonical, error);
     if (error)
-        return failure("The log archive “" + root.string()
-                       + "” could not be read: " + error.message() + ".");
+        return storeProblem(ProblemKind::UnreadableFolder, root, error.value());
     return canonical;
 }
 
 /// A folder whose items may not be looked at is not one without logs.
-std::string reasonWhyNoLogs(const fs::path& root, const fs::path& top)
+StoreProblem reasonWhyNoLogs(const fs::path& root, const fs::path& top)
 {
     for (const fs::path& folder : {top, top / "diagnostics"}) {
         std::error_code error;
         const fs::file_status status = fs::status(folder / traceFolders[0], error);
         if (!fs::status_known(status) && error == std::errc::permission_denied)
-            return "“" + folder.string() + "” could not be read: " + error.message() + ".";
+            return {ProblemKind::UnreadableFolder, folder.string(), error.value()};
     }
-    return "“" + root.string() + "” is not a log archive: it holds no log files.";
+    return {ProblemKind::NotAStore, root.string()};
 }
 
 } // namespace
 
-Result<StoreLayout> StoreLayout::find(const fs::path& root, StoreOrigin origin)
+StoreResult<StoreLayout> StoreLayout::find(const fs::path& root, StoreOrigin origin)
 {
     const auto top = readableFolder(root);
     if (!top)
         return tl::unexpected(top.error());
     const StoreFolders folders = StoreFolders::find(*top, origin);
     if (folders.logs.empty())
-        return failure(reasonWhyNoLogs(root, *top));
-    StoreLayout layout;
-    layout.roots = folders.roots;
-    layout.stringFolders = folders.strings;
+        return tl::unexpected(reasonWhyNoLogs(root, *top));
+    StoreLayout layout{{}, {}, folders.strings, folders.roots, StoreProblems(*top)};
 
-    LogFileCollector collector(layout.roots);
+    LogFileCollector collector(layout.roots, layout.problems);
     for (const char* name : traceFolders)
         for (const fs::path& logs : folders.logs)
             for (const fs::path& folder : itemsNamed(logs, name))
@@ -95,11 +89,10 @@ Result<StoreLayout> StoreLayout::find(const fs::path& root, StoreOrigin origin)
             if (std::error_code error;
                 fs::is_regular_file(file, error) && staysInside(file, layout.roots))
                 layout.traceFiles.push_back(file);
-    if (layout.traceFiles.empty() && collector.firstFailure())
-        return tl::unexpected(*collector.firstFailure());
+    if (layout.traceFiles.empty() && !layout.problems.list().empty())
+        return tl::unexpected(layout.problems.list().front());
     if (layout.traceFiles.empty())
-        return failure("The log archive “" + root.string()
-                       + "” could not be opened: it holds no trace files.");
+        return storeProblem(ProblemKind::NotAStore, root);
     for (const fs::path& logs : folders.logs)
         for (const fs::path& folder : itemsNamed(logs, "timesync"))
             collector.add(layout.timeFiles, folder, ".timesync");

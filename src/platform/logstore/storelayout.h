@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/base/result.h"
 #include "platform/logstore/storeorigin.h"
+#include "platform/logstore/storeproblems.h"
 
 #include <filesystem>
 #include <vector>
@@ -17,10 +17,11 @@ struct StoreLayout
     std::vector<std::filesystem::path> timeFiles;     ///< by name
     std::vector<std::filesystem::path> stringFolders; ///< in the order in which they are asked
     std::vector<std::filesystem::path> roots;         ///< folders that links may lead into
+    StoreProblems problems;                           ///< folders that could not be listed
 
     /// Fails when `root` is not a readable folder, is not laid out as a store, or holds no trace
     /// file.
-    static Result<StoreLayout> find(const std::filesystem::path& root, StoreOrigin origin);
+    static StoreResult<StoreLayout> find(const std::filesystem::path& root, StoreOrigin origin);
 };
 
 } // namespace logstore

@@ -2,7 +2,6 @@
 #include "platform/logstore/tracefileindexer.h"
 
 #include "platform/logstore/trace/recordtimes.h"
-#include "platform/logstore/trace/unpack.h"
 
 #include <algorithm>
 #include <utility>
@@ -26,25 +25,34 @@ bool agrees(const std::vector<SubChunk>& subChunks, std::size_t chunkSetCount)
 
 } // namespace
 
-void TraceFileIndexer::run(const File& file, OuterChunks::Watch watch)
+void TraceFileIndexer::run(const File& file)
 {
-    OuterChunks chunks(file, std::move(watch));
+    OuterChunks chunks(file, m_watch);
     bool isFirst = true;
     while (const auto chunk = chunks.next()) {
         m_isDamaged = chunks.damagedPieces() > 0;
         if (std::exchange(isFirst, false) && chunk->tag != ChunkTag::Header)
-            return;
+            return addProblem(ProblemKind::NotATraceFile);
         switch (chunk->tag) {
         case ChunkTag::Header: useHeader(file, *chunk); break;
         case ChunkTag::Catalog:
-            finishCatalog(file);
+            finishCatalog();
             useCatalog(file, *chunk);
             break;
-        default: addChunkSet(file, *chunk);
+        default: addChunkSet(*chunk);
         }
     }
     m_isDamaged = chunks.damagedPieces() > 0;
-    finishCatalog(file);
+    if (isFirst && file.size() > 0)
+        addProblem(ProblemKind::NotATraceFile);
+    else if (m_isDamaged)
+        addProblem(ProblemKind::DamagedChunks);
+    finishCatalog();
+}
+
+void TraceFileIndexer::addProblem(ProblemKind kind)
+{
+    m_index.m_problems.add({kind, m_index.m_files.path(m_fileNumber).string()});
 }
 
 void TraceFileIndexer::useHeader(const File& file, const OuterChunk& chunk)
@@ -53,7 +61,7 @@ void TraceFileIndexer::useHeader(const File& file, const OuterChunk& chunk)
     const auto header = TraceHeader::read(
         file.bytesAt(chunk.offset, std::min<std::uint64_t>(chunk.size, TraceHeader::size)));
     if (!header)
-        return;
+        return addProblem(ProblemKind::DamagedChunks);
     const auto known = m_index.m_boots.find(header->boot);
     if (known != m_index.m_boots.end()) {
         m_clock = known->second.clock;
@@ -74,13 +82,13 @@ void TraceFileIndexer::useCatalog(const File& file, const OuterChunk& chunk)
     m_subChunks = Catalog::readSubChunks(file.bytesAt(chunk.offset, size));
 }
 
-void TraceFileIndexer::addChunkSet(const File& file, const OuterChunk& chunk)
+void TraceFileIndexer::addChunkSet(const OuterChunk& chunk)
 {
     if (!m_clock || chunk.size < smallestChunkSet)
         return;
     // A catalog knows how many sets follow it: one more belongs to a catalog that is lost.
     if (m_isDamaged && !m_subChunks.empty() && m_pending.size() >= m_subChunks.size()) {
-        finishCatalog(file);
+        finishCatalog();
         m_catalog = ChunkSetPlace::noCatalog;
     }
     m_pending.push_back({0, 0, chunk.offset,
@@ -90,14 +98,14 @@ void TraceFileIndexer::addChunkSet(const File& file, const OuterChunk& chunk)
 
 /// The i-th sub-chunk entry has the times of the i-th chunk set. When they do not fit together, or
 /// after damage, the times are read from the records.
-void TraceFileIndexer::finishCatalog(const File& file)
+void TraceFileIndexer::finishCatalog()
 {
     const bool trusted = !m_isDamaged && agrees(m_subChunks, m_pending.size());
     for (std::size_t i = 0; i < m_pending.size(); ++i) {
         if (trusted)
             setRange(m_pending[i], m_subChunks[i].earliest, m_subChunks[i].latest);
-        else
-            setRangeFromRecords(m_pending[i], file);
+        else if (!m_watch || m_watch(m_pending[i].offset))
+            setRangeFromRecords(m_pending[i]);
     }
     m_pending.clear();
     m_subChunks.clear();
@@ -117,10 +125,10 @@ void TraceFileIndexer::setRange(ChunkSetPlace& place, std::uint64_t first, std::
     boot->second.last = std::max(boot->second.last, last);
 }
 
-void TraceFileIndexer::setRangeFromRecords(ChunkSetPlace& place, const File& file)
+void TraceFileIndexer::setRangeFromRecords(ChunkSetPlace& place)
 {
     std::vector<std::uint8_t> unpacked;
-    unpackChunkSet(file.bytesAt(place.offset, place.size), unpacked);
+    m_index.unpack(place, unpacked);
     std::uint64_t first = UINT64_MAX;
     std::uint64_t last = 0;
     forEachTime(unpacked, [&first, &last](ChunkTag, std::uint64_t time) {

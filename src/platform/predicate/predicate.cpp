@@ -77,4 +77,9 @@ bool Matcher::possible(const EntryFields& known)
     return m_predicate.m_condition->evaluate(*m_match) != Truth::False;
 }
 
+bool Matcher::gaveUp() const
+{
+    return m_match->gaveUp();
+}
+
 } // namespace predicate

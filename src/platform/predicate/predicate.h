@@ -77,6 +77,9 @@ public:
     /// fields that are answered with Value::unknown().
     bool possible(const EntryFields& known);
 
+    /// Whether a regular expression has run out of time for an entry, which then did not match it.
+    bool gaveUp() const;
+
 private:
     Predicate m_predicate;
     std::unique_ptr<Match> m_match;

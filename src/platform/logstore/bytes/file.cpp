@@ -12,19 +12,18 @@
 
 namespace logstore {
 
-Result<File> File::open(const std::filesystem::path& path)
+StoreResult<File> File::open(const std::filesystem::path& path)
 {
     // Without O_NONBLOCK a pipe that bears the name of a trace file would block for ever.
     const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (descriptor < 0)
-        return failure("“" + path.string() + "” could not be opened: " + std::strerror(errno)
-                       + ".");
+        return storeProblem(ProblemKind::UnreadableFile, path, errno);
     struct stat status
     {
     };
     if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
         ::close(descriptor);
-        return failure("“" + path.string() + "” could not be opened: it is not a file.");
+        return storeProblem(ProblemKind::UnreadableFile, path);
     }
     return File(descriptor, static_cast<std::uint64_t>(status.st_size));
 }

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/base/result.h"
 #include "platform/logstore/bytes/bytereader.h"
+#include "platform/logstore/storeproblems.h"
 
 #include <filesystem>
 #include <string>
@@ -16,7 +16,7 @@ class File
 {
 public:
     /// Fails on anything but a readable regular file.
-    static Result<File> open(const std::filesystem::path& path);
+    static StoreResult<File> open(const std::filesystem::path& path);
 
     File(const File&) = delete;
     File& operator=(const File&) = delete;

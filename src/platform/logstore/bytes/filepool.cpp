@@ -9,9 +9,10 @@ namespace {
 constexpr std::size_t mostOpen = 64;
 }
 
-FilePool::FilePool(std::vector<std::filesystem::path> paths)
+FilePool::FilePool(std::vector<std::filesystem::path> paths, StoreProblems& problems)
     : m_paths(std::move(paths))
     , m_slots(m_paths.size())
+    , m_problems(problems)
 {
 }
 
@@ -22,8 +23,7 @@ const File* FilePool::file(std::uint32_t number)
     if (!slot.file) {
         auto opened = File::open(m_paths[number]);
         if (!opened) {
-            if (!m_firstFailure)
-                m_firstFailure = opened.error();
+            m_problems.add(std::move(opened.error()));
             return nullptr;
         }
         if (m_openCount == mostOpen)

@@ -11,15 +11,16 @@ namespace logstore {
 class FilePool
 {
 public:
-    explicit FilePool(std::vector<std::filesystem::path> paths);
+    /// `problems` takes the files that cannot be opened; it must outlive the pool.
+    FilePool(std::vector<std::filesystem::path> paths, StoreProblems& problems);
 
     std::size_t size() const { return m_paths.size(); }
+    bool anyOpened() const { return m_openCount > 0; }
 
     /// Null when the file cannot be opened. Valid until the next call.
     const File* file(std::uint32_t number);
 
-    /// Why the first file that could not be opened could not.
-    const std::optional<Failure>& firstFailure() const { return m_firstFailure; }
+    const std::filesystem::path& path(std::uint32_t number) const { return m_paths[number]; }
 
 private:
     void closeOldest();
@@ -32,7 +33,7 @@ private:
 
     std::vector<std::filesystem::path> m_paths;
     std::vector<Slot> m_slots;
-    std::optional<Failure> m_firstFailure;
+    StoreProblems& m_problems;
     std::size_t m_openCount = 0;
     std::uint64_t m_uses = 0;
 };

@@ -22,15 +22,15 @@ struct RecordSizes
 
 } // namespace
 
-Result<std::unique_ptr<SharedCache>> SharedCache::open(const std::filesystem::path& path,
-                                                       TextPool& pool)
+StoreResult<std::unique_ptr<SharedCache>> SharedCache::open(const std::filesystem::path& path,
+                                                            TextPool& pool)
 {
     auto file = File::open(path);
     if (!file)
         return tl::unexpected(file.error());
     std::unique_ptr<SharedCache> cache(new SharedCache(path, pool));
     if (!cache->readTables(*file))
-        return failure("“" + path.string() + "” is not a usable shared-cache strings file.");
+        return storeProblem(ProblemKind::DamagedStrings, path);
     return cache;
 }
 

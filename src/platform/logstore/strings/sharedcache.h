@@ -16,9 +16,10 @@ class SharedCache
 {
 public:
     /// Reads the tables. Fails when the head or a table is damaged.
-    static Result<std::unique_ptr<SharedCache>> open(const std::filesystem::path& path,
-                                                     TextPool& pool);
+    static StoreResult<std::unique_ptr<SharedCache>> open(const std::filesystem::path& path,
+                                                          TextPool& pool);
 
+    const std::filesystem::path& path() const { return m_path; }
     std::size_t rangeCount() const { return m_ranges.size(); }
     std::size_t imageCount() const { return m_images.size(); }
     std::size_t tableBytes() const

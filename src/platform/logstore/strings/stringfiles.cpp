@@ -25,10 +25,12 @@ std::string hexText(const Uuid& uuid)
 
 StringFiles::StringFiles(std::vector<std::filesystem::path> folders,
                          std::vector<std::filesystem::path> allowedRoots,
-                         TextPool& pool)
+                         TextPool& pool,
+                         StoreProblems& problems)
     : m_folders(std::move(folders))
     , m_allowedRoots(std::move(allowedRoots))
     , m_pool(pool)
+    , m_problems(problems)
 {
 }
 
@@ -37,8 +39,7 @@ UuidText* StringFiles::uuidText(const Uuid& uuid)
     const auto [place, isNew] = m_uuidTexts.try_emplace(uuid);
     if (isNew) {
         const std::string name = hexText(uuid);
-        const auto path = find(name.substr(0, 2), name.substr(2));
-        if (!path.empty())
+        if (const auto path = find(uuid, name.substr(0, 2), name.substr(2)); !path.empty())
             place->second = accepted(UuidText::open(path, uuid, m_pool));
     }
     return place->second.get();
@@ -48,8 +49,7 @@ SharedCache* StringFiles::sharedCache(const Uuid& uuid)
 {
     const auto [place, isNew] = m_sharedCaches.try_emplace(uuid);
     if (isNew) {
-        const auto path = find("DSC", hexText(uuid));
-        if (!path.empty())
+        if (const auto path = find(uuid, "DSC", hexText(uuid)); !path.empty())
             place->second = accepted(SharedCache::open(path, m_pool));
     }
     return place->second.get();
@@ -57,10 +57,16 @@ SharedCache* StringFiles::sharedCache(const Uuid& uuid)
 
 /// Null for a file that failed to open, or whose tables are more than the budget allows.
 template <typename StringFile>
-std::unique_ptr<StringFile> StringFiles::accepted(Result<std::unique_ptr<StringFile>> opened)
+std::unique_ptr<StringFile> StringFiles::accepted(StoreResult<std::unique_ptr<StringFile>> opened)
 {
-    if (!opened || m_tableBytes + (*opened)->tableBytes() > tableBudget)
+    if (!opened) {
+        m_problems.add({ProblemKind::DamagedStrings, opened.error().name, opened.error().error});
         return nullptr;
+    }
+    if (m_tableBytes + (*opened)->tableBytes() > tableBudget) {
+        m_problems.add({ProblemKind::DamagedStrings, (*opened)->path().string()});
+        return nullptr;
+    }
     m_tableBytes += (*opened)->tableBytes();
     (*opened)->formats().countIn(m_formatBytes);
     return std::move(*opened);
@@ -95,13 +101,17 @@ const StringFiles::NameMap& StringFiles::listing(const std::filesystem::path& fo
     const auto [place, isNew] = m_listings.try_emplace(folder);
     if (!isNew)
         return place->second;
-    if (const auto items = listFolder(folder, m_allowedRoots))
+    const auto items = listFolder(folder, m_allowedRoots);
+    if (!items)
+        m_problems.add(items.error());
+    else
         for (const auto& path : *items)
             place->second.emplace(upperCase(path.filename().string()), path);
     return place->second;
 }
 
-std::filesystem::path StringFiles::find(const std::string& folderName, const std::string& fileName)
+std::filesystem::path
+StringFiles::find(const Uuid& uuid, const std::string& folderName, const std::string& fileName)
 {
     for (const auto& base : m_folders) {
         const auto [first, last] = listing(base).equal_range(folderName);
@@ -111,6 +121,7 @@ std::filesystem::path StringFiles::find(const std::string& folderName, const std
                 return file->second;
         }
     }
+    m_problems.add({ProblemKind::MissingStrings, uuid.text()});
     return {};
 }
 

@@ -15,7 +15,7 @@ constexpr std::uint64_t mostEntries = 1 << 16;
 
 } // namespace
 
-Result<std::unique_ptr<UuidText>>
+StoreResult<std::unique_ptr<UuidText>>
 UuidText::open(const std::filesystem::path& path, const Uuid& uuid, TextPool& pool)
 {
     auto file = File::open(path);
@@ -23,7 +23,7 @@ UuidText::open(const std::filesystem::path& path, const Uuid& uuid, TextPool& po
         return tl::unexpected(file.error());
     std::unique_ptr<UuidText> text(new UuidText(path));
     if (!text->readTable(*file, uuid, pool))
-        return failure("“" + path.string() + "” is not a usable strings file.");
+        return storeProblem(ProblemKind::DamagedStrings, path);
     return text;
 }
 

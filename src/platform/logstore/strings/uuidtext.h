@@ -15,9 +15,10 @@ class UuidText
 {
 public:
     /// Reads the table and the path. Fails when the head or the table is damaged.
-    static Result<std::unique_ptr<UuidText>>
+    static StoreResult<std::unique_ptr<UuidText>>
     open(const std::filesystem::path& path, const Uuid& uuid, TextPool& pool);
 
+    const std::filesystem::path& path() const { return m_path; }
     const Image& image() const { return m_image; }
     std::size_t entryCount() const { return m_entries.size(); }
     std::size_t tableBytes() const { return m_entries.capacity() * sizeof(Entry); }

@@ -18,12 +18,16 @@ constexpr std::uint64_t longestFile = std::uint64_t{256} << 20;
 
 } // namespace
 
-TimeSync TimeSync::read(const std::vector<std::filesystem::path>& files)
+TimeSync TimeSync::read(const std::vector<std::filesystem::path>& files, StoreProblems& problems)
 {
     TimeSync times;
-    for (const auto& path : files)
-        if (const auto file = File::open(path))
-            times.addRecords(file->bytesAt(0, std::min(file->size(), longestFile)));
+    for (const auto& path : files) {
+        const auto file = File::open(path);
+        if (!file)
+            problems.add(file.error());
+        else if (!times.addRecords(file->bytesAt(0, std::min(file->size(), longestFile))))
+            problems.add({ProblemKind::DamagedTimes, path.string()});
+    }
     return times;
 }
 
@@ -33,7 +37,7 @@ TimeSync TimeSync::read(const std::vector<std::filesystem::path>& files)
 // 24  u32 numerator, u32 denominator             16  i64 wall time, ns
 // 32  i64 wall time of the boot, ns              24  i32 zone, u32 daylight saving
 // 40  i32 zone, u32 daylight saving
-void TimeSync::addRecords(Bytes file)
+bool TimeSync::addRecords(Bytes file)
 {
     Boot* current = nullptr;
     while (!file.empty()) {
@@ -43,7 +47,7 @@ void TimeSync::addRecords(Bytes file)
                                     : signature == syncSignature ? syncSize
                                                                  : 0;
         if (known == 0 || size < known || size > file.size())
-            return;
+            return false;
         ByteReader record(file.subspan(headSize, size - headSize));
         record.skip(4);
         if (signature == bootSignature) {
@@ -60,6 +64,7 @@ void TimeSync::addRecords(Bytes file)
         }
         file = file.subspan(size);
     }
+    return true;
 }
 
 const TimeSync::Boot* TimeSync::boot(const Uuid& uuid) const

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/logstore/bytes/bytereader.h"
+#include "platform/logstore/storeproblems.h"
 #include "platform/logstore/trace/bootclock.h"
 
 #include <filesystem>
@@ -13,8 +14,9 @@ namespace logstore {
 class TimeSync
 {
 public:
-    /// Reads the files in the given order. Damaged ones are read as far as they go.
-    static TimeSync read(const std::vector<std::filesystem::path>& files);
+    /// Reads the files in the given order. Damaged ones are read as far as they go; `problems`
+    /// takes their names.
+    static TimeSync read(const std::vector<std::filesystem::path>& files, StoreProblems& problems);
 
     struct Boot
     {
@@ -29,8 +31,8 @@ public:
     /// Null for a boot that no time file knows.
     const Boot* boot(const Uuid& uuid) const;
 
-    /// Adds the records of one file.
-    void addRecords(Bytes file);
+    /// Adds the records of one file. Returns false when they end before the file does.
+    bool addRecords(Bytes file);
 
 private:
     std::unordered_map<Uuid, Boot, UuidHash> m_boots;

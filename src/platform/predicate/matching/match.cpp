@@ -100,4 +100,11 @@ bool Match::matchesPattern(std::string_view pattern, std::string_view text, Fold
            && wholeMatches(m_lastPattern->regex.get(), regexText(text, folding), m_patternOverruns);
 }
 
+bool Match::gaveUp() const
+{
+    return m_patternOverruns > 0
+           || std::any_of(m_regexes.begin(), m_regexes.end(),
+                          [](const auto& regex) { return regex.second.overruns > 0; });
+}
+
 } // namespace predicate

@@ -40,6 +40,8 @@ public:
     bool matchesRegex(const Regex& compiled, std::string_view text, Folding folding);
     /// For a pattern that is known only now; false when it is none.
     bool matchesPattern(std::string_view pattern, std::string_view text, Folding folding);
+    /// Whether a regular expression has run out of time.
+    bool gaveUp() const;
 
 private:
     Value read(Field field);
