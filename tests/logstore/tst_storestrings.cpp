@@ -299,6 +299,8 @@ private Q_SLOTS:
             << inSharedCache(s.inFar) << Name(nameAt(s.inFar + 3)) << utf8("far");
         QTest::newRow("large shared cache")
             << inLargeSharedCache(s.inFar) << Name(nameAt(s.inFar)) << utf8("in far");
+        QTest::newRow("large shared cache, one number")
+            << withoutLarge(inLargeSharedCache(s.inFar)) << Name(nameAt(s.inFar)) << utf8("in far");
         QTest::newRow("large shared cache, name in another part")
             << inLargeSharedCache(s.inFar) << Name(nameAt(s.inMiddle)) << utf8("in middle");
         QTest::newRow("absolute") << absolute(load, s.inExtension) << Name(nameAt(s.inExtension))

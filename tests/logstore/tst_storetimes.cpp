@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "logstore/writtenstore.h"
+#include "platform/logstore/trace/bootclock.h"
 #include "support/testcase.h"
 
 #include <QTest>
@@ -280,7 +281,10 @@ private Q_SLOTS:
         WrittenStore store;
         store.boot.syncs = syncs;
         store.boot.wallTime = bootWall;
-        store.addRecords({store.message(20 * second, "last"), store.message(10 * second, "first")});
+        // The set that ends last is not the last one.
+        store.files.add(persist,
+                        store.trace({{{store.page({store.message(20 * second, "last")})}},
+                                     {{store.page({store.message(10 * second, "first")})}}}));
         const auto boundaries = boundariesOf(store.all());
         QCOMPARE(timeline(boundaries), expected);
         for (const Seen& each : boundaries) {
@@ -303,6 +307,26 @@ private Q_SLOTS:
         QCOMPARE(all.size(), std::size_t(4));
         QCOMPARE(all[2].message, QString::fromUtf8(adjusted));
         QCOMPARE(all[3].message, QStringLiteral("entry"));
+    }
+
+    void rangesHoldEveryMoment()
+    {
+        constexpr std::uint64_t length = 12;
+        for (const std::int64_t step : {-7, 5}) {
+            const logstore::BootClock clock(testUuid(1), 1, 1, {0, 100},
+                                            {{3, 100 + 3 + step}, {6, 100}, {9, 109 + 3 * step}});
+            for (std::uint64_t first = 0; first < length; ++first) {
+                std::int64_t earliest = clock.wallTime(first);
+                std::int64_t latest = earliest;
+                for (std::uint64_t last = first; last < length; ++last) {
+                    earliest = std::min(earliest, clock.wallTime(last));
+                    latest = std::max(latest, clock.wallTime(last));
+                    const logstore::TimeRange range = clock.wallRange(first, last);
+                    QCOMPARE(range.earliest, earliest);
+                    QCOMPARE(range.latest, latest);
+                }
+            }
+        }
     }
 
     void lyingIndexLosesNothing_data()
