@@ -180,6 +180,10 @@ QWidget* ControlRows::startEditor()
             [this](const QDateTime& date) { m_state.theStartDate = date; });
     connect(&m_state, &ContentState::theStartDateChanged, start,
             [this, start] { start->setDateTime(m_state.theStartDate); });
+    connect(start, &StartEditor::secondsPasted, &m_state,
+            [this](const QString& seconds) { m_state.theSecs = seconds; });
+    // The fetch uses what the field shows then.
+    connect(&m_state, &ContentState::fetchBegins, start, &QDateTimeEdit::interpretText);
     return start;
 }
 

@@ -2,9 +2,14 @@
 #include "mainwindow/starteditor.h"
 
 #include <QApplication>
+#include <QCalendarWidget>
 #include <QClipboard>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QRegularExpression>
+#include <QTimeZone>
+
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -12,16 +17,39 @@ namespace {
 
 const QString pattern = u"yyyy-MM-dd HH:mm"_s;
 
-/// The start that a text begins with; the text of a row goes on with seconds and more.
-QDateTime pastedStart(const QString& text)
+/// A time in the user's zone that clocks have shown: when they are put forward, the time that was
+/// passed over is the moment that follows it.
+QDateTime shownTime(const QDate& date, const QTime& time)
 {
-    const QString start = text.trimmed().left(pattern.size());
-    return QDateTime::fromString(QString(start).replace(u'T', u' '), pattern);
+    return QDateTime::fromMSecsSinceEpoch(QDateTime(date, time).toMSecsSinceEpoch());
 }
 
-bool isDigit(const QString& typed)
+/// The seconds east of Greenwich that a text such as +0130, -05:00 or Z gives.
+std::optional<int> zoneOffset(QString zone)
 {
-    return typed.size() == 1 && typed.front() >= u'0' && typed.front() <= u'9';
+    if (zone.isEmpty())
+        return std::nullopt;
+    if (zone == u'Z')
+        return 0;
+    zone.remove(u':');
+    const int seconds = (zone.mid(1, 2).toInt() * 60 + zone.mid(3, 2).toInt()) * 60;
+    return zone.startsWith(u'-') ? -seconds : seconds;
+}
+
+/// In the user's zone. The zone at the end of a row's time is the one that was in force when the
+/// entries were fetched, at any date; so with today's offset it is the user's own clock time.
+QDateTime localTime(const QDate& date, const QTime& time, std::optional<int> offset)
+{
+    if (!offset || *offset == QDateTime::currentDateTime().offsetFromUtc())
+        return shownTime(date, time);
+    return QDateTime(date, time, Qt::UTC).addSecs(-*offset).toLocalTime();
+}
+
+/// The digit of any script that was typed, as ASCII, else nothing.
+QString typedDigit(const QString& typed)
+{
+    const int value = typed.size() == 1 ? typed.front().digitValue() : -1;
+    return value < 0 ? QString() : QString::number(value);
 }
 
 } // namespace
@@ -29,20 +57,60 @@ bool isDigit(const QString& typed)
 StartEditor::StartEditor(const QDateTime& date, QWidget* parent) : QDateTimeEdit(date, parent)
 {
     setLayoutDirection(Qt::LeftToRight); // else its parts change places
+    setLocale(QLocale::c());
     setDisplayFormat(pattern);
+    setCorrectionMode(CorrectToNearestValue); // has fixup() called
     setCalendarPopup(true);
+    calendarWidget()->setLocale(QLocale());
+}
+
+void StartEditor::fixup(QString& input) const
+{
+    static const QRegularExpression form(
+        u"^\\s*(\\d*)\\s*-\\s*(\\d*)\\s*-\\s*(\\d*)\\s+(\\d*)\\s*:\\s*(\\d*)\\s*$"_s);
+    const QRegularExpressionMatch parts = form.match(input);
+    const QDateTime before = dateTime();
+    const auto part = [&parts](int number, int otherwise) {
+        bool isNumber = false;
+        const int value = parts.captured(number).toInt(&isNumber);
+        return isNumber ? value : otherwise;
+    };
+    const bool isWholeYear = parts.captured(1).size() == 4;
+    const QDate oldDay = before.date();
+    const QDate day(isWholeYear ? part(1, 0) : oldDay.year(), part(2, oldDay.month()),
+                    part(3, oldDay.day()));
+    const QTime time(part(4, before.time().hour()), part(5, before.time().minute()));
+    input = shownTime(day.isValid() ? day : oldDay, time.isValid() ? time : before.time())
+                .toString(pattern);
+}
+
+bool StartEditor::paste(const QString& text)
+{
+    static const QRegularExpression form(
+        u"^\\s*(\\d{4}-\\d\\d-\\d\\d)[ T](\\d\\d:\\d\\d)"
+        "(?::(\\d\\d)(?:[.,]\\d*)?)?\\s*(Z|[+-]\\d\\d:?\\d\\d)?"_s);
+    const QRegularExpressionMatch parts = form.match(text);
+    const QDate date = QDate::fromString(parts.captured(1), Qt::ISODate);
+    const QTime time = QTime::fromString(parts.captured(2), Qt::ISODate);
+    if (!date.isValid() || !time.isValid())
+        return false;
+    setDateTime(localTime(date, time, zoneOffset(parts.captured(4))));
+    if (!parts.captured(3).isEmpty())
+        Q_EMIT secondsPasted(parts.captured(3));
+    return true;
 }
 
 void StartEditor::keyPressEvent(QKeyEvent* event)
 {
-    if (event->matches(QKeySequence::Paste)) {
-        const QDateTime start = pastedStart(QApplication::clipboard()->text());
-        if (start.isValid())
-            return setDateTime(start);
-    }
+    if (event->matches(QKeySequence::Paste) && paste(QApplication::clipboard()->text()))
+        return;
+    const QString digit = typedDigit(event->text());
+    if (digit.isEmpty())
+        return QDateTimeEdit::keyPressEvent(event);
     // In a whole date and time without a selection a digit would be one too many and be refused.
     const bool isWhole = lineEdit()->text().size() == pattern.size();
-    if (isDigit(event->text()) && isWhole && !lineEdit()->hasSelectedText())
+    if (isWhole && !lineEdit()->hasSelectedText())
         setSelectedSection(currentSection());
-    QDateTimeEdit::keyPressEvent(event);
+    QKeyEvent ascii(event->type(), event->key(), event->modifiers(), digit, event->isAutoRepeat());
+    QDateTimeEdit::keyPressEvent(&ascii);
 }

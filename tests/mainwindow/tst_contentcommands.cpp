@@ -97,6 +97,21 @@ private Q_SLOTS:
         QVERIFY(enabled().contains(u"reduce"_s));
     }
 
+    void fetchUsesTheShownStart()
+    {
+        auto* const start = find<QDateTimeEdit>(u"start"_s);
+        start->setDateTime(QDateTime(QDate(2024, 3, 7), QTime(14, 13)));
+        start->setFocus();
+        start->setSelectedSection(QDateTimeEdit::MinuteSection);
+        QTest::keyClicks(start, u"5"_s);
+        m_window->commands().getLog->trigger();
+        QCOMPARE(start->text(), u"2024-03-07 14:05"_s);
+        QCOMPARE(m_window->state().logger().theDate().time(), QTime(14, 5));
+        QApplication::clipboard()->setText(u"2024-03-07 14:06:09.5+0000"_s);
+        QTest::keySequence(start, QKeySequence::Paste);
+        QCOMPARE(find<QLineEdit>(u"seconds"_s)->text(), u"09"_s);
+    }
+
     void fetchCanBeClosed()
     {
         useDemonstration();
