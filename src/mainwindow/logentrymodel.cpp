@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "mainwindow/logentrymodel.h"
 
+#include "platform/desktop/documenttext.h"
+
 #include <limits>
 
 using namespace Qt::StringLiterals;
@@ -21,6 +23,7 @@ QString toolTip(const LogEntry& entry)
         const bool halvesAPair = text.at(longestToolTip - 1).isHighSurrogate();
         text = text.left(longestToolTip - (halvesAPair ? 1 : 0)) + u" …"_s;
     }
+    replaceDirectionControls(text);
     return u"<p style=\"white-space:pre-wrap\">"_s + text.toHtmlEscaped() + u"</p>"_s;
 }
 

@@ -56,6 +56,7 @@ void MessageRowDelegate::paint(QPainter* painter,
 {
     const FieldColours colours(option.palette);
     painter->save();
+    painter->setLayoutDirection(Qt::LeftToRight); // as the log is written, in every language
     paintBackground(*painter, option, colours);
 
     const qreal left = option.rect.left() + margin;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "mainwindow/rowlayout.h"
 
+#include "platform/desktop/documenttext.h"
+
 #include <QFontInfo>
 #include <QTextLayout>
 
@@ -30,7 +32,7 @@ QString beginning(std::string_view utf8, qsizetype characters)
     while (size < utf8.size() && size > 0
            && (static_cast<unsigned char>(utf8[size]) & 0xC0) == 0x80)
         --size;
-    QString text = QString::fromUtf8(utf8.data(), static_cast<qsizetype>(size));
+    QString text = utf16(utf8.substr(0, size));
     if (text.size() <= limit && size == utf8.size())
         return text;
     text.truncate(limit);
@@ -41,9 +43,11 @@ QString beginning(std::string_view utf8, qsizetype characters)
     return text;
 }
 
-/// Control characters have no look of their own: tabs become a blank, others their pictures.
+/// Control characters have no look of their own: tabs become a blank, others their pictures. Those
+/// that would turn the direction of the text are replaced.
 void showControls(QString& text)
 {
+    replaceDirectionControls(text);
     constexpr char16_t controlPictures = 0x2400;
     constexpr char16_t deletePicture = 0x2421;
     for (QChar& c : text) {

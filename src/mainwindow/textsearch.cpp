@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "mainwindow/textsearch.h"
 
+#include "model/text.h"
 #include "platform/base/utf8.h"
 
 #include <QTextBoundaryFinder>
@@ -123,8 +124,7 @@ bool TextSearch::hasTwin(std::string_view utf8) const
 
 bool TextSearch::isInByCharacters(std::string_view utf8) const
 {
-    const QString text =
-        searchForm(QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size())));
+    const QString text = searchForm(utf16(utf8));
     QTextBoundaryFinder characters(QTextBoundaryFinder::Grapheme, text);
     const auto isBoundary = [&](qsizetype position) {
         characters.setPosition(position);

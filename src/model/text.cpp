@@ -19,10 +19,18 @@ Text::Text(const QString& text) : Text(text.toStdString())
 {
 }
 
+QString utf16(std::string_view utf8)
+{
+    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+    QString marks;
+    for (; utf8.starts_with(byteOrderMark); utf8.remove_prefix(byteOrderMark.size()))
+        marks += QChar(QChar::ByteOrderMark);
+    return marks + QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
 QString Text::toString() const
 {
-    const std::string_view bytes = utf8();
-    return QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
+    return utf16(utf8());
 }
 
 void Text::destroy()

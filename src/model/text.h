@@ -8,6 +8,9 @@
 #include <string_view>
 #include <utility>
 
+/// The text that valid UTF-8 stands for. Unlike QString::fromUtf8(), keeps U+FEFF at the beginning.
+QString utf16(std::string_view utf8);
+
 /// An immutable, implicitly shared text in UTF-8, one pointer wide. Entry lists hold seventeen
 /// texts an entry, most of them equal to those of other entries: a QString in each place would more
 /// than double the list. Not for more than one thread.

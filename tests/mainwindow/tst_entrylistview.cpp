@@ -146,6 +146,18 @@ private Q_SLOTS:
         QTRY_VERIFY(m_list->horizontalScrollBar()->maximum() < longest);
     }
 
+    void rowsAreTheSameWhereOthersReadFromTheRight()
+    {
+        const auto back = qScopeGuard([] { QGuiApplication::setLayoutDirection(Qt::LeftToRight); });
+        QList<LogEntry> entries{sampleLogMessage()};
+        entries.front().composedMessage = u"(1) שלום, done."_s;
+        show(entries);
+        const QImage before = m_list->viewport()->grab().toImage();
+        QGuiApplication::setLayoutDirection(Qt::RightToLeft);
+        QCOMPARE(m_list->viewport()->grab().toImage(), before);
+        show(m_entries);
+    }
+
     void typingDoesNotSearch()
     {
         click(0);

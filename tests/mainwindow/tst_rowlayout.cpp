@@ -95,6 +95,13 @@ private Q_SLOTS:
             << u"a\u2028b\u2029"_s << QStringList{u"a"_s, u"[⏎]"_s, u"b"_s, u"[⏎]"_s};
         QTest::addRow("tab is a blank") << u"a\tb"_s << QStringList{u"a b"_s};
         QTest::addRow("other controls are pictures") << u"\x1b[0m\x7f"_s << QStringList{u"␛[0m␡"_s};
+        QTest::addRow("changes of direction are seen")
+            << u"a\u202Eb\u2066c"_s << QStringList{u"a\uFFFDb\uFFFDc"_s};
+        QTest::addRow("mark at the beginning stays")
+            << u"\uFEFF\uFEFFa"_s << QStringList{u"\uFEFF\uFEFFa"_s};
+        const QString long3999(3999, u'a');
+        QTest::addRow("pair at the limit is not halved")
+            << QString(long3999 + u"😀b"_s) << QStringList{long3999 + u'…'};
         QTest::addRow("emoji forms stand alone")
             << u"a ▶\uFE0F b"_s << QStringList{u"a "_s, u"▶\uFE0F"_s, u" b"_s};
         QTest::addRow("emoji of two units")

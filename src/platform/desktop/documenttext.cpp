@@ -26,6 +26,14 @@ QString asHeldByEditor(QString text)
 
 } // namespace
 
+void replaceDirectionControls(QString& text)
+{
+    for (QChar& c : text) {
+        if ((c >= u'\u202A' && c <= u'\u202E') || (c >= u'\u2066' && c <= u'\u2069'))
+            c = QChar::ReplacementCharacter;
+    }
+}
+
 QString exactText(const QTextDocument* document)
 {
     return document->toRawText().replace(QChar::ParagraphSeparator, u'\n');

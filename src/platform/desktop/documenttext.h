@@ -7,6 +7,10 @@
 
 class QTextDocument;
 
+/// Puts U+FFFD in the place of each character that embeds, overrides or isolates a direction: text
+/// from a log or a file name could otherwise turn the sentence round that it stands in.
+void replaceDirectionControls(QString& text);
+
 /// The text of an editor, given its document, to the character. (QTextDocument::toPlainText() turns
 /// no-break spaces and line separators into other characters.)
 QString exactText(const QTextDocument* document);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/desktop/qtalerts.h"
 
+#include "platform/desktop/documenttext.h"
+
 #include <QApplication>
 #include <QLabel>
 #include <QMessageBox>
@@ -39,8 +41,10 @@ void showWithExcerpt(QMessageBox& box, const QString& message, const QString& in
 
 } // namespace
 
-void QtAlerts::critical(const QString& message, const QString& informativeText)
+void QtAlerts::critical(const QString& message, const QString& description)
 {
+    QString informativeText = description;
+    replaceDirectionControls(informativeText);
     QMessageBox box(QMessageBox::Critical, QApplication::applicationDisplayName(), {},
                     QMessageBox::Ok, QApplication::activeWindow());
     box.setObjectName(u"alert"_s);

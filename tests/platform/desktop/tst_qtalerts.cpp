@@ -30,7 +30,7 @@ private Q_SLOTS:
             QVERIFY(box != nullptr);
             wasShown = true;
             QCOMPARE(box->text(), u"An error occurred:"_s);
-            QCOMPARE(box->informativeText(), u"<b>markup</b> is text"_s);
+            QCOMPARE(box->informativeText(), u"<b>markup</b> is \uFFFDtext"_s);
             for (const QString& label : {u"qt_msgbox_label"_s, u"qt_msgbox_informativelabel"_s})
                 QCOMPARE(box->findChild<QLabel*>(label)->textFormat(), Qt::PlainText);
             QCOMPARE(box->icon(), QMessageBox::Critical);
@@ -38,7 +38,7 @@ private Q_SLOTS:
             QCOMPARE(box->buttons().first()->text().remove(u'&'), u"OK"_s);
             QTest::mouseClick(box->buttons().first(), Qt::LeftButton);
         });
-        QtAlerts().critical(u"An error occurred:"_s, u"<b>markup</b> is text"_s);
+        QtAlerts().critical(u"An error occurred:"_s, u"<b>markup</b> is \u202Etext"_s);
         QVERIFY(wasShown);
     }
 
