@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/predicate/predicate.h"
-#include "support/predicatecases.h"
+#include "support/madeupentry.h"
 #include "support/testcase.h"
 
 #include <QElapsedTimer>
@@ -37,116 +37,70 @@ private Q_SLOTS:
 
     void depth_data()
     {
-        QTest::addColumn<QByteArray>("before");
-        QTest::addColumn<QByteArray>("inside");
-        QTest::addColumn<QByteArray>("behind");
-        QTest::newRow("parentheses around a condition") << "("_ba
-                                                        << "1 == 1"_ba
-                                                        << ")"_ba;
-        QTest::newRow("NOT") << "NOT "_ba
-                             << "1 == 2"_ba
-                             << ""_ba;
-        QTest::newRow("braces") << "{"_ba
-                                << "1"_ba
-                                << "}"_ba;
-        QTest::newRow("unary minus") << "-"_ba
-                                     << "1 == 1"_ba
-                                     << ""_ba;
-        QTest::newRow("calls") << "abs:("_ba
-                               << "1"_ba
-                               << ")"_ba;
-        QTest::newRow("brackets") << "{1}["_ba
-                                  << "0"_ba
-                                  << "]"_ba;
+        QTest::addColumn<QString>("start");
+        QTest::addColumn<QString>("inside");
+        QTest::addColumn<QString>("end");
+        QTest::newRow("parentheses") << u"("_s << u"1 == 1"_s << u")"_s;
+        QTest::newRow("NOT") << u"NOT "_s << u"1 == 2"_s << u""_s;
+        QTest::newRow("braces") << u"{"_s << u"1"_s << u"}"_s;
+        QTest::newRow("unary minus") << u"-"_s << u"1 == 1"_s << u""_s;
+        QTest::newRow("calls") << u"abs:("_s << u"1"_s << u")"_s;
+        QTest::newRow("brackets") << u"{1}["_s << u"0"_s << u"]"_s;
     }
 
     void depth()
     {
-        QFETCH(const QByteArray, before);
-        QFETCH(const QByteArray, inside);
-        QFETCH(const QByteArray, behind);
+        QFETCH(const QString, start);
+        QFETCH(const QString, inside);
+        QFETCH(const QString, end);
         const auto nested = [&](int levels) {
-            const bool expression = !inside.contains('=');
-            std::string text = repeated(before.toStdString(), levels) + inside.toStdString();
-            text += repeated(behind.toStdString(), levels);
-            return expression ? text + " != 7" : text;
+            const QString text = start.repeated(levels) + inside + end.repeated(levels);
+            return (inside.contains(u'=') ? text : text + u" != 7"_s).toStdString();
         };
         const auto fits = build(nested(200));
         QVERIFY2(fits, fits ? "" : fits.error().sentence.c_str());
         Matcher(*fits).matches(MadeUpEntry());
-        const auto tooDeep = parse(nested(201));
-        QVERIFY(!tooDeep);
-        QCOMPARE(tooDeep.error().sentence, std::string("The predicate is nested too deeply."));
-    }
-
-    void tooDeepIsNotTriedAgain()
-    {
-        const auto tree = parse(repeated("(", 100'000));
-        QVERIFY(!tree);
-        QCOMPARE(tree.error().position, std::size_t{200});
-        const auto mixed = parse(repeated("(1+(-", 10'000));
-        QVERIFY(!mixed);
-        QCOMPARE(mixed.error().sentence, std::string("The predicate is nested too deeply."));
+        // Far too deep is no slower than just too deep: nothing is tried again.
+        for (const int levels : {201, 100'000}) {
+            const auto tooDeep = parse(nested(levels));
+            QVERIFY(!tooDeep);
+            QCOMPARE(tooDeep.error().sentence, std::string("The predicate is nested too deeply."));
+        }
     }
 
     void length_data()
     {
-        QTest::addColumn<QByteArray>("start");
-        QTest::addColumn<QByteArray>("piece");
-        QTest::addColumn<QByteArray>("end");
-        QTest::newRow("AND") << "1 == 1"_ba
-                             << " AND processID == nil"_ba
-                             << ""_ba;
-        QTest::newRow("OR") << "eventMessage == 'm'"_ba
-                            << " || processID == 5"_ba
-                            << ""_ba;
-        QTest::newRow("sum") << "1"_ba
-                             << " + 1 - 1"_ba
-                             << " == 1"_ba;
-        QTest::newRow("power") << "1"_ba
-                               << " ** 1"_ba
-                               << " == 1"_ba;
-        QTest::newRow("list") << "'m' IN {eventMessage"_ba
-                              << ", 'x'"_ba
-                              << "}"_ba;
-        QTest::newRow("list of constants") << "eventMessage IN {'m'"_ba
-                                           << ", 'x'"_ba
-                                           << "}"_ba;
-        QTest::newRow("quantified list") << "ANY {'m'"_ba
-                                         << ", 'x'"_ba
-                                         << "} == eventMessage"_ba;
-        QTest::newRow("long list beside a long text")
-            << "NONE {process"_ba
-            << ", process"_ba
-            << "} CONTAINS '"_ba + QByteArray(100'000, 'x') + "'";
-        QTest::newRow("arguments") << "max:(1"_ba
-                                   << ", 0"_ba
-                                   << ") == 1"_ba;
-        QTest::newRow("blanks") << "1 == 1"_ba
-                                << "  \n"_ba
-                                << ""_ba;
-        QTest::newRow("text") << "'m"_ba
-                              << "mmm"_ba
-                              << "' CONTAINS eventMessage"_ba;
-        QTest::newRow("elements of elements") << "{{1}}[processID]"_ba
-                                              << "[0]"_ba
-                                              << " == nil"_ba;
-        QTest::newRow("product") << "0"_ba
-                                 << " * size / 1"_ba
-                                 << " == nil"_ba;
-        QTest::newRow("closed parentheses") << "1 == 1"_ba
-                                            << " AND (1 == 1)"_ba
-                                            << ""_ba;
+        QTest::addColumn<QString>("start");
+        QTest::addColumn<QString>("piece");
+        QTest::addColumn<QString>("end");
+        const auto row = [](const QString& start, const QString& piece, const QString& end) {
+            QTest::newRow(qPrintable(start + piece)) << start << piece << end;
+        };
+        row(u"1 == 1"_s, u" AND processID == nil"_s, u""_s);
+        row(u"eventMessage == 'm'"_s, u" || processID == 5"_s, u""_s);
+        row(u"1 == 1"_s, u" AND (1 == 1)"_s, u""_s);
+        row(u"1"_s, u" + 1 - 1"_s, u" == 1"_s);
+        row(u"1"_s, u" ** 1"_s, u" == 1"_s);
+        row(u"0"_s, u" * size / 1"_s, u" == nil"_s);
+        row(u"'m' IN {eventMessage"_s, u", 'x'"_s, u"}"_s);
+        row(u"eventMessage IN {'m'"_s, u", 'x'"_s, u"}"_s);
+        row(u"ANY {'m'"_s, u", 'x'"_s, u"} == eventMessage"_s);
+        row(u"NONE {process"_s, u", process"_s,
+            u"} CONTAINS '"_s + QString(100'000, u'x') + u"'"_s);
+        row(u"max:(1"_s, u", 0"_s, u") == 1"_s);
+        row(u"1 == 1"_s, u"  \n"_s, u""_s);
+        row(u"'m"_s, u"mmm"_s, u"' CONTAINS eventMessage"_s);
+        row(u"{{1}}[processID]"_s, u"[0]"_s, u" == nil"_s);
+        row(u"eventMessage MATCHES 'm"_s, u"|x"_s, u"'"_s);
     }
 
     void length()
     {
-        QFETCH(const QByteArray, start);
-        QFETCH(const QByteArray, piece);
-        QFETCH(const QByteArray, end);
+        QFETCH(const QString, start);
+        QFETCH(const QString, piece);
+        QFETCH(const QString, end);
         constexpr int count = 50'000; // more than the stack holds if each took a call
-        const auto built =
-            build(start.toStdString() + repeated(piece.toStdString(), count) + end.toStdString());
+        const auto built = build((start + piece.repeated(count) + end).toStdString());
         QVERIFY2(built, built ? "" : built.error().sentence.c_str());
         QVERIFY(Matcher(*built).matches(withMessage("m")));
     }

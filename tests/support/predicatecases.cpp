@@ -5,140 +5,117 @@
 #include "platform/predicate/matching/fieldtable.h"
 #include "platform/predicate/predicate.h"
 #include "platform/predicate/text/datetext.h"
+#include "support/madeupentry.h"
+#include "support/predicateprinter.h"
 
+#include <boost/json.hpp>
 #include <fstream>
-#include <rapidjson/document.h>
-#include <rapidjson/error/en.h>
 
 using namespace predicate;
 
-void MadeUpEntry::set(Field field, const Value& value)
-{
-    m_values[field] = value.isText() ? Value::text(m_texts.emplace_back(value.asText())) : value;
-}
-
-Value MadeUpEntry::field(Field field) const
-{
-    const auto found = m_values.find(field);
-    return found == m_values.end() ? Value() : found->second;
-}
-
 namespace {
 
-using Json = rapidjson::Value;
+namespace json = boost::json;
 
-std::string textOf(const Json& json)
+std::string textOf(const json::value& value)
 {
-    return {json.GetString(), json.GetStringLength()};
+    return std::string(value.as_string());
 }
 
-std::int64_t dateOf(const Json& json)
+std::int64_t dateOf(const json::value& value)
 {
-    return readDate(textOf(json), {}).value_or(0);
+    return readDate(textOf(value), {}).value_or(0);
 }
 
-Constant argumentOf(const Json& json)
+Constant argumentOf(const json::value& value)
 {
-    if (json.IsBool())
-        return {json.GetBool()};
-    if (json.IsInt64())
-        return {json.GetInt64()};
-    if (json.IsUint64())
-        return {json.GetUint64()};
-    if (json.IsDouble())
-        return {json.GetDouble()};
-    if (json.IsString())
-        return {textOf(json)};
-    if (json.IsObject())
-        return {Date{dateOf(json["date"])}};
-    if (!json.IsArray())
-        return {Nil{}};
+    switch (value.kind()) {
+    case json::kind::bool_: return {value.get_bool()};
+    case json::kind::int64: return {value.get_int64()};
+    case json::kind::uint64: return {value.get_uint64()};
+    case json::kind::double_: return {value.get_double()};
+    case json::kind::string: return {textOf(value)};
+    case json::kind::null: return {Nil{}};
+    case json::kind::object:
+        if (value.get_object().contains("real")) // JSON has no NaN
+            return {std::stod(textOf(value.at("real")))};
+        return {Date{dateOf(value.at("date"))}};
+    case json::kind::array: break;
+    }
     Constant::List list;
-    for (const Json& element : json.GetArray())
+    for (const json::value& element : value.get_array())
         list.push_back(argumentOf(element));
     return {std::move(list)};
 }
 
-Value integerOf(const Json& json)
+Value uuidOf(const std::string& text)
 {
-    if (json.IsUint64())
-        return Value::unsignedInteger(json.GetUint64());
-    return json.IsInt64() ? Value::integer(json.GetInt64())
-                          : Value::unsignedInteger(std::stoull(textOf(json)));
+    Value::UuidBytes bytes{};
+    std::string digits;
+    std::remove_copy(text.begin(), text.end(), std::back_inserter(digits), '-');
+    for (std::size_t i = 0; i < bytes.size() && digits.size() == 2 * bytes.size(); ++i)
+        bytes[i] = static_cast<std::uint8_t>(std::stoul(digits.substr(2 * i, 2), nullptr, 16));
+    return Value::uuid(bytes);
 }
 
-Value fieldValueOf(Types types, const Json& json, const std::string& text)
+Value fieldValueOf(Types types, const json::value& value)
 {
-    if ((types & type::anyText) != 0)
-        return Value::text(text);
+    if (!value.is_string())
+        return value.is_uint64() ? Value::unsignedInteger(value.get_uint64())
+                                 : Value::integer(value.as_int64());
+    if (types == type::text)
+        return Value::text(value.get_string());
+    if (types == type::uuid)
+        return uuidOf(textOf(value));
     if (types == type::date)
-        return Value::date(dateOf(json));
-    if ((types & type::symbolic) != 0 && json.IsString())
-        return symbolicValue(types, text).value_or(Value());
-    return integerOf(json);
+        return Value::date(dateOf(value));
+    if ((types & type::symbolic) != 0)
+        return symbolicValue(types, value.get_string()).value_or(Value());
+    return Value::unsignedInteger(std::stoull(textOf(value))); // beyond what a double can hold
 }
 
-EntryKind kindOf(const std::string& name)
+struct KindRow
 {
-    if (name == "activity")
-        return EntryKind::Activity;
-    if (name == "boundary")
-        return EntryKind::Boundary;
-    return name == "signpost" ? EntryKind::Signpost : EntryKind::Log;
+    std::string_view name;
+    EntryKind kind;
+    std::optional<int> eventType;
+};
+
+constexpr KindRow kinds[] = {
+    {"log", EntryKind::Log, eventtype::log},
+    {"activity", EntryKind::Activity, eventtype::activityCreate},
+    {"boundary", EntryKind::Boundary, {}},
+    {"signpost", EntryKind::Signpost, eventtype::signpost},
+    {"other", EntryKind::Other, {}},
+};
+
+Field fieldOf(std::string_view name)
+{
+    const auto field = fieldNamed(name);
+    return field ? *field : throw std::invalid_argument("no field " + std::string(name));
 }
 
-void setEventType(MadeUpEntry& entry)
+MadeUpEntry entryOf(const json::object& members)
 {
-    switch (*entry.kind()) {
-    case EntryKind::Log: return entry.set(Field::Type, Value::integer(eventtype::log));
-    case EntryKind::Activity:
-        return entry.set(Field::Type, Value::integer(eventtype::activityCreate));
-    case EntryKind::Signpost: return entry.set(Field::Type, Value::integer(eventtype::signpost));
-    default: return;
-    }
-}
-
-Result<MadeUpEntry> entryOf(const Json& json)
-{
-    MadeUpEntry entry(kindOf(textOf(json["kind"])));
-    setEventType(entry);
-    for (const auto& member : json.GetObject()) {
-        const std::string name = textOf(member.name);
-        if (name == "kind")
-            continue;
-        const auto field = fieldNamed(name);
-        if (!field)
-            return failure("there is no field " + name);
-        const std::string text = member.value.IsString() ? textOf(member.value) : std::string();
-        entry.set(*field, fieldValueOf(fieldInfo(*field).types, member.value, text));
+    const std::string_view kind = members.contains("kind") ? members.at("kind").as_string() : "log";
+    const auto* row = std::find_if(std::begin(kinds), std::end(kinds),
+                                   [&](const KindRow& known) { return known.name == kind; });
+    MadeUpEntry entry(row == std::end(kinds) ? throw std::invalid_argument("kind") : row->kind);
+    if (row->eventType)
+        entry.set(Field::Type, Value::integer(*row->eventType));
+    for (const auto& [name, value] : members) {
+        if (name != "kind")
+            entry.set(fieldOf(name), fieldValueOf(fieldInfo(fieldOf(name)).types, value));
     }
     return entry;
 }
 
-Result<PredicateCase> caseOf(const Json& json)
+Fields fieldsOf(const json::value& names)
 {
-    PredicateCase out;
-    out.id = textOf(json["id"]);
-    out.predicate = textOf(json["predicate"]);
-    if (json.HasMember("args"))
-        out.arguments = std::get<Constant::List>(argumentOf(json["args"]).value);
-    if (json.HasMember("now"))
-        out.now = dateOf(json["now"]);
-    if (json.HasMember("parses")) {
-        out.binds = json["binds"].GetBool();
-        return out;
-    }
-    auto entry = entryOf(json["entry"]);
-    if (!entry)
-        return tl::unexpected(entry.error());
-    out.entry = *std::move(entry);
-    if (json["expect"].IsBool())
-        out.matches = json["expect"].GetBool();
-    if (json.HasMember("stage"))
-        out.errorStage = textOf(json["stage"]);
-    if (json.HasMember("position"))
-        out.errorPosition = json["position"].GetUint64();
-    return out;
+    Fields fields;
+    for (const json::value& name : names.as_array())
+        fields.set(static_cast<std::size_t>(fieldOf(name.as_string())));
+    return fields;
 }
 
 std::string described(const PredicateError& error)
@@ -147,48 +124,175 @@ std::string described(const PredicateError& error)
            + std::to_string(error.position) + ": " + error.sentence;
 }
 
-std::string errorShortfall(const PredicateCase& wanted, const PredicateError& error)
+std::string unlessEqual(const std::string& found, const std::string& wanted)
 {
-    const bool stageHolds = wanted.errorStage == (error.stage == Stage::Parse ? "parse" : "bind");
-    const bool positionHolds = !wanted.errorPosition || *wanted.errorPosition == error.position;
-    return stageHolds && positionHolds ? std::string() : described(error);
+    return found == wanted ? std::string() : found;
+}
+
+/// One file's cases, tried one after the other. Each test returns what came instead of what had to,
+/// or an empty text.
+class Cases
+{
+public:
+    std::string tryLine(const json::object& line);
+
+private:
+    const json::value* member(const char* name) const { return m_case->if_contains(name); }
+    BuildSettings settings() const;
+    const json::object& entryMembers() const;
+    std::string tryError(const PredicateError& error) const;
+    std::string tryAlert() const;
+    std::string tryPrinted(const Tree& tree) const;
+    std::string tryBuilt(const Predicate& built) const;
+    std::string tryPredicate() const;
+    std::string tryOrder() const;
+
+    const json::object* m_case = nullptr;
+    std::map<std::string, json::object> m_entries;
+};
+
+BuildSettings Cases::settings() const
+{
+    BuildSettings settings;
+    if (const json::value* now = member("now"))
+        settings.now = dateOf(*now);
+    if (const json::value* offset = member("utcOffset"))
+        settings.utcOffset = [seconds = offset->as_int64()](std::int64_t) { return seconds; };
+    return settings;
+}
+
+const json::object& Cases::entryMembers() const
+{
+    static const json::object none;
+    const json::value* entry = member("entry");
+    if (entry == nullptr)
+        return none;
+    return entry->is_object() ? entry->get_object() : m_entries.at(textOf(*entry));
+}
+
+std::string Cases::tryError(const PredicateError& error) const
+{
+    const json::value* stage = member("stage");
+    const json::value* position = member("position");
+    const json::value* sentence = member("error");
+    const json::value* binds = member("binds");
+    const bool expected =
+        (stage != nullptr && textOf(*stage) == (error.stage == Stage::Parse ? "parse" : "bind"))
+        || (binds != nullptr && !binds->as_bool() && error.stage == Stage::Bind);
+    const bool placed = position == nullptr || position->to_number<std::size_t>() == error.position;
+    const bool said = sentence == nullptr || textOf(*sentence) == error.sentence;
+    return expected && placed && said ? std::string() : described(error);
+}
+
+std::string Cases::tryAlert() const
+{
+    const PredicateError error{Stage::Parse, member("position")->to_number<std::size_t>(), "Why."};
+    return unlessEqual(alertText(error, textOf(*member("predicate"))), textOf(*member("alert")));
+}
+
+std::string Cases::tryPrinted(const Tree& tree) const
+{
+    const Printed once = print(tree);
+    const auto again = parse(once.text, once.arguments);
+    if (!again || !(*again == tree))
+        return "what is printed parses to another tree: " + once.text;
+    const json::value* printed = member("printed");
+    return printed == nullptr ? std::string() : unlessEqual(once.text, textOf(*printed));
+}
+
+std::string Cases::tryBuilt(const Predicate& built) const
+{
+    const MadeUpEntry entry = entryOf(entryMembers());
+    const auto name = [](bool value) { return std::string(value ? "true" : "false"); };
+    if (const json::value* possible = member("possible")) {
+        const PartOfEntry part(entry, fieldsOf(*member("known")));
+        return unlessEqual(name(Matcher(built).possible(part)), name(possible->as_bool()));
+    }
+    if (const json::value* names = member("looksAt")) {
+        const Fields wanted = fieldsOf(*names);
+        for (std::size_t i = 0; i < fieldCount; ++i) {
+            if (built.looksAt(static_cast<Field>(i)) != wanted[i])
+                return "the fields are others";
+        }
+    }
+    if (const json::value* binds = member("binds"))
+        return binds->as_bool() ? std::string() : "it binds";
+    const json::value* expected = member("expect");
+    if (expected == nullptr)
+        return member("stage") == nullptr ? std::string() : "it builds";
+    const std::string wanted = expected->is_bool() ? name(expected->get_bool()) : "error";
+    return unlessEqual(name(Matcher(built).matches(entry)), wanted);
+}
+
+std::string Cases::tryPredicate() const
+{
+    const json::value* args = member("args");
+    const Constant arguments = args == nullptr ? Constant{Constant::List{}} : argumentOf(*args);
+    const auto tree =
+        parse(textOf(*member("predicate")), std::get<Constant::List>(arguments.value));
+    if (!tree)
+        return tryError(tree.error());
+    const std::string printed = tryPrinted(*tree);
+    if (!printed.empty() || member("printed") != nullptr)
+        return printed;
+    const auto built = bind(*tree, settings());
+    return built ? tryBuilt(*built) : tryError(built.error());
+}
+
+/// Every two constants, by every operator that orders.
+std::string Cases::tryOrder() const
+{
+    const json::array& constants = member("ascending")->as_array();
+    for (std::size_t i = 0; i < constants.size(); ++i) {
+        for (std::size_t j = i; j < constants.size(); ++j) {
+            const std::string a = textOf(constants[i]);
+            const std::string b = textOf(constants[j]);
+            const std::string text =
+                a + " <= " + b + " AND " + b + " >= " + a + " AND NOT " + a + " > " + b
+                + " AND NOT " + b + " < " + a + " AND " + a + " BETWEEN {" + a + ", " + b + "} AND "
+                + (i == j ? a + " == " + b
+                          : a + " < " + b + " AND " + b + " > " + a + " AND " + a + " != " + b
+                                + " AND NOT " + b + " <= " + a + " AND NOT " + a + " >= " + b);
+            const auto built = build(text, {}, settings());
+            if (!built || !Matcher(*built).matches(MadeUpEntry()))
+                return text;
+        }
+    }
+    return {};
+}
+
+std::string Cases::tryLine(const json::object& line)
+{
+    m_case = &line;
+    if (const json::value* name = member("define")) {
+        m_entries[textOf(*name)] = line.at("entry").as_object();
+        return {};
+    }
+    if (member("ascending") != nullptr)
+        return tryOrder();
+    return member("alert") == nullptr ? tryPredicate() : tryAlert();
 }
 
 } // namespace
 
-Result<std::vector<PredicateCase>> readPredicateCases(const std::filesystem::path& file)
+Result<CaseOutcomes> tryPredicateCases(const std::filesystem::path& file)
 {
     std::ifstream in(file);
     if (!in)
         return failure(file.string() + " can't be read.");
-    std::vector<PredicateCase> cases;
+    CaseOutcomes outcomes;
+    Cases cases;
     std::string line;
-    for (int number = 1; std::getline(in, line); ++number) {
-        rapidjson::Document json;
-        json.Parse(line.data(), line.size());
-        const std::string place = file.string() + ", line " + std::to_string(number) + ": ";
-        if (json.HasParseError())
-            return failure(place + rapidjson::GetParseError_En(json.GetParseError()));
-        auto read = caseOf(json);
-        if (!read)
-            return failure(place + read.error().description);
-        cases.push_back(*std::move(read));
+    while (std::getline(in, line)) {
+        ++outcomes.cases;
+        std::string instead;
+        try {
+            instead = cases.tryLine(json::parse(line).as_object());
+        } catch (const std::exception& error) {
+            instead = error.what();
+        }
+        if (!instead.empty())
+            outcomes.failures.push_back(line + "\n    " + instead);
     }
-    return cases;
-}
-
-std::string shortfall(const PredicateCase& wanted)
-{
-    const auto tree = parse(wanted.predicate, wanted.arguments);
-    if (!tree)
-        return errorShortfall(wanted, tree.error());
-    const auto built = bind(*tree, {wanted.now, {}});
-    if (wanted.binds)
-        return built.has_value() == *wanted.binds ? ""
-               : built                            ? "it binds"
-                                                  : described(built.error());
-    if (!built)
-        return errorShortfall(wanted, built.error());
-    const bool matches = Matcher(*built).matches(wanted.entry);
-    return wanted.matches == matches ? "" : matches ? "true" : "false";
+    return outcomes;
 }

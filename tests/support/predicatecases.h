@@ -2,57 +2,33 @@
 #pragma once
 
 #include "platform/base/result.h"
-#include "platform/predicate/matching/entryfields.h"
-#include "platform/predicate/syntax/constant.h"
 
-#include <deque>
 #include <filesystem>
-#include <map>
-#include <optional>
 #include <string>
 #include <vector>
 
-/// An entry made up of named values; what it was not given is nil.
-class MadeUpEntry : public predicate::EntryFields
+/// What a file of predicate cases says against the code.
+struct CaseOutcomes
 {
-public:
-    explicit MadeUpEntry(predicate::EntryKind kind = predicate::EntryKind::Log) : m_kind(kind) {}
-
-    // The values point into the texts, which moving leaves where they are.
-    MadeUpEntry(MadeUpEntry&&) = default;
-    MadeUpEntry& operator=(MadeUpEntry&&) = default;
-    MadeUpEntry(const MadeUpEntry&) = delete;
-    MadeUpEntry& operator=(const MadeUpEntry&) = delete;
-    ~MadeUpEntry() override = default;
-
-    void set(predicate::Field field, const predicate::Value& value);
-
-    std::optional<predicate::EntryKind> kind() const override { return m_kind; }
-    predicate::Value field(predicate::Field field) const override;
-
-private:
-    predicate::EntryKind m_kind;
-    std::map<predicate::Field, predicate::Value> m_values;
-    std::deque<std::string> m_texts;
+    std::size_t cases = 0;
+    std::vector<std::string> failures; ///< a text for each case that does not hold
 };
 
-/// One line of a case file: a predicate and what must come of it.
-struct PredicateCase
-{
-    std::string id;
-    std::string predicate;
-    predicate::Arguments arguments;
-    std::int64_t now = 0;
-
-    MadeUpEntry entry;
-    std::optional<bool> matches; ///< what it must be for the entry
-    std::string errorStage;      ///< "parse" or "bind" when it must fail
-    std::optional<std::size_t> errorPosition;
-    std::optional<bool> binds; ///< instead of an entry: it must parse, and bind or not
-};
-
-/// The cases of a file with a JSON object in each line.
-Result<std::vector<PredicateCase>> readPredicateCases(const std::filesystem::path& file);
-
-/// What came instead of what had to, or an empty text when the case holds.
-std::string shortfall(const PredicateCase& predicateCase);
+/// Tries the cases of a file with a JSON object in each line. A case has a `predicate`, which may
+/// have `args`, and some of these:
+///
+///   name, id            for people
+///   expect              what it must be for the `entry`: true, false or "error"
+///   entry               an object of fields, or the name of one that an earlier line defined
+///   now, utcOffset      the moment and the seconds ahead of UTC that it is built with
+///   error               the sentence that building must fail with
+///   stage, position     where building must fail: "parse" or "bind", and a place in the text
+///   parses, binds       that it must parse, and bind or not
+///   printed             the text that its tree is printed as
+///   looksAt             the fields that it asks for
+///   known, possible     whether it is possible when only these fields of the entry are known
+///   alert               the text of an alert about a mistake at the position, which says “Why.”
+///
+/// Instead of a predicate a line may have `ascending`: constants, each less than all that follow.
+/// A line with `define` gives an entry a name.
+Result<CaseOutcomes> tryPredicateCases(const std::filesystem::path& file);

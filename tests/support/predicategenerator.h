@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "support/predicatecases.h"
+#include "support/madeupentry.h"
 
 #include <random>
 #include <string>
