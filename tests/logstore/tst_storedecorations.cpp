@@ -75,8 +75,9 @@ private Q_SLOTS:
         row("digits that are left out", "%{bytes}d %{bytes}d %{iec-bytes}d %{iec-bytes}d",
             {number<i32>(10'049), number<i32>(123'900), number<i32>(1000), number<i32>(2'700'123)},
             "10.0 kB 123 kB 0.98 KiB 2.57 MiB");
-        row("numbers below zero", "%{bytes}d %{bytes}u %{iec-bytes}lld",
-            {number<i32>(-1), number<i32>(-1), number<std::int64_t>(-1)}, "18.4 EB 4.29 GB 16 EiB");
+        row("numbers below zero", "%{bytes}d %{bytes}u %{iec-bytes}lld %{iec-bytes}c",
+            {number<i32>(-1), number<i32>(-1), number<std::int64_t>(-1), number<std::int8_t>(-1)},
+            "18.4 EB 4.29 GB 16 EiB 16 EiB");
         row("bytes just below a step", "%{bytes}d %{bytes}d %{iec-bytes}d",
             {number<i32>(999'499), number<i32>(999'999), number<i32>(1023 * 1024)},
             "999 kB 1000 kB 1 MiB");
@@ -138,11 +139,14 @@ private Q_SLOTS:
             "__##__signpost.telemetry#____#number1#_##_#5.88671875##__##");
         row("description", "%{signpost.description:attribute}@", {object("value")},
             "__##__signpost.description#____#attribute#_##_#value##__##");
-        row("description beside another decoration",
-            "%{errno,signpost.description:a,public}d|%{signpost.telemetry:b}s",
-            {number<i32>(2), noBytes(ItemKind::Text)},
+        row("descriptions beside another decoration",
+            "%{errno,signpost.description:a,public}d|%{signpost.telemetry:b}s|"
+            "%{signpost.telemetry:c,bytes}f",
+            {number<i32>(2), noBytes(ItemKind::Text), number(1.5)},
             "__##__signpost.description#____#a#_##_#[2: No such file or directory]##__##|"
-            "__##__signpost.telemetry#____#b#_##_###__##");
+            "__##__signpost.telemetry#____#b#_##_###__##|"
+            "__##__signpost.telemetry#____#c#_##_#<decode: mismatch for "
+            "[%{signpost.telemetry:c,bytes}f] got [SCALAR sz:8]>##__##");
     }
 
     void decoratedNumbers() { compareMessage(); }
@@ -223,6 +227,7 @@ private Q_SLOTS:
                "127.0.0.1:8080");
         socket("socket without port", b.u8(16).u8(2).zeros(2).bytes(home).zeros(9), "127.0.0.1");
         socket("socket that is too short", b.u8(15).u8(2).zeros(14), unfit);
+        socket("socket without room for a family", b.u8(1).u8(1).zeros(14), unfit);
         socket("socket longer than its bytes", b.u8(17).u8(2).zeros(14), unfit);
         socket("long socket", b.u8(28).u8(30).zeros(21).u8(1).zeros(4), "::1");
         socket("long socket with a port", b.u8(28).u8(30).u8(1).u8(0xbb).zeros(19).u8(1).zeros(4),
