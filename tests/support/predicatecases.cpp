@@ -6,7 +6,6 @@
 #include "platform/predicate/predicate.h"
 #include "platform/predicate/text/datetext.h"
 #include "support/madeupentry.h"
-#include "support/predicateprinter.h"
 
 #include <boost/json.hpp>
 #include <fstream>
@@ -142,7 +141,7 @@ private:
     const json::object& entryMembers() const;
     std::string tryError(const PredicateError& error) const;
     std::string tryAlert() const;
-    std::string tryPrinted(const Tree& tree) const;
+    std::string trySame(const Tree& tree) const;
     std::string tryBuilt(const Predicate& built) const;
     std::string tryPredicate() const;
     std::string tryOrder() const;
@@ -190,14 +189,10 @@ std::string Cases::tryAlert() const
     return unlessEqual(alertText(error, textOf(*member("predicate"))), textOf(*member("alert")));
 }
 
-std::string Cases::tryPrinted(const Tree& tree) const
+std::string Cases::trySame(const Tree& tree) const
 {
-    const Printed once = print(tree);
-    const auto again = parse(once.text, once.arguments);
-    if (!again || !(*again == tree))
-        return "what is printed parses to another tree: " + once.text;
-    const json::value* printed = member("printed");
-    return printed == nullptr ? std::string() : unlessEqual(once.text, textOf(*printed));
+    const auto same = parse(textOf(*member("same")));
+    return same && *same == tree ? std::string() : "the trees differ";
 }
 
 std::string Cases::tryBuilt(const Predicate& built) const
@@ -232,9 +227,8 @@ std::string Cases::tryPredicate() const
         parse(textOf(*member("predicate")), std::get<Constant::List>(arguments.value));
     if (!tree)
         return tryError(tree.error());
-    const std::string printed = tryPrinted(*tree);
-    if (!printed.empty() || member("printed") != nullptr)
-        return printed;
+    if (member("same") != nullptr)
+        return trySame(*tree);
     const auto built = bind(*tree, settings());
     return built ? tryBuilt(*built) : tryError(built.error());
 }

@@ -24,7 +24,7 @@ struct CaseOutcomes
 ///   error               the sentence that building must fail with
 ///   stage, position     where building must fail: "parse" or "bind", and a place in the text
 ///   parses, binds       that it must parse, and bind or not
-///   printed             the text that its tree is printed as
+///   same                another text that parses to the same tree
 ///   looksAt             the fields that it asks for
 ///   known, possible     whether it is possible when only these fields of the entry are known
 ///   alert               the text of an alert about a mistake at the position, which says “Why.”
