@@ -10,6 +10,8 @@ std::string PredicateGenerator::text()
     static const std::vector<std::string> pieces = {
         "a",      "b",      "A", "B", "k",       "K", "s",      "S",      "ab", " ",
         "\u017F", "\u212A", "é", "É", "e\u0301", "ß", "\u03A3", "\u03C2", "日", "📍"};
+    if (!m_texts.empty())
+        return oneOf(m_texts);
     std::string out;
     for (std::size_t count = below(5); count > 0; --count)
         out += oneOf(pieces);

@@ -11,7 +11,12 @@
 class PredicateGenerator
 {
 public:
-    explicit PredicateGenerator(unsigned seed) : m_random(seed) {}
+    /// Texts are among `texts` when there are any.
+    explicit PredicateGenerator(unsigned seed, std::vector<std::string> texts = {})
+        : m_random(seed)
+        , m_texts(std::move(texts))
+    {
+    }
 
     /// `depth` bounds how deep conditions and expressions stand in one another.
     std::string condition(int depth);
@@ -40,4 +45,5 @@ private:
     std::string quotedText();
 
     std::mt19937 m_random;
+    std::vector<std::string> m_texts;
 };
