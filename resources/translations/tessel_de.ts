@@ -661,6 +661,14 @@ Freie Software unter der MIT-Lizenz.</translation>
         <source>The folder “%1” for the demonstration store cannot be made: %2.</source>
         <translation>Der Ordner „%1“ für den Demonstrationsspeicher kann nicht angelegt werden: %2.</translation>
     </message>
+    <message>
+        <source>Another program is using it</source>
+        <translation>Ein anderes Programm benutzt sie</translation>
+    </message>
+    <message>
+        <source>It cannot be read, or is damaged</source>
+        <translation>Sie kann nicht gelesen werden oder ist beschädigt</translation>
+    </message>
 </context>
 <context>
     <name>GenTab</name>
@@ -1181,8 +1189,8 @@ Soll hineingeschrieben werden?</translation>
         <translation>Die Einstellungsdatei „%1“ kann nicht gelesen werden. Alle Einstellungen beginnen wie neu installiert, und Änderungen gelten, bis Tessel beendet wird.</translation>
     </message>
     <message>
-        <source>The settings file “%1” cannot be written. Changes of settings last until Tessel quits.</source>
-        <translation>Die Einstellungsdatei „%1“ kann nicht geschrieben werden. Geänderte Einstellungen gelten, bis Tessel beendet wird.</translation>
+        <source>The settings cannot be saved; changes last until Tessel quits. %1</source>
+        <translation>Die Einstellungen können nicht gesichert werden; Änderungen gelten, bis Tessel beendet wird. %1</translation>
     </message>
 </context>
 <context>

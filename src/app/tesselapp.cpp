@@ -89,6 +89,11 @@ void TesselApp::startUp()
     connect(&defaults, &UserDefaults::failed, this, &TesselApp::showAlert);
     for (const QString& told : std::as_const(waiting))
         showAlert(told);
+    // Saved here at the end, where there is still somebody to tell that it failed.
+    connect(qApp, &QCoreApplication::aboutToQuit, this, [&defaults] {
+        defaults.save();
+        QCoreApplication::sendPostedEvents(&defaults, QEvent::MetaCall);
+    });
 }
 
 void TesselApp::runStartUpChecks()

@@ -1,18 +1,22 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QHash>
-#include <QObject>
-#include <QSettings>
-#include <QStringList>
+#include "platform/settingsfile.h"
 
+#include <QElapsedTimer>
+#include <QObject>
+#include <QStringList>
+#include <QTimer>
+
+#include <functional>
 #include <optional>
 
 /// Where the user's preferences live: "Tessel/Tessel.conf" in the user's configuration folder.
 QString preferencesFile();
 
 /// The per-user preferences store. A key is absent until it is first written; absent and empty
-/// differ for every type. Writes are on disk when the call returns.
+/// differ for every type. What is set is there at once, and on disk a moment after the last change,
+/// at latest when the store is destroyed.
 ///
 /// A file that cannot be read or written is left as it is: the store goes on in memory, with what
 /// could be read, and says so once.
@@ -23,6 +27,7 @@ class UserDefaults : public QObject
 public:
     /// Keeps the preferences in the file at `path`.
     explicit UserDefaults(const QString& path, QObject* parent = nullptr);
+    ~UserDefaults() override;
 
     std::optional<QString> string(const QString& key) const;
     std::optional<bool> boolean(const QString& key) const;
@@ -32,6 +37,12 @@ public:
     void set(const QString& key, bool value);
     void set(const QString& key, const QStringList& value);
 
+    /// Writes what is not on disk yet.
+    void save();
+    /// Runs `change`, which may read and set values, with no other process writing in between, and
+    /// saves.
+    void change(const std::function<void()>& change);
+
 Q_SIGNALS:
     /// A key was written with a value other than the one it had.
     void changed(const QString& key);
@@ -39,13 +50,13 @@ Q_SIGNALS:
     void failed(const QString& description);
 
 private:
-    QVariant value(const QString& key) const;
-    void write(const QString& key, const QVariant& value);
-    /// `sentences` have a place for the file's path.
-    void fail(const QString& sentences);
+    void write(const QString& key, const QStringList& value);
+    void saveSoon();
+    void check(const Result<void>& saved);
+    void fail(const QString& description);
 
-    QSettings m_settings;
-    /// Values that are not to reach the file: everything, once the file was found damaged.
-    std::optional<QHash<QString, QVariant>> m_memory;
+    SettingsFile m_file;
+    QTimer m_idle;
+    QElapsedTimer m_sinceUnsaved;
     bool m_saidFailed = false;
 };

@@ -11,7 +11,8 @@
 
 namespace {
 
-/// Calls `show` whenever the key is written, for as long as `control` lives.
+/// Calls `show` whenever the key is written, for as long as `control` lives. What was typed is on
+/// disk when the control's window is closed.
 template <typename Show>
 void follow(QObject* control, UserDefaults& defaults, QLatin1StringView key, Show show)
 {
@@ -20,6 +21,7 @@ void follow(QObject* control, UserDefaults& defaults, QLatin1StringView key, Sho
                          if (written == key)
                              show();
                      });
+    QObject::connect(control, &QObject::destroyed, &defaults, &UserDefaults::save);
 }
 
 QString storedText(const UserDefaults& defaults, const preferences::TextKey& preference)

@@ -63,10 +63,13 @@ bool appendPredicate(UserDefaults& defaults, const QString& name)
     if (name.isEmpty() || text.isEmpty())
         return false;
     // Read afresh, so that nothing that was stored since the window opened is lost.
-    const PredicateLibrary stored = PredicateLibrary::load(defaults);
-    defaults.set(preferences::predList.key, stored.predList + QStringList{withPlainQuotes(text)});
-    defaults.set(preferences::predNames.key, stored.predNames + QStringList{name});
-    defaults.set(preferences::predicateText.key, QString());
+    defaults.change([&] {
+        const PredicateLibrary stored = PredicateLibrary::load(defaults);
+        defaults.set(preferences::predList.key,
+                     stored.predList + QStringList{withPlainQuotes(text)});
+        defaults.set(preferences::predNames.key, stored.predNames + QStringList{name});
+        defaults.set(preferences::predicateText.key, QString());
+    });
     return true;
 }
 

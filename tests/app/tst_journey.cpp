@@ -75,10 +75,8 @@ private Q_SLOTS:
         const QString glossed = gloss->toPlainText();
         QVERIFY(glossed.startsWith(u"Look: "_s) && glossed.size() > 100);
 
-        // Under another name: settings of one file are one in a process.
-        QVERIFY(QFile::copy(m_fixture.path(u"preferences.ini"_s), m_fixture.path(u"again.ini"_s)));
-        m_fixture.end();
-        UserDefaults defaults(m_fixture.path(u"again.ini"_s));
+        m_fixture.end(); // which saves what its windows hold
+        UserDefaults defaults(m_fixture.path(u"preferences.ini"_s));
         const Platform& fake = m_fixture.platform.platform;
         TesselApp again(m_fixture.surroundings(
             {fake.panels, fake.alerts, defaults, fake.logStores, fake.processes, fake.clock}));

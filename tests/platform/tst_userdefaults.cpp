@@ -2,10 +2,17 @@
 #include "platform/userdefaults.h"
 #include "support/testcase.h"
 
+#include <QDir>
 #include <QFile>
+#include <QSettings>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -19,27 +26,40 @@ QByteArray fileBytes(const QString& path)
 
 void addTexts()
 {
-    QTest::addColumn<QString>("text");
-    QTest::newRow("empty") << u""_s;
-    QTest::newRow("spaces") << u"  a  "_s;
-    QTest::newRow("only a space") << u" "_s;
-    QTest::newRow("commas") << u"a, b,,c,"_s;
-    QTest::newRow("quotation marks") << u"subsystem == \"com.apple.TimeMachine\" 'x' “y”"_s;
-    QTest::newRow("line ends") << u"one\ntwo\r\nthree\rfour\n"_s;
-    QTest::newRow("leading at sign") << u"@Invalid()"_s;
-    QTest::newRow("at sign and variant") << u"@Variant(x)"_s;
-    QTest::newRow("two at signs") << u"@@"_s;
-    QTest::newRow("reserved characters") << u"[a]; #b = %20 \\n \\x41 ~"_s;
-    QTest::newRow("tab and escape") << u"\t\u001b[0m\u0007\u0001f"_s;
-    QTest::newRow("all low controls")
-        << u"\u0001\u0002\u0003\u0004\u0005\u0006\u0007\b\t\n\u000b\f\r\u000e\u000f\u0010\u001f"_s;
-    QTest::newRow("delete and high controls") << u"\u007f\u0080\u0085\u009f\u00a0"_s;
-    QTest::newRow("control before a hexadecimal digit") << u"\u0001a\u00022\u0003f"_s;
-    QTest::newRow("separators") << u"\u2028\u2029\ufeff\ufffd\uffff"_s;
-    QTest::newRow("leading byte-order mark") << u"\ufeffa\ue0fe0\ue0fe1\ufeff"_s;
-    QTest::newRow("byte-order mark after what is escaped") << u"\"\ufeffa"_s;
-    QTest::newRow("astral") << u"🥎📍𐐷 a\U0010FFFD"_s;
-    QTest::newRow("combining") << u"e\u0301 ⬅\ufe0e ➤➤"_s;
+    QTest::addColumn<QStringList>("list");
+    QTest::newRow("empty") << QStringList{u""_s};
+    QTest::newRow("spaces") << QStringList{u"  a  "_s};
+    QTest::newRow("only a space") << QStringList{u" "_s};
+    QTest::newRow("commas") << QStringList{u"a, b,,c,"_s};
+    QTest::newRow("quotation marks")
+        << QStringList{u"subsystem == \"com.apple.TimeMachine\" 'x' “y”"_s};
+    QTest::newRow("line ends") << QStringList{u"one\ntwo\r\nthree\rfour\n"_s};
+    QTest::newRow("leading at sign") << QStringList{u"@Invalid()"_s};
+    QTest::newRow("at sign and variant") << QStringList{u"@Variant(x)"_s};
+    QTest::newRow("two at signs") << QStringList{u"@@"_s};
+    QTest::newRow("reserved characters") << QStringList{u"[a]; #b = %20 \\n \\x41 ~"_s};
+    QTest::newRow("tab and escape") << QStringList{u"\t\u001b[0m\u0007\u0001f"_s};
+    QTest::newRow("all low controls") << QStringList{
+        u"\u0001\u0002\u0003\u0004\u0005\u0006\u0007\b\t\n\u000b\f\r\u000e\u000f\u0010\u001f"_s};
+    QTest::newRow("delete and high controls") << QStringList{u"\u007f\u0080\u0085\u009f\u00a0"_s};
+    QTest::newRow("control before a hexadecimal digit") << QStringList{u"\u0001a\u00022\u0003f"_s};
+    QTest::newRow("separators") << QStringList{u"\u2028\u2029\ufeff\ufffd\uffff"_s};
+    QTest::newRow("leading byte-order mark") << QStringList{u"\ufeffa\ue0fe0\ue0fe1\ufeff"_s};
+    QTest::newRow("byte-order mark after what is escaped") << QStringList{u"\"\ufeffa"_s};
+    QTest::newRow("astral") << QStringList{u"🥎📍𐐷 a\U0010FFFD"_s};
+    QTest::newRow("combining") << QStringList{u"e\u0301 ⬅\ufe0e ➤➤"_s};
+    QTest::newRow("none") << QStringList();
+    QTest::newRow("one with a comma") << QStringList{u"a, b"_s};
+    QTest::newRow("two empty texts") << QStringList{u""_s, u""_s};
+    QTest::newRow("empty last") << QStringList{u"a"_s, u""_s};
+    QTest::newRow("empty first") << QStringList{u""_s, u"a"_s};
+    QTest::newRow("commas and quotation marks")
+        << QStringList{u"a,b"_s, u"\"c\""_s, u","_s, u"\""_s};
+    QTest::newRow("at signs") << QStringList{u"@"_s, u"@@"_s, u"@Variant(x)"_s, u"a@"_s};
+    QTest::newRow("byte-order marks") << QStringList{u"\ufeff@"_s, u"\ue0fe"_s};
+    QTest::newRow("line ends and controls")
+        << QStringList{u"a\nb"_s, u"\r"_s, u"\u0001a"_s, u"\t"_s};
+    QTest::newRow("any writing") << QStringList{u"⬅\ufe0e [ … ]"_s, u"🥎"_s, u"𐐷"_s, u"é"_s};
 }
 
 } // namespace
@@ -65,41 +85,9 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(path()));
     }
 
-    void stringsComeBackExactly_data() { addTexts(); }
+    void textsComeBackExactly_data() { addTexts(); }
 
-    void stringsComeBackExactly()
-    {
-        QFETCH(QString, text);
-        {
-            UserDefaults defaults(path());
-            defaults.set(u"period"_s, text);
-            QCOMPARE(defaults.string(u"period"_s), text);
-        }
-        const UserDefaults defaults(pathForAnotherProcess());
-        QCOMPARE(defaults.string(u"period"_s), text);
-    }
-
-    void listsComeBackExactly_data()
-    {
-        QTest::addColumn<QStringList>("list");
-        QTest::newRow("none") << QStringList();
-        QTest::newRow("one empty text") << QStringList{u""_s};
-        QTest::newRow("one text") << QStringList{u"none"_s};
-        QTest::newRow("one with a comma") << QStringList{u"a, b"_s};
-        QTest::newRow("one with a leading at sign") << QStringList{u"@Invalid()"_s};
-        QTest::newRow("two empty texts") << QStringList{u""_s, u""_s};
-        QTest::newRow("empty last") << QStringList{u"a"_s, u""_s};
-        QTest::newRow("empty first") << QStringList{u""_s, u"a"_s};
-        QTest::newRow("commas and quotation marks")
-            << QStringList{u"a,b"_s, u"\"c\""_s, u","_s, u"\""_s};
-        QTest::newRow("at signs") << QStringList{u"@"_s, u"@@"_s, u"@Variant(x)"_s, u"a@"_s};
-        QTest::newRow("byte-order marks") << QStringList{u"\ufeff@"_s, u"\ue0fe"_s};
-        QTest::newRow("line ends and controls")
-            << QStringList{u"a\nb"_s, u"\r"_s, u"\u0001a"_s, u"\t"_s};
-        QTest::newRow("any writing") << QStringList{u"⬅\ufe0e [ … ]"_s, u"🥎"_s, u"𐐷"_s, u"é"_s};
-    }
-
-    void listsComeBackExactly()
+    void textsComeBackExactly()
     {
         QFETCH(QStringList, list);
         {
@@ -107,7 +95,17 @@ private Q_SLOTS:
             defaults.set(u"predList"_s, list);
             QCOMPARE(defaults.stringArray(u"predList"_s), list);
         }
-        const UserDefaults defaults(pathForAnotherProcess());
+        const UserDefaults defaults(path());
+        QCOMPARE(defaults.stringArray(u"predList"_s), list);
+    }
+
+    void readsWhatTheToolkitWrote_data() { addTexts(); }
+
+    void readsWhatTheToolkitWrote()
+    {
+        QFETCH(QStringList, list);
+        QSettings(path(), QSettings::IniFormat).setValue(u"predList"_s, list);
+        const UserDefaults defaults(path());
         QCOMPARE(defaults.stringArray(u"predList"_s), list);
     }
 
@@ -119,7 +117,7 @@ private Q_SLOTS:
             defaults.set(u"lightMode"_s, false);
             QCOMPARE(defaults.boolean(u"fullMode"_s), true);
         }
-        const UserDefaults defaults(pathForAnotherProcess());
+        const UserDefaults defaults(path());
         QCOMPARE(defaults.boolean(u"fullMode"_s), true);
         QCOMPARE(defaults.boolean(u"lightMode"_s), false);
     }
@@ -153,22 +151,54 @@ private Q_SLOTS:
         QCOMPARE(keys, (QStringList{u"period"_s, u"fullMode"_s, u"predList"_s, u"predList"_s}));
     }
 
-    void writesAreOnDiskAtOnce()
+    void writingWaitsForAPause()
     {
         UserDefaults defaults(path());
-        defaults.set(u"maxCount"_s, u"250"_s);
-        QVERIFY(fileBytes(path()).contains("maxCount=250\n"));
+        defaults.set(u"period"_s, u"1"_s);
+        QVERIFY(!QFile::exists(path()));
+        QTRY_COMPARE(fileBytes(path()), "[General]\nperiod=1\n");
+        defaults.set(u"period"_s, u"2"_s);
+        defaults.save();
+        QCOMPARE(fileBytes(path()), "[General]\nperiod=2\n");
     }
 
-    void twoStoresKeepEachOthersKeys()
+    void storesSeeEachOther()
     {
         UserDefaults first(path());
         UserDefaults second(path());
         first.set(u"period"_s, u"7"_s);
+        first.save();
+        QCOMPARE(second.string(u"period"_s), u"7"_s);
         second.set(u"maxCount"_s, u"9"_s);
-        const UserDefaults third(path());
-        QCOMPARE(third.string(u"period"_s), u"7"_s);
-        QCOMPARE(third.string(u"maxCount"_s), u"9"_s);
+        first.set(u"period"_s, u"8"_s);
+        first.save();
+        second.save();
+        QCOMPARE(first.string(u"maxCount"_s), u"9"_s);
+        QCOMPARE(second.string(u"period"_s), u"8"_s);
+    }
+
+    void changesAreMadeOneAfterTheOther()
+    {
+        UserDefaults first(path());
+        first.change([&] {
+            // Nobody else writes between reading and writing.
+            const QByteArray folder = QFile::encodeName(QFileInfo(path()).path());
+            const int other = ::open(folder.constData(), O_RDONLY | O_CLOEXEC);
+            QVERIFY(other >= 0 && ::flock(other, LOCK_EX | LOCK_NB) < 0);
+            ::close(other);
+            first.set(u"predNames"_s, QStringList{u"a"_s, u"b"_s});
+        });
+        QCOMPARE(UserDefaults(path()).stringArray(u"predNames"_s)->size(), 2);
+    }
+
+    void whatIsNotKnownStays()
+    {
+        const QByteArray others = "other=@Variant(\\0\\0)\n\n[later]\na\\b=\"x\"\n";
+        writeFile("; by hand\r\n[General]\r\n=empty\n" + others);
+        UserDefaults defaults(path());
+        defaults.set(u"fullMode"_s, true);
+        defaults.save();
+        QCOMPARE(fileBytes(path()), "[General]\nfullMode=true\n" + others);
     }
 
     void damagedFileIsLeftAlone_data()
@@ -195,6 +225,7 @@ private Q_SLOTS:
         QCOMPARE(defaults.string(u"maxCount"_s), u"9"_s); // what can be read is still used
         defaults.set(u"predList"_s, QStringList());
         defaults.set(u"period"_s, u"8"_s);
+        defaults.save();
         QCOMPARE(defaults.string(u"period"_s), u"8"_s);
         QCOMPARE(defaults.stringArray(u"predList"_s), QStringList());
         QCOMPARE(changed.count(), 2);
@@ -202,6 +233,19 @@ private Q_SLOTS:
         QCoreApplication::processEvents();
         QCOMPARE(failed.count(), 1);
         QCOMPARE(fileBytes(path()), bytes);
+    }
+
+    void whatIsNoFileIsNotRead()
+    {
+        QVERIFY(QDir(m_folder->path()).mkdir(u"Tessel"_s));
+        QCOMPARE(::mkfifo(QFile::encodeName(path()).constData(), 0600), 0);
+        UserDefaults defaults(path());
+        const QSignalSpy failed(&defaults, &UserDefaults::failed);
+        defaults.set(u"period"_s, u"8"_s);
+        defaults.save();
+        QCOMPARE(defaults.string(u"period"_s), u"8"_s);
+        QTRY_COMPARE(failed.count(), 1);
+        QVERIFY(failed.first().first().toString().contains(u"cannot be read."_s));
     }
 
     void unwritablePlaceIsSaidOnce()
@@ -212,11 +256,13 @@ private Q_SLOTS:
 
         UserDefaults defaults(path());
         const QSignalSpy failed(&defaults, &UserDefaults::failed);
-        defaults.set(u"period"_s, u"8"_s);
-        defaults.set(u"period"_s, u"9"_s);
+        for (const QString& period : {u"8"_s, u"9"_s}) {
+            defaults.set(u"period"_s, period);
+            defaults.save();
+        }
         QCOMPARE(defaults.string(u"period"_s), u"9"_s);
         QTRY_COMPARE(failed.count(), 1);
-        QVERIFY(failed.first().first().toString().contains(u"cannot be written."_s));
+        QVERIFY(failed.first().first().toString().contains(u"Not a directory."_s));
         QCoreApplication::processEvents();
         QCOMPARE(failed.count(), 1);
     }
@@ -232,14 +278,6 @@ private Q_SLOTS:
 
 private:
     QString path() const { return m_folder->filePath(u"Tessel/Tessel.conf"_s); }
-
-    /// A copy of the file as it is on disk now. QSettings keeps what it has read of a path for as
-    /// long as the process lives, so only another path shows what a new process will read.
-    QString pathForAnotherProcess() const
-    {
-        const QString copy = m_folder->filePath(u"copy.conf"_s);
-        return QFile::copy(path(), copy) ? copy : QString();
-    }
 
     void writeFile(const QByteArray& bytes) const
     {

@@ -18,10 +18,6 @@ QString arrangementKey(const QString& identifier)
 
 } // namespace
 
-StateFile::StateFile(const QString& path) : m_settings(path, QSettings::IniFormat)
-{
-}
-
 QString StateFile::defaultPath()
 {
     // The toolkit knows no such location.
@@ -33,9 +29,9 @@ QString StateFile::defaultPath()
 
 QString StateFile::lastFolder() const
 {
+    const QStringList stored = m_file.value(lastFolderKey).value_or(QStringList());
     for (const QString& folder :
-         {m_settings.value(lastFolderKey).toString(),
-          QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)})
+         {stored.value(0), QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)})
         if (!folder.isEmpty() && QDir(folder).exists())
             return folder;
     return QDir::homePath();
@@ -43,35 +39,49 @@ QString StateFile::lastFolder() const
 
 void StateFile::setLastFolder(const QString& path)
 {
-    m_settings.setValue(lastFolderKey, path);
+    keep(lastFolderKey, {{path}});
 }
 
 QStringList StateFile::recentFiles() const
 {
-    return m_settings.value(recentFilesKey).toStringList();
+    return m_file.value(recentFilesKey).value_or(QStringList());
 }
 
 void StateFile::addRecentFile(const QString& path)
 {
     constexpr qsizetype most = 10;
     const QString absolute = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
-    QStringList files = recentFiles();
-    files.removeAll(absolute);
-    files.prepend(absolute);
-    m_settings.setValue(recentFilesKey, files.mid(0, most));
+    // Read with the file locked: another process may be adding one.
+    static_cast<void>(m_file.change([&] {
+        QStringList files = recentFiles();
+        files.removeAll(absolute);
+        files.prepend(absolute);
+        m_file.set(recentFilesKey, files.mid(0, most));
+    }));
 }
 
 void StateFile::clearRecentFiles()
 {
-    m_settings.remove(recentFilesKey);
+    keep(recentFilesKey, std::nullopt);
 }
 
 QByteArray StateFile::arrangement(const QString& identifier) const
 {
-    return m_settings.value(arrangementKey(identifier)).toByteArray();
+    const QStringList stored = m_file.value(arrangementKey(identifier)).value_or(QStringList());
+    return *QByteArray::fromBase64Encoding(stored.value(0).toLatin1(),
+                                           QByteArray::AbortOnBase64DecodingErrors);
 }
 
 void StateFile::setArrangement(const QString& identifier, const QByteArray& state)
 {
-    m_settings.setValue(arrangementKey(identifier), state);
+    keep(arrangementKey(identifier), {{QString::fromLatin1(state.toBase64())}});
+}
+
+/// What cannot be kept is forgotten when Tessel quits, without a word: nobody asked to keep it.
+void StateFile::keep(const QString& key, const std::optional<QStringList>& value)
+{
+    if (m_file.value(key) == value)
+        return;
+    m_file.set(key, value);
+    static_cast<void>(m_file.save());
 }

@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QSettings>
-#include <QStringList>
+#include "platform/settingsfile.h"
 
 /// What the windows remember unasked, such as the last folder used and their geometry. Kept apart
 /// from the preferences, which hold what the user has set.
 class StateFile
 {
 public:
-    explicit StateFile(const QString& path);
+    explicit StateFile(const QString& path) : m_file(path) {}
     /// In the user's folder for application state.
     static QString defaultPath();
 
@@ -27,5 +26,7 @@ public:
     void setArrangement(const QString& identifier, const QByteArray& state);
 
 private:
-    QSettings m_settings;
+    void keep(const QString& key, const std::optional<QStringList>& value);
+
+    SettingsFile m_file;
 };
