@@ -24,7 +24,7 @@ bool isWrittenFile(int file)
 /// Whether this call fails; errno says why.
 bool fails(SystemCall call)
 {
-    if (!fault || fault->call != call || fault->times == 0)
+    if (!fault || fault->call != call || fault->error == 0 || fault->times == 0)
         return false;
     --fault->times;
     if (fault->error < 0)
