@@ -132,12 +132,81 @@ public:
         ++m_at;
         return value;
     }
+    void end() { m_at = SIZE_MAX / 2; }
     bool ok() const { return m_at <= m_bytes.size() * 2; }
 
 private:
     Bytes m_bytes;
     std::size_t m_at = 0;
 };
+
+/// The tokens of a chunk, one for each group.
+class TokenReader
+{
+public:
+    TokenReader(Bytes area, const std::array<Token, 16>& table, bool hasRuns)
+        : m_halves(area)
+        , m_table(table.data())
+        , m_hasRuns(hasRuns)
+    {
+    }
+
+    /// Goes to the token of the next group; `left` bytes are still to be made. False, from then on,
+    /// when there is none.
+    bool prepare(std::size_t left)
+    {
+        if (m_groups > 0)
+            return true;
+        m_token = m_table + m_halves.next();
+        std::size_t groups = 1;
+        if (m_hasRuns && left > groupSize && m_halves.peek() == runMark)
+            groups = runLength();
+        if (!m_halves.ok() || !m_token->isValid()) {
+            m_halves.end();
+            return false;
+        }
+        m_groups = groups;
+        return true;
+    }
+    const Token& token() const { return *m_token; }
+    void use() { --m_groups; }
+
+private:
+    std::size_t runLength()
+    {
+        m_halves.next();
+        std::size_t length = shortestRun;
+        unsigned more = runMark;
+        while (more == runMark) {
+            more = m_halves.next();
+            length += more;
+        }
+        return length;
+    }
+
+    HalfBytes m_halves;
+    const Token* m_table;
+    const Token* m_token = nullptr;
+    std::size_t m_groups = 0; ///< that the token still stands for
+    bool m_hasRuns;
+};
+
+template <typename T>
+T load(const std::uint8_t* from)
+{
+    T value;
+    std::memcpy(&value, from, sizeof value);
+    return value;
+}
+
+/// Eight bytes that repeat the first `distance` of these; fewer than eight.
+std::uint64_t repeated(std::uint64_t bytes, std::size_t distance)
+{
+    constexpr std::array<std::uint64_t, groupSize> factors{
+        0,           0x0101010101010101, 0x0001000100010001, 0x0001000001000001,
+        0x100000001, 0x10000000001,      0x1000000000001,    0x100000000000001};
+    return (bytes & ((std::uint64_t{1} << distance * 8) - 1)) * factors[distance];
+}
 
 /// Makes the output of one packed chunk.
 class ChunkExpander
@@ -146,12 +215,10 @@ public:
     /// The chunk must be sound.
     ChunkExpander(Bytes chunk, bool hasRuns)
         : m_chunk(chunk)
-        , m_literals(packedHeadSize)
-        , m_distances(load24(chunk, 6))
-        , m_bitmaps(load24(chunk, 9))
-        , m_tokens(chunk.subspan(load24(chunk, 12), chunk.size() - tableSize - load24(chunk, 12)))
         , m_table(readTable(chunk.last(tableSize), hasRuns))
-        , m_hasRuns(hasRuns)
+        , m_tokens(
+              chunk.first(chunk.size() - tableSize).subspan(load24(chunk, 12)), m_table, hasRuns)
+        , m_cursors{packedHeadSize, load24(chunk, 6), load24(chunk, 9), 0, groupSize}
     {
     }
 
@@ -170,106 +237,105 @@ public:
     bool expand(std::span<std::uint8_t> out, std::size_t at)
     {
         m_out = out;
-        m_at = at;
-        while (m_at < m_out.size()) {
-            const Token token = m_table[m_tokens.next()];
-            std::size_t groups = 1;
-            if (m_hasRuns && m_out.size() - m_at > groupSize && m_tokens.peek() == runMark)
-                groups = runLength();
-            if (!m_tokens.ok() || !token.isValid())
+        m_cursors.at = at;
+        while (m_cursors.at < m_out.size()) {
+            makeEasyGroups();
+            const std::size_t left = m_out.size() - m_cursors.at;
+            if (left > 0 && !(m_tokens.prepare(left) && makeGroup()))
                 return false;
-            for (; groups > 0 && m_at < m_out.size(); --groups)
-                if (!makeGroup(token))
-                    return false;
         }
         return true;
     }
 
 private:
-    std::size_t runLength()
+    struct Cursors
     {
-        m_tokens.next();
-        std::size_t length = shortestRun;
-        unsigned more = runMark;
-        while (more == runMark) {
-            more = m_tokens.next();
-            length += more;
-        }
-        return length;
-    }
+        std::size_t literals;
+        std::size_t distances;
+        std::size_t bitmaps;
+        std::size_t at; ///< in the output
+        std::size_t distance;
+    };
 
-    /// Makes eight bytes at once where as many lie ahead of every cursor and a copy does not
-    /// reach into its own group.
-    bool makeGroup(const Token& token)
+    /// Makes groups of eight bytes at once for as long as so many lie ahead of every cursor, and no
+    /// literal is copied within its own group.
+    void makeEasyGroups()
     {
-        const std::size_t lastRead = m_chunk.size() - groupSize;
-        if (m_literals > lastRead || m_distances > lastRead || m_bitmaps > lastRead
-            || m_out.size() - m_at < groupSize)
-            return makeGroupBytewise(token);
         const std::uint8_t* const chunk = m_chunk.data();
-        const unsigned bitmap = token.bitmap | (chunk[m_bitmaps] & token.bitmapMask);
-        m_distance = (m_distance & token.distanceKept)
-                     | (load<std::uint16_t>(chunk + m_distances) & token.distanceMask);
-        m_bitmaps += token.bitmapBytes;
-        m_distances += token.distanceBytes;
-        if (m_distance < groupSize || m_distance > m_at)
-            return fillBytewise(bitmap, groupSize);
-        const Spread& spread = spreads[bitmap];
-        const auto literals = load<std::uint64_t>(chunk + m_literals);
-        const auto copies = load<std::uint64_t>(m_out.data() + m_at - m_distance);
-        const std::uint64_t group =
-            (spread(literals) & spread.literals) | (copies & ~spread.literals);
-        std::memcpy(m_out.data() + m_at, &group, groupSize);
-        m_literals += spread.count;
-        m_at += groupSize;
-        return true;
+        std::uint8_t* const out = m_out.data();
+        const std::size_t lastRead = m_chunk.size() - groupSize;
+        Cursors next = m_cursors; // all that changes is local, or every group would store it
+        TokenReader tokens = m_tokens;
+        for (;;) {
+            const std::size_t left = m_out.size() - next.at;
+            if (left < groupSize
+                || std::max({next.literals, next.distances, next.bitmaps}) > lastRead
+                || !tokens.prepare(left))
+                break;
+            const Token& token = tokens.token();
+            const unsigned bitmap = token.bitmap | (chunk[next.bitmaps] & token.bitmapMask);
+            const std::size_t distance =
+                (next.distance & token.distanceKept)
+                | (load<std::uint16_t>(chunk + next.distances) & token.distanceMask);
+            if (distance - 1 >= next.at)
+                break;
+            auto copies = load<std::uint64_t>(out + next.at - distance);
+            if (distance < groupSize) {
+                if (bitmap != 0)
+                    break;
+                copies = repeated(copies, distance);
+            }
+            const Spread& spread = spreads[bitmap];
+            const std::uint64_t group =
+                (spread(load<std::uint64_t>(chunk + next.literals)) & spread.literals)
+                | (copies & ~spread.literals);
+            std::memcpy(out + next.at, &group, groupSize);
+            next = {next.literals + spread.count, next.distances + token.distanceBytes,
+                    next.bitmaps + token.bitmapBytes, next.at + groupSize, distance};
+            tokens.use();
+        }
+        m_cursors = next;
+        m_tokens = tokens;
     }
 
-    bool makeGroupBytewise(const Token& token)
+    bool makeGroup()
     {
-        if (m_chunk.size() - m_bitmaps < token.bitmapBytes
-            || m_chunk.size() - m_distances < token.distanceBytes)
+        const Token& token = m_tokens.token();
+        Cursors& next = m_cursors;
+        if (m_chunk.size() - next.bitmaps < token.bitmapBytes
+            || m_chunk.size() - next.distances < token.distanceBytes)
             return false;
         unsigned bitmap = token.bitmap;
         if (token.bitmapBytes > 0)
-            bitmap = m_chunk[m_bitmaps];
+            bitmap = m_chunk[next.bitmaps];
         if (token.distanceBytes > 0)
-            m_distance = token.distanceBytes == 1 ? m_chunk[m_distances]
-                                                  : loadAt<std::uint16_t>(m_chunk, m_distances);
-        m_bitmaps += token.bitmapBytes;
-        m_distances += token.distanceBytes;
-        return fillBytewise(bitmap, std::min(groupSize, m_out.size() - m_at));
+            next.distance = token.distanceBytes == 1
+                                ? m_chunk[next.distances]
+                                : loadAt<std::uint16_t>(m_chunk, next.distances);
+        next.bitmaps += token.bitmapBytes;
+        next.distances += token.distanceBytes;
+        m_tokens.use();
+        return makeBytes(bitmap, std::min(groupSize, m_out.size() - next.at));
     }
 
-    bool fillBytewise(unsigned bitmap, std::size_t size)
+    bool makeBytes(unsigned bitmap, std::size_t size)
     {
-        for (std::size_t i = 0; i < size; ++i, ++m_at) {
+        Cursors& next = m_cursors;
+        for (std::size_t i = 0; i < size; ++i, ++next.at) {
             const bool isLiteral = (bitmap >> i & 1) != 0;
-            if (isLiteral ? m_literals >= m_chunk.size() : m_distance == 0 || m_distance > m_at)
+            if (isLiteral ? next.literals >= m_chunk.size()
+                          : next.distance == 0 || next.distance > next.at)
                 return false;
-            m_out[m_at] = isLiteral ? m_chunk[m_literals++] : m_out[m_at - m_distance];
+            m_out[next.at] = isLiteral ? m_chunk[next.literals++] : m_out[next.at - next.distance];
         }
         return true;
     }
 
-    template <typename T>
-    static T load(const std::uint8_t* from)
-    {
-        T value;
-        std::memcpy(&value, from, sizeof value);
-        return value;
-    }
-
     Bytes m_chunk;
-    std::size_t m_literals;
-    std::size_t m_distances;
-    std::size_t m_bitmaps;
-    HalfBytes m_tokens;
     std::array<Token, 16> m_table;
-    std::size_t m_distance = groupSize;
+    TokenReader m_tokens;
+    Cursors m_cursors;
     std::span<std::uint8_t> m_out;
-    std::size_t m_at = 0;
-    bool m_hasRuns;
 };
 
 } // namespace
