@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 //
-// makearchive SOURCE.logarchive TARGET.logarchive MEGABYTES
+// makearchive SOURCE.logarchive TARGET.logarchive MEGABYTES [lzbitmap]
 //
 // Makes a large archive for measurements: the trace file of SOURCE over and over, each copy at
-// later times, spread over several boots and files of both Persist and Special.
+// later times, spread over several boots and files of both Persist and Special. Compressed with LZ4
+// when not told otherwise.
+#include "platform/logstore/trace/unpack.h"
 #include "platform/logstore/writer/bytebuilder.h"
 #include "platform/logstore/writer/chunk.h"
 #include "platform/logstore/writer/storefiles.h"
@@ -14,7 +16,6 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <lz4.h>
 #include <string>
 
 namespace fs = std::filesystem;
@@ -81,21 +82,8 @@ constexpr std::size_t aligned(std::size_t offset)
 Bytes unpacked(ByteView body)
 {
     Bytes content;
-    for (std::size_t at = 0; load<std::uint32_t>(body, at) != 0x24347662;) { // "bv4$"
-        if (load<std::uint32_t>(body, at) != 0x31347662)                     // "bv41"
-            stop("the source holds a block that is not compressed");
-        const auto size = load<std::uint32_t>(body, at + 4);
-        const auto block = part(body, at + 12, load<std::uint32_t>(body, at + 8));
-        const std::size_t start = content.size();
-        content.resize(start + size);
-        const int got = LZ4_decompress_safe_usingDict(
-            reinterpret_cast<const char*>(block.data()), reinterpret_cast<char*>(&content[start]),
-            static_cast<int>(block.size()), static_cast<int>(size),
-            reinterpret_cast<const char*>(content.data()), static_cast<int>(start));
-        if (got != static_cast<int>(size))
-            stop("the source holds a chunk set that does not decompress");
-        at += 12 + block.size();
-    }
+    if (logstore::unpackChunkSet(body, content) != logstore::Unpacked::Whole)
+        stop("the source holds a chunk set that does not decompress");
     return content;
 }
 
@@ -199,12 +187,13 @@ Bytes shifted(Bytes bytes, const std::vector<std::size_t>& times, std::uint64_t 
     return bytes;
 }
 
-void appendCopy(ByteBuilder& out, const Trace& trace, std::uint64_t shift)
+void appendCopy(ByteBuilder& out, const Trace& trace, Packing packing, std::uint64_t shift)
 {
     for (const auto& section : trace.sections) {
         appendChunk(out, CatalogChunk, shifted(section.catalog, section.times, shift));
         for (const auto& set : section.sets)
-            appendChunk(out, ChunkSetChunk, chunkSetBody(shifted(set.content, set.times, shift)));
+            appendChunk(out, ChunkSetChunk,
+                        chunkSetBody(shifted(set.content, set.times, shift), packing));
     }
 }
 
@@ -256,9 +245,10 @@ std::vector<Sync> hourlySyncs(const Boot& boot, std::uint64_t latest)
 class Multiplier
 {
 public:
-    Multiplier(const Trace& trace, fs::path target)
+    Multiplier(const Trace& trace, fs::path target, Packing packing)
         : m_trace(trace)
         , m_target(std::move(target))
+        , m_packing(packing)
         , m_step((trace.latest - trace.earliest) / 50 * 49) // copies overlap by a fiftieth
     {
         const auto seconds = load<std::int64_t>(trace.header, 16);
@@ -299,12 +289,13 @@ private:
         ByteBuilder out;
         appendHeader(out, m_trace, m_boot, m_trace.earliest + first * step + offset);
         for (std::size_t copy = first; copy < end; ++copy)
-            appendCopy(out, m_trace, copy * step + offset);
+            appendCopy(out, m_trace, m_packing, copy * step + offset);
         save(m_target / folder / logFileName(++m_files, "tracev3"), out.view());
     }
 
     const Trace& m_trace;
     fs::path m_target;
+    Packing m_packing;
     std::uint64_t m_step;
     Boot m_boot;
     std::size_t m_boots = 0;
@@ -325,8 +316,9 @@ void copyStrings(const fs::path& source, const fs::path& target)
 
 int main(int argc, char** argv)
 {
-    if (argc != 4)
-        stop("usage: makearchive SOURCE.logarchive TARGET.logarchive MEGABYTES");
+    const bool lzbitmap = argc == 5 && std::string(argv[4]) == "lzbitmap";
+    if (argc != 4 && !lzbitmap)
+        stop("usage: makearchive SOURCE.logarchive TARGET.logarchive MEGABYTES [lzbitmap]");
     const fs::path source = argv[1];
     const fs::path target = argv[2];
     if (fs::exists(target))
@@ -338,7 +330,8 @@ int main(int argc, char** argv)
 
     const std::size_t copies = std::strtoull(argv[3], nullptr, 10) * 1'000'000 / trace.fileSize + 1;
     const std::size_t copiesPerBoot = bytesPerBoot / trace.fileSize + 1;
-    Multiplier multiplier(trace, target);
+    Multiplier multiplier(trace, target,
+                          {lzbitmap ? Compression::Lzbitmap : Compression::Lz4, 0, {}});
     std::size_t boundaries = 0;
     for (std::size_t done = 0; done < copies; done += copiesPerBoot)
         boundaries += multiplier.writeBoot(std::min(copiesPerBoot, copies - done));
