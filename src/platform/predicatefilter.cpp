@@ -46,7 +46,7 @@ Value eventTypeOf(const logstore::Entry& entry)
     case EventType::StateDump: return Value::symbol(eventtype::state);
     case EventType::TimeSync: break;
     }
-    // A boot's first boundary stands at its continuous time 0 and is no clock correction.
+    // The first boundary of a boot has continuous time 0, and is not a clock correction.
     return entry.continuousTime() == 0 ? Value() : Value::symbol(eventtype::timesync);
 }
 
@@ -61,7 +61,7 @@ Value ofKind(const logstore::Entry& entry, logstore::EntryKind kind, const Value
     return entry.kind() == kind ? value : Value();
 }
 
-/// A record whose process the catalog does not tell has no identifiers of it.
+/// Nil when the catalog does not name the process of the record.
 Value ofProcess(const logstore::Entry& entry, std::int64_t value)
 {
     return entry.hasProcess() ? Value::integer(value) : Value();
@@ -111,7 +111,7 @@ Value StoreEntryFields::field(Field field) const
         return ofKind(entry, EntryKind::Activity, number(entry.creatorActivityIdentifier()));
     case Field::CreatorProcessUniqueIdentifier:
         return ofKind(entry, EntryKind::Activity, number(entry.creatorProcessUniqueIdentifier()));
-    case Field::TransitionActivityIdentifier: return {}; // in no record that is read
+    case Field::TransitionActivityIdentifier: return {}; // not in any record
     case Field::ThreadIdentifier: return number(entry.threadIdentifier());
     case Field::UserIdentifier: return ofProcess(entry, entry.userIdentifier());
     case Field::TraceIdentifier: return number(entry.traceIdentifier());
@@ -134,7 +134,7 @@ Value StoreEntryFields::field(Field field) const
     return {};
 }
 
-/// What holds for every record of a process, or of its records with one subsystem and category.
+/// The fields that all records of a process share, or all with one subsystem and category.
 class CatalogFields : public predicate::EntryFields
 {
 public:

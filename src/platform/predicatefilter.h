@@ -4,7 +4,8 @@
 #include "platform/logstore/entryfilter.h"
 #include "platform/predicate/predicate.h"
 
-/// A predicate as the filter of a stream of entries. One stream at a time: it has working memory.
+/// Filters a stream of entries by a predicate. It has working memory, so it serves one stream at a
+/// time.
 class PredicateFilter : public logstore::EntryFilter
 {
 public:
@@ -18,5 +19,5 @@ public:
     bool gaveUp() const override { return m_matcher.gaveUp(); }
 
 private:
-    mutable predicate::Matcher m_matcher; // its memory is no part of what the filter is
+    mutable predicate::Matcher m_matcher; // its working memory is not part of the filter's value
 };

@@ -6,7 +6,7 @@
 
 __extension__ using Int128 = __int128;
 
-/// The value, or the end of the range of 64 bits that it lies beyond.
+/// The value, limited to the range of 64 bits.
 constexpr std::int64_t saturated(Int128 value)
 {
     constexpr std::int64_t low = std::numeric_limits<std::int64_t>::min();

@@ -61,7 +61,7 @@ bool ByteFinder::standsAt(const char* text) const
     return true;
 }
 
-/// Tries the places from `start` to before `end`, one by one.
+/// Tries the places in [start, end) one by one.
 std::size_t
 ByteFinder::findOneByOne(std::string_view text, std::size_t start, std::size_t end) const
 {

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-/// Finds a text in others byte by byte, ASCII letters in either case when told so. Sixteen places
-/// are tried at once by the two bytes of the needle that are rarest in log messages.
+/// Searches texts for a needle, optionally without regard to the case of ASCII letters. Sixteen
+/// places are tried at once, by the two bytes of the needle that are rarest in log messages.
 class ByteFinder
 {
 public:

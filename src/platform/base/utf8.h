@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-// Texts in UTF-8. Of an ill-formed text each maximal ill-formed part stands for one U+FFFD.
+// Each maximal ill-formed part of a text is read as one U+FFFD.
 
 bool isAscii(std::string_view text);
 

@@ -10,9 +10,9 @@ namespace predicate {
 
 namespace {
 
-/// Of a mistake in how tokens stand and one that is no token, the first in the text counts. But
-/// behind a quotation mark inside of a text, which ends it too early, the mistake shows only where
-/// the last such mark has no partner.
+/// Whether to report the parser's error rather than the lexer's: the first in the text counts. But
+/// when a quotation mark inside a text ended the text too early, the lexer's error at the last
+/// mark, which has no partner, explains more.
 bool comesFirst(const PredicateError& order,
                 const PredicateError& noToken,
                 std::u16string_view text)

@@ -12,7 +12,7 @@
 #include <string_view>
 #include <tl/expected.hpp>
 
-/// The predicate language: the texts in which users say which log entries they want.
+/// The predicate language, in which users say which log entries they want.
 ///
 /// A text is parsed to a tree, which knows no fields; the tree is bound to the fields of log
 /// entries, which checks types and compiles it; the predicate is then asked about entries. Only the
@@ -22,7 +22,7 @@ namespace predicate {
 class Condition;
 class Match;
 
-/// What a predicate takes from its surroundings, fixed when it is built.
+/// Settings of the environment, fixed when a predicate is built.
 struct BuildSettings
 {
     std::int64_t now = 0; ///< of now(), in nanoseconds since 1970 UTC
@@ -39,7 +39,7 @@ public:
     {
     }
 
-    /// Whether the outcome for an entry may hang on the field.
+    /// Whether the outcome can depend on the field.
     bool looksAt(Field field) const { return m_fields[static_cast<std::size_t>(field)]; }
 
 private:
@@ -48,19 +48,18 @@ private:
     Fields m_fields;
 };
 
-/// Format text (UTF-8) and the arguments of its format arguments to a tree.
+/// Parses a format text (UTF-8), with values for its format arguments.
 tl::expected<Tree, PredicateError> parse(std::string_view formatText,
                                          const Arguments& arguments = {});
 
 tl::expected<Predicate, PredicateError> bind(const Tree& tree, const BuildSettings& settings = {});
 
-/// Both steps.
+/// Parses and binds.
 tl::expected<Predicate, PredicateError> build(std::string_view formatText,
                                               const Arguments& arguments = {},
                                               const BuildSettings& settings = {});
 
-/// Asks a predicate about entries, one after the other. It has working memory, so two threads need
-/// two matchers of the one predicate.
+/// Matches entries one after the other. It has working memory, so each thread needs its own.
 class Matcher
 {
 public:
@@ -73,8 +72,8 @@ public:
 
     bool matches(const EntryFields& entry);
 
-    /// False only when no entry can match whose fields are the known ones, whatever it has in the
-    /// fields that are answered with Value::unknown().
+    /// False only when no entry with these fields can match, whatever its other fields are, for
+    /// which `known` answers Value::unknown().
     bool possible(const EntryFields& known);
 
     /// Whether a regular expression has run out of time for an entry, which then did not match it.

@@ -14,9 +14,9 @@ namespace predicate {
 namespace {
 
 constexpr std::u16string_view breaks = u"\n\r";
-constexpr std::size_t widest = 72; // columns of a line that fit an alert
+constexpr std::size_t widest = 72; // columns of a line in an alert
 
-/// A character of the line and the columns it takes in a font of equal widths.
+/// A character, and its width in columns of a fixed-width font.
 struct Cell
 {
     std::u16string text;
@@ -35,10 +35,10 @@ std::size_t widthOf(UChar32 character)
 struct Line
 {
     std::vector<Cell> cells;
-    std::size_t caret = 0; ///< the cell that the position falls on
+    std::size_t caret = 0; ///< index of the cell at the position
 };
 
-/// Where the line begins that holds the position.
+/// The start of the line with the position.
 std::size_t lineStart(std::u16string_view text, std::size_t position)
 {
     const std::size_t before =
@@ -46,8 +46,7 @@ std::size_t lineStart(std::u16string_view text, std::size_t position)
     return before == std::u16string_view::npos ? 0 : before + 1;
 }
 
-/// The position, or from a blank line the end of the last line before it that has something to
-/// show.
+/// The position; on a blank line, the end of the last line before it that is not blank.
 std::size_t shownPosition(std::u16string_view text, std::size_t position)
 {
     const std::size_t start = lineStart(text, position);
@@ -68,7 +67,7 @@ Line lineAt(std::u16string_view text, std::size_t position)
         UChar32 character = 0;
         U16_NEXT_OR_FFFD(text, i, end, character);
         line.caret = first <= position ? line.cells.size() : line.caret;
-        // A tab's width depends on where it stands; a blank shows the same.
+        // The width of a tab depends on its column, so a blank is shown instead.
         const bool control = u_iscntrl(character) != 0;
         line.cells.push_back({control ? u" " : std::u16string(text.substr(first, i - first)),
                               control ? 1 : widthOf(character)});

@@ -9,7 +9,7 @@ namespace predicate {
 
 enum class Stage { Parse, Bind };
 
-/// Why a text is not a predicate, as one sentence for people, and the place it speaks of.
+/// Why a text is not a valid predicate: a sentence for people, and the place of the error.
 struct PredicateError
 {
     Stage stage = Stage::Parse;
@@ -17,9 +17,9 @@ struct PredicateError
     std::string sentence;     ///< UTF-8
 };
 
-/// The text of an alert: the sentence, then the line of the format text that holds the position and
-/// below it a caret. The caret stands right in a font of equal widths; a long line is cut to the
-/// neighbourhood of the position.
+/// The text of an alert: the sentence, the line of the format text with the error, and a caret
+/// below the position, which fits in a fixed-width font. Of a long line only the part around the
+/// position is shown.
 std::string alertText(const PredicateError& error, std::string_view formatText);
 
 } // namespace predicate

@@ -10,7 +10,7 @@
 
 namespace predicate {
 
-/// What all steps of one binding share: its input, the fields it meets, and its first failure.
+/// Shared by all steps of binding: the input, the fields that were found, and the first failure.
 class BindContext
 {
 public:
@@ -25,9 +25,9 @@ public:
     void addField(Field field) { m_fields.set(static_cast<std::size_t>(field)); }
     const Fields& fields() const { return m_fields; }
 
-    /// Keeps the first failure. What is bound after it has no effect.
+    /// Keeps the first failure; later ones are ignored.
     void fail(std::size_t position, std::string sentence);
-    /// Fails, and gives nil in place of the term: it fits everywhere.
+    /// Fails, and returns a constant nil, which has no further errors.
     TermPtr failedTerm(std::size_t position, std::string sentence);
     const std::optional<PredicateError>& error() const { return m_error; }
     bool failed() const { return m_error.has_value(); }

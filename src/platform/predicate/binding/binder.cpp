@@ -63,7 +63,7 @@ Binder::Sides Binder::bindSides(const Node& node, ComparisonTypes& types)
     return sides;
 }
 
-/// Binds a side again whose texts stand beside dates.
+/// Binds a side again, with its texts as dates, when the other side is a date.
 void Binder::readDates(const Node& node, Sides& sides)
 {
     const Type& left = sides.left->type();

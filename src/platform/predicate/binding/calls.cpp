@@ -9,7 +9,8 @@ namespace predicate {
 
 namespace {
 
-/// An aggregate function takes its numbers from one list or from its arguments, and leaves nil out.
+/// Calls a function over the elements of one list, or over its arguments, without those that are
+/// nil.
 Value aggregated(const FunctionInfo& function,
                  std::span<const Value> arguments,
                  bool fromList,
@@ -113,7 +114,7 @@ callTerm(BindContext& context, const Node& node, const FunctionInfo& called, Ter
     }
     const bool constant = areConstant(arguments);
     const auto checked = [function](std::span<const Value> values, Match& match) {
-        // A value of several possible types may turn out to be of the wrong one.
+        // An argument of several possible types may have the wrong one here.
         const bool fit = std::all_of(values.begin(), values.end(), [function](const Value& value) {
             return function->argument == type::anyText ? value.isText() : value.isNumber();
         });

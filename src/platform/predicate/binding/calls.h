@@ -6,18 +6,18 @@
 
 namespace predicate {
 
-// Calls of functions and casts. The caller binds the arguments in between: the first mistake from
-// left to right counts.
+// Calls of functions and casts. The caller binds the arguments between the two steps, so that
+// errors are found from left to right.
 
-/// The function that the node calls. Null after a failure: there is none of the name, or it takes
-/// another number of arguments.
+/// The function that the node calls. Fails, and returns null, when there is none of this name or
+/// the number of arguments is wrong.
 const FunctionInfo* calledFunction(BindContext& context, const Node& node);
 TermPtr
 callTerm(BindContext& context, const Node& node, const FunctionInfo& called, Terms arguments);
 
 enum class CastTarget { None, Date, Number, Text };
 
-/// None after a failure: the cast names no type.
+/// The type of a cast. Fails, and returns None, when it is not one.
 CastTarget castTarget(BindContext& context, const Node& node);
 TermPtr castTerm(BindContext& context, const Node& node, CastTarget target, TermPtr operand);
 

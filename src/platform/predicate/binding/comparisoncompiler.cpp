@@ -31,7 +31,7 @@ std::optional<std::vector<std::string_view>> constantTexts(const Term& term)
     return texts;
 }
 
-/// The elements of a list that is written out.
+/// The elements of a list, if they are written out.
 std::optional<Terms> writtenElements(const Term& list)
 {
     if (const Terms* elements = list.elements())
@@ -66,7 +66,7 @@ Folding foldingOf(const Node& node, const Term& left, const Term& right)
             options.markless && !options.normalized};
 }
 
-/// The comparison as one of a text with constant texts, when it is one.
+/// The condition for a comparison of a text with constant texts; null for other comparisons.
 ConditionPtr
 textCondition(Operator comparison, const TermPtr& left, const TermPtr& right, Folding folding)
 {
@@ -99,7 +99,7 @@ ConditionPtr ComparisonCompiler::compiled(const TermPtr& left, const TermPtr& ri
 ConditionPtr ComparisonCompiler::quantified(const TermPtr& left, const TermPtr& right)
 {
     const auto elements = writtenElements(*left);
-    // A comparison of its own for each element is faster, but each may copy what it compares with.
+    // One comparison for each element is faster, but each may copy the other side.
     constexpr std::size_t mostCopied = 1'000'000;
     const std::size_t rightLength = m_node.children[1].end - m_node.children[1].position;
     if (!elements || elements->size() > mostCopied / std::max(rightLength, std::size_t{1}))
@@ -116,8 +116,8 @@ ConditionPtr ComparisonCompiler::quantified(const TermPtr& left, const TermPtr& 
     return std::make_unique<NotCondition>(std::move(joined));
 }
 
-/// Membership of a list that has UUIDs beside other texts: the two are compared in different ways.
-/// Null for any other comparison.
+/// Membership in a list of UUIDs and other texts, which are compared in different ways. Null for
+/// other comparisons.
 ConditionPtr ComparisonCompiler::mixedMembership(const TermPtr& left, const TermPtr& right)
 {
     const bool isIn = m_node.comparison == Operator::In;

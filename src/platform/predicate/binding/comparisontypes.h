@@ -15,7 +15,7 @@ public:
     {
     }
 
-    /// Whether the left side can stand before the operator, whatever follows.
+    /// Whether the operator takes the left side, whatever the right side is.
     void checkLeft(const Term& left);
     void checkSides(const Term& left, const Term& right);
 

@@ -36,7 +36,7 @@ std::optional<Field> fieldOf(const Node& node)
     return ofSelf ? fieldNamed(node.children[1].name) : std::nullopt;
 }
 
-/// The names that stand on one side, as words, texts or elements of a list.
+/// Collects the names on one side: words, texts, and these as elements of lists.
 void collectNames(const Node& node, std::vector<std::string_view>& names)
 {
     const auto* text = std::get_if<std::string>(&node.value.value);
@@ -77,7 +77,7 @@ Types symbolsOf(const Node& side, bool typeIsLogType)
     return field ? fieldInfo(*field).types & type::symbolic : type::nil;
 }
 
-/// Whether the side is a text in which the other is looked for: it is no name of a value then.
+/// Whether the side is a text that is searched for the other: then it is not the name of a value.
 bool isSearchedText(const Node& comparison, const Node& side)
 {
     const bool isRight = &side == &comparison.children.back();
@@ -99,7 +99,7 @@ Readings readingsOf(const Node& comparison)
         return out;
     const Node& left = comparison.children[0];
     const Node& right = comparison.children[1];
-    // A field written as `type` is the message type beside nothing but names of those.
+    // A field written as `type` is the message type when all names on the other side are.
     out.left.typeIsLogType = namesLogTypesOnly(right);
     out.right.typeIsLogType = namesLogTypesOnly(left);
     if (!isSearchedText(comparison, left))

@@ -13,7 +13,8 @@ struct Reading
     Types symbols = type::nil;  ///< names of this symbolic type have values
     bool typeIsLogType = false; ///< the name `type` means the message type
     bool dates = false;         ///< texts are dates
-    const Node* text = nullptr; ///< probably a text without quotes, if a name in it is unknown
+    const Node* text =
+        nullptr; ///< the expression that is probably a text without quotes, if a name is unknown
 
     Reading onlyText() const { return {type::nil, false, false, text}; }
 };
@@ -30,7 +31,7 @@ Readings readingsOf(const Node& comparison);
 /// Whether the operator compares values: names can stand for them, and texts can be dates.
 bool comparesValues(Operator comparison);
 
-/// Binds constants and names: to symbolic values, dates and fields.
+/// Binds constants and names to symbolic values, dates and fields.
 class NameBinder
 {
 public:
@@ -44,7 +45,7 @@ private:
     BindContext& m_context;
 };
 
-/// A constant of the type that its value has.
+/// A constant with the type of its value.
 TermPtr constantTerm(const Value& value);
 Type typeOf(const Value& value);
 

@@ -19,12 +19,12 @@ constexpr int trace = 768;
 constexpr int log = 1024;
 constexpr int signpost = 1536;
 constexpr int loss = 1792;
-// These have names but no numbers, and go by Value::symbol().
+// These have names but no numbers, and are used with Value::symbol().
 constexpr int state = 1;
 constexpr int timesync = 2;
 } // namespace eventtype
 
-/// The value of a name, in any case, of one symbolic type.
+/// The value of a name of a symbolic type, in any case.
 std::optional<Value> symbolicValue(Types symbolicType, std::string_view name);
 
 /// The field that has a value of this name, or an empty text.

@@ -23,7 +23,7 @@ TermPtr constantElement(TermPtr list, std::vector<ElementTerm::Place> places)
     return std::make_shared<ConstantTerm>(*element->constant(), typeOf(*element->constant()));
 }
 
-/// What a sentence calls the thing that a path begins with.
+/// How an error sentence names the base of a path.
 std::string owner(const Node& path)
 {
     const Node& base = path.children.front();
@@ -187,7 +187,7 @@ ElementTerm::Place TermBinder::place(const Node& index)
     return {Kind::Number, std::move(number)};
 }
 
-/// Takes up all places that follow one another in the path from `next` on.
+/// Binds all consecutive indices of the path from `next` on.
 TermPtr TermBinder::element(const Node& path, TermPtr base, std::size_t& next)
 {
     std::vector<ElementTerm::Place> places;
@@ -200,7 +200,7 @@ TermPtr TermBinder::element(const Node& path, TermPtr base, std::size_t& next)
         places.push_back(place(path.children[next]));
         if (m_context.failed())
             return base;
-        // Of lists in lists only the outermost is known in detail.
+        // The element types of nested lists are not known.
         type = {type.elements, (type.elements & type::list) != 0 ? anything : type::nil, {}};
         if (base->constant() != nullptr && places.size() == 1 && places.front().isConstant()) {
             base = constantElement(base, std::move(places));

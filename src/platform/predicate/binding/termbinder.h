@@ -8,7 +8,7 @@
 
 namespace predicate {
 
-/// Binds expressions: operands before what joins them, from left to right.
+/// Binds expressions from left to right, operands first.
 class TermBinder
 {
 public:

@@ -5,13 +5,13 @@
 
 namespace predicate {
 
-/// `sign` is one of + - * / ^ (power) and % (modulus). Whole numbers stay whole and exact; nil for
-/// nil, for what is no number, and where the result has no value or does not fit.
+/// `sign` is one of + - * / ^ (power) and % (modulus). Integers give exact integers. The result is
+/// nil when an operand is not a number, or when the result has no value or does not fit.
 Value arithmetic(char sign, const Value& left, const Value& right);
 
 Value negated(const Value& number);
 
-/// `sign` is one of & | and ^ (exclusive or); whole numbers only.
+/// `sign` is one of & | and ^ (exclusive or); integers only.
 Value bitwise(char sign, const Value& left, const Value& right);
 
 } // namespace predicate

@@ -28,7 +28,7 @@ bool eitherUnknown(const Value& left, const Value& right)
     return left.isUnknown() || right.isUnknown();
 }
 
-/// Negative, 0, positive; none for values that have no order.
+/// Negative, 0 or positive, or no value when the two have no order.
 std::optional<int> order(const Value& left, const Value& right, Folding folding, Match& match)
 {
     if (left.isNumber() && right.isNumber())

@@ -6,8 +6,8 @@
 
 namespace predicate {
 
-/// Whether two values are in a relation. Never fails: what does not fit together is unequal and
-/// in no other relation.
+/// Whether the comparison holds for two values. It never fails: values of different types are
+/// unequal, and no other comparison holds for them.
 Truth compare(
     Operator comparison, const Value& left, const Value& right, Folding folding, Match& match);
 

@@ -7,7 +7,7 @@ namespace predicate {
 
 namespace {
 
-// Beside the cost of the texts themselves, in the same rough unit.
+// In the unit of Term::cost(), to which they are added.
 constexpr int searchCost = 4;
 constexpr int regexCost = 200;
 
@@ -27,7 +27,7 @@ int comparisonCost(Operator comparison, const Term& left, const Term& right)
     return std::min(highestCost, own + left.cost() + right.cost());
 }
 
-/// Nothing holds for nil and for what is no text.
+/// The result of `test`; false for nil and for values that are not texts.
 template <typename Test>
 Truth ofText(const Value& value, Test test)
 {

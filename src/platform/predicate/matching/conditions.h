@@ -59,7 +59,7 @@ private:
     ConditionPtr m_inner;
 };
 
-/// AND, OR: the cheap parts are asked first, and no more than the outcome needs.
+/// AND, OR. Evaluates the cheapest parts first, and stops when the outcome is known.
 class CompoundCondition : public Condition
 {
 public:
@@ -69,7 +69,7 @@ public:
     Truth evaluate(Match& match) const override;
 
 private:
-    Truth m_decisive; ///< the outcome of one part that decides the whole
+    Truth m_decisive; ///< a part with this outcome decides the whole
     Conditions m_parts;
 };
 
@@ -86,7 +86,7 @@ private:
     Folding m_folding;
 };
 
-/// ANY, ALL or NONE over a list whose elements are known only with the entry.
+/// ANY, ALL or NONE over a list that is not constant.
 class QuantifiedCondition : public Condition
 {
 public:
@@ -102,7 +102,7 @@ private:
     Folding m_folding;
 };
 
-/// A text and a constant pattern.
+/// A comparison of a text with a constant one.
 class TextCondition : public Condition
 {
 public:
@@ -114,7 +114,7 @@ private:
     TextPattern m_pattern;
 };
 
-/// A text equal to one of many constant ones.
+/// A comparison of a text with many constant ones, of which one has to be equal.
 class TextSetCondition : public Condition
 {
 public:

@@ -8,29 +8,27 @@
 
 namespace predicate {
 
-/// An entry as a predicate sees it. Each field is asked for at most once in a match, and only when
-/// the outcome hangs on it.
+/// An entry as a predicate sees it. A match reads each field at most once, and only when the
+/// outcome depends on it.
 ///
-/// The predicate knows which kinds of entries carry which fields, and that an empty text (but for
-/// the message's) and a UUID of zeros are nil: a reader simply tells what its record holds. It is
-/// not asked for a field that the entry's kind does not carry. Of an entry of another kind it is
-/// asked for everything and answers nil to what it does not know.
+/// Implementations return what the record holds. The predicate itself knows which kinds carry which
+/// fields, and reads no others. It takes empty texts (except for the message) and UUIDs of zeros
+/// for nil. For an entry of kind Other it reads any field, and the answer is nil when there is
+/// none.
 class EntryFields
 {
 public:
     virtual ~EntryFields() = default;
 
-    /// None when entries of several kinds are spoken of: then field() tells what holds for all of
-    /// them.
+    /// No value when the fields are those of several entries, which may be of several kinds.
     virtual std::optional<EntryKind> kind() const = 0;
 
-    /// Texts are valid UTF-8 and stay where they are until the match is over. Symbolic fields are
-    /// their numbers (EventType for `type`). Value::unknown() is an answer only to
-    /// Matcher::possible().
+    /// Texts are valid UTF-8, and valid until the match is over. Symbolic fields are given as their
+    /// numbers. Value::unknown() is allowed only in Matcher::possible().
     virtual Value field(Field field) const = 0;
 };
 
-/// Nothing is known of it: for what is the same for every entry.
+/// An entry of which nothing is known, to evaluate what is the same for every entry.
 class AnyEntry : public EntryFields
 {
 public:

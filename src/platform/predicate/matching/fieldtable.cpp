@@ -23,11 +23,11 @@ constexpr std::uint8_t signpost = bit(EntryKind::Signpost);
 constexpr std::uint8_t ofProcess = log | activity | signpost;
 constexpr std::uint8_t all = ofProcess | boundary;
 
-// Where a value comes from decides what it costs.
-constexpr int fromHead = 1;         // the record's own head
-constexpr int fromCatalog = 2;      // its process
+// The cost of a value depends on where it is read from.
+constexpr int fromHead = 1;         // the head of the record
+constexpr int fromCatalog = 2;      // the process
 constexpr int fromStrings = 20;     // the string files
-constexpr int fromEverything = 200; // format string and all arguments, put together
+constexpr int fromEverything = 200; // the format string and all arguments
 
 struct Row
 {
@@ -133,7 +133,7 @@ const std::unordered_map<std::string_view, Field>& fieldsByName()
     return fields;
 }
 
-/// The command-line tool's shorthand is another language; its letters say what is meant.
+/// The field that a letter stands for in the shorthand of the command-line tool.
 std::string_view shorthand(std::string_view name)
 {
     static const std::unordered_map<std::string_view, std::string_view> letters = {

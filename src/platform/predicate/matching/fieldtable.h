@@ -14,8 +14,8 @@ struct FieldInfo
 {
     Types types = type::nil;
     std::uint8_t kinds =
-        0;        ///< EntryKind bits of the kinds that carry it; another kind may carry anything
-    int cost = 0; ///< of asking for it, in rough multiples of the cheapest
+        0;        ///< EntryKind bits of the kinds that carry it; other kinds may carry any field
+    int cost = 0; ///< of reading it, in rough multiples of the cheapest
 
     bool isCarriedBy(EntryKind kind) const
     {
@@ -31,7 +31,7 @@ std::optional<Field> fieldNamed(std::string_view name);
 /// All names that fieldNamed() knows.
 const std::vector<std::string_view>& fieldNames();
 
-/// The name that was probably meant by one that is no field, or an empty text.
+/// The field name that was probably meant by an unknown one, or an empty text.
 std::string_view suggestedField(std::string_view name);
 
 } // namespace predicate

@@ -37,7 +37,7 @@ Value absolute(Values arguments, Match&)
     return compareNumbers(number, Value::integer(0)) < 0 ? negated(number) : number;
 }
 
-/// Whole numbers are their own floor and the like.
+/// Integers stay as they are.
 template <double (*round)(double)>
 Value rounded(Values arguments, Match&)
 {
@@ -56,7 +56,7 @@ using CaseMapping = std::int32_t (*)(
 template <CaseMapping mapping>
 Value inCase(Values arguments, Match& match)
 {
-    constexpr std::size_t mostGrowth = 3; // units that one unit can become
+    constexpr std::size_t mostGrowth = 3; // UTF-16 units for one
     const std::u16string source = utf16(arguments.front().asText());
     std::u16string target(source.size() * mostGrowth + 1, u'\0');
     UErrorCode status = U_ZERO_ERROR;
@@ -138,7 +138,7 @@ Value numberFromDate(std::int64_t date)
     return Value::seconds(nanoseconds);
 }
 
-/// The text is a number as predicates write them, with a sign if wanted.
+/// A number in the syntax of predicates, with an optional sign.
 Value numberFromText(std::string_view text)
 {
     const bool minus = !text.empty() && text.front() == '-';
@@ -152,7 +152,7 @@ Value numberFromText(std::string_view text)
     return minus ? negated(value) : value;
 }
 
-/// A decimal fraction without zeros at its end.
+/// Seconds as a decimal fraction without trailing zeros.
 std::string decimalText(std::int64_t nanoseconds)
 {
     const bool minus = nanoseconds < 0;

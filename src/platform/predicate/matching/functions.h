@@ -12,24 +12,24 @@ namespace predicate {
 struct FunctionInfo
 {
     std::string_view name;
-    std::size_t count = 0;      ///< of arguments; 0 for one list or any number of them
-    Types argument = type::nil; ///< of each argument or element
+    std::size_t count = 0;      ///< number of arguments; 0 for one list or any number
+    Types argument = type::nil; ///< type of each argument or element
     Types result = type::nil;
     Value (*call)(std::span<const Value> arguments, Match& match) = nullptr;
 
     bool takesList() const { return count == 0; }
 };
 
-/// Null for a name that is no function.
+/// Null when there is no function of this name.
 const FunctionInfo* functionNamed(std::string_view name);
 std::string_view suggestedFunction(std::string_view name);
 
-// The casts. Nil for what has no such form.
+// The casts. A value that cannot be converted gives nil.
 Value castToDate(const Value& value, const UtcOffset& utcOffset);
 Value castToNumber(const Value& value);
 Value castToText(const Value& value, Match& match);
 
-/// Units of UTF-16.
+/// The length in UTF-16 units.
 Value textLength(const Value& text);
 
 } // namespace predicate

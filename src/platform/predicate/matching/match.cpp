@@ -19,7 +19,7 @@ void Match::begin(const EntryFields& fields)
     m_regexSource = {};
 }
 
-/// The one place that decides which kinds carry what, and what of it counts as absent.
+/// Decides which kinds of entries carry the field, and which values count as absent.
 Value Match::read(Field field)
 {
     if (m_kind && !fieldInfo(field).isCarriedBy(*m_kind))
@@ -65,7 +65,7 @@ std::vector<Value>& Match::newList()
     return list;
 }
 
-/// The text as ICU wants it; the last one is kept, for patterns one after the other on one message.
+/// The text in UTF-16, as ICU needs it. The last one is kept for the next pattern.
 const std::u16string& Match::regexText(std::string_view text, Folding folding)
 {
     const Folding marks(false, folding.markless);

@@ -14,8 +14,8 @@
 
 namespace predicate {
 
-/// What one evaluation after the other works with: the present entry, its fields as far as they
-/// were asked for, and memory that is used again and again.
+/// The state of an evaluation: the entry, the fields read so far, and working memory, which the
+/// next evaluation uses again.
 class Match
 {
 public:
@@ -33,12 +33,12 @@ public:
 
     FoldedTexts& folds() { return m_folds; }
 
-    /// Room for results; it stays until the next begin().
+    /// Memory for results, valid until the next begin().
     std::string& newText();
     std::vector<Value>& newList();
 
     bool matchesRegex(const Regex& compiled, std::string_view text, Folding folding);
-    /// For a pattern that is known only now; false when it is none.
+    /// For a pattern that is not constant. False when it is not valid.
     bool matchesPattern(std::string_view pattern, std::string_view text, Folding folding);
     /// Whether a regular expression has run out of time.
     bool gaveUp() const;
@@ -75,7 +75,7 @@ private:
         Regex regex;
     };
     std::optional<LastPattern> m_lastPattern;
-    int m_patternOverruns = 0; ///< of all patterns that are known only with the entry
+    int m_patternOverruns = 0; ///< of all patterns that are not constant
 };
 
 } // namespace predicate

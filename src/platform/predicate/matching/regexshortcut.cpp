@@ -33,8 +33,8 @@ std::string_view asciiRun(std::string_view text)
     return longest;
 }
 
-/// Whether the text may have a character that a regular expression without regard to case takes for
-/// ASCII letters: ß for ss, ﬁ for fi. Texts fold character by character and never see these.
+/// Whether the text may have a character that ICU folds to ASCII letters, such as ß to ss and ﬁ to
+/// fi. Comparisons of texts fold each character to one character, and do not find these.
 bool mayFoldToAscii(std::string_view text)
 {
     if (isAscii(text))

@@ -9,21 +9,21 @@
 
 namespace predicate {
 
-/// Answers by searches for plain texts what a regular expression need not be asked.
+/// Searches for the plain texts of a regular expression, which is faster than matching it.
 class RegexShortcut
 {
 public:
     RegexShortcut(std::string_view expression, Folding folding);
 
-    /// Whether the expression matches the text; unknown when only the expression itself can tell.
+    /// Whether the expression matches the text. Unknown: the expression itself has to be tried.
     Truth matches(std::string_view text, FoldedTexts& folds) const;
 
 private:
     Folding m_folding;
     bool m_matchesAll = false;
     bool m_formsAreAscii = true;
-    std::vector<TextPattern> m_forms; ///< when there are any, the expression matches no other text
-    std::vector<ByteFinder> m_required; ///< when there are any, a text that matches has one of them
+    std::vector<TextPattern> m_forms;   ///< if not empty, only these texts match
+    std::vector<ByteFinder> m_required; ///< if not empty, each match contains one
 };
 
 } // namespace predicate

@@ -9,7 +9,7 @@
 
 namespace predicate {
 
-/// A compiled expression: what it is for an entry.
+/// A compiled expression, which has a value for each entry.
 class Term
 {
 public:
@@ -23,11 +23,11 @@ public:
     virtual Value value(Match& match) const = 0;
     /// The value, when it is the same for every entry.
     virtual const Value* constant() const { return nullptr; }
-    /// Of a list that is written out, its elements; else null.
+    /// The elements of a list that is written out; null for any other term.
     virtual const std::vector<std::shared_ptr<const Term>>* elements() const { return nullptr; }
 
     const Type& type() const { return m_type; }
-    /// Of making the value, in rough multiples of the cheapest.
+    /// The cost of the value, in rough multiples of the cheapest one.
     int cost() const { return m_cost; }
 
 private:
@@ -39,7 +39,7 @@ private:
 using TermPtr = std::shared_ptr<const Term>;
 using Terms = std::vector<TermPtr>;
 
-/// Keeps the sum for any number of terms inside of its type.
+/// Sums of costs stop here, so that they never overflow.
 constexpr int highestCost = 1 << 20;
 
 int costOf(const Terms& terms);

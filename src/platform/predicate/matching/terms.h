@@ -38,7 +38,7 @@ private:
     Field m_field;
 };
 
-/// SELF.
+/// SELF: the entry itself.
 class EntryTerm : public Term
 {
 public:
@@ -57,7 +57,7 @@ private:
     Terms m_elements;
 };
 
-/// Operands of one precedence, worked off from the left; a sign for each but the first.
+/// Operands of one precedence, evaluated from the left, with a sign for each but the first.
 class ChainTerm : public Term
 {
 public:
@@ -69,7 +69,7 @@ private:
     Terms m_operands;
 };
 
-/// A function of the values of its arguments. Unless it takes nil, nil among them gives nil.
+/// A call. The result is nil when an argument is nil, unless the function takes nil.
 class CallTerm : public Term
 {
 public:
@@ -84,8 +84,8 @@ private:
     bool m_takesNil;
 };
 
-/// An element of a list, or of the list that an element is, and so on: a text may say this so often
-/// that a term for each index would be too deep to walk.
+/// An element of a list, or an element of that element, and so on. One term has all the indices:
+/// a predicate may have so many that a term for each would overflow the stack.
 class ElementTerm : public Term
 {
 public:
@@ -119,7 +119,7 @@ private:
     TermPtr m_whenFalse;
 };
 
-/// The list of the elements.
+/// A list term of these elements.
 TermPtr listTerm(Terms elements);
 
 /// The term, or its value when it is the same for every entry.

@@ -8,8 +8,8 @@
 
 namespace predicate {
 
-/// The types that the value of an expression can have, as a set of bits. Any expression can be nil;
-/// the empty set is that of nil itself.
+/// The set of types that the value of an expression can have, one bit for each. Any expression can
+/// be nil; the empty set is the type of nil itself.
 using Types = std::uint16_t;
 
 namespace type {
@@ -34,17 +34,17 @@ constexpr Types anyText = text | uuid;
 constexpr Types scalar = number | anyText | date;
 } // namespace type
 
-/// What is known of an expression before it meets an entry.
+/// What is known about an expression before it is evaluated.
 struct Type
 {
     Types types = type::nil;
-    Types elements = type::nil;       ///< of a list: the types of its elements taken together
-    std::optional<std::size_t> count; ///< of a list whose length is known
+    Types elements = type::nil;       ///< the types of all elements of a list
+    std::optional<std::size_t> count; ///< the length of a list, if known
 
     bool fits(Types wanted) const { return types == type::nil || (types & wanted) != 0; }
     bool isText() const { return types != type::nil && (types & ~type::anyText) == 0; }
     bool isList() const { return (types & type::list) != 0; }
-    /// Of a list its elements' types, else its own.
+    /// The types of the elements for a list, else the types themselves.
     Types compared() const { return isList() ? elements : types; }
 };
 

@@ -18,7 +18,7 @@ int order(T left, T right)
     return left < right ? -1 : right < left ? 1 : 0;
 }
 
-/// Exact: the real is split into a whole number, which fits, and the rest.
+/// Exact: the real is split into its whole part, which fits an integer, and its fraction.
 int compareWithReal(const Value& integer, double real)
 {
     if (real >= twoTo64)
@@ -49,7 +49,7 @@ int compareIntegers(const Value& left, const Value& right)
     return order(left.asInteger(), right.asInteger());
 }
 
-/// `seconds` is no whole number, so the two are never equal.
+/// `seconds` is not a whole number, so the two are never equal.
 int compareSecondsWithInteger(const Value& seconds, const Value& integer)
 {
     const std::int64_t nanoseconds = seconds.asNanoseconds();
@@ -126,8 +126,7 @@ int compareNumbers(const Value& left, const Value& right)
         return compareWithReal(left, right.asReal());
     if (left.kind() == Kind::Real && right.isInteger())
         return -compareWithReal(right, left.asReal());
-    // A decimal fraction is hardly ever a real: compared as the reals that people would write for
-    // it.
+    // Few decimal fractions are exact reals, so both are compared as the nearest reals.
     return order(toReal(left), toReal(right));
 }
 

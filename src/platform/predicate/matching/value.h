@@ -24,16 +24,16 @@ inline Truth negation(Truth value)
     return value == Truth::Unknown ? value : truth(value == Truth::False);
 }
 
-/// What an expression is for one entry. Texts and lists are views of memory that outlives the
-/// match.
+/// The value of an expression for one entry. Texts and lists are views of memory that stays valid
+/// until the match is over.
 class Value
 {
 public:
     enum class Kind : std::uint8_t {
         Nil,
-        Unknown,  ///< not told yet, when only a part of an entry's fields is known
-        Integer,  ///< what fits a signed integer of 64 bits
-        Unsigned, ///< beyond that
+        Unknown,  ///< when only some fields of an entry are known
+        Integer,  ///< in the range of a signed integer of 64 bits
+        Unsigned, ///< above that range
         Real,
         Seconds, ///< a number with nine decimal places, as nanoseconds: exact where a real is not
         Text,
@@ -120,10 +120,10 @@ inline std::span<const Value> Value::asList() const
 /// Nil for a list, whose elements are nodes of their own.
 Value valueOf(const Constant& constant);
 
-/// The nearest real to any number.
+/// The real nearest to the number.
 double toReal(const Value& number);
 
-/// Negative, 0 or positive, by mathematical value; both are numbers.
+/// Negative, 0 or positive, by mathematical value. Both must be numbers.
 int compareNumbers(const Value& left, const Value& right);
 
 } // namespace predicate

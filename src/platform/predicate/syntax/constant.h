@@ -19,8 +19,8 @@ struct Date
     bool operator==(const Date& other) const { return nanoseconds == other.nanoseconds; }
 };
 
-/// A value as it is written in a predicate or given for one of its format arguments.
-/// Texts are UTF-8. Integers are unsigned only beyond the signed range.
+/// A value that is written in a predicate, or given for one of its format arguments.
+/// Texts are UTF-8. Integers are unsigned only above the signed range.
 struct Constant
 {
     using List = std::vector<Constant>;

@@ -13,9 +13,9 @@ namespace predicate {
 
 namespace {
 
-constexpr char powerSign = '^'; // stands for ** where one character is wanted
+constexpr char powerSign = '^'; // ** as one character
 
-/// The number with the other sign, when it has one.
+/// The number negated, if it is one and fits.
 std::optional<Constant> negated(const Constant& constant)
 {
     constexpr std::uint64_t lowest = std::uint64_t{1} << 63U;
@@ -32,7 +32,7 @@ std::optional<Constant> negated(const Constant& constant)
     return std::nullopt;
 }
 
-/// The kind of a word that is reserved inside brackets, else Index.
+/// The kind of a word that is reserved inside brackets; Index for other words.
 NodeKind indexWord(std::u16string_view word)
 {
     if (equalIgnoringAsciiCase(word, u"first"sv))
@@ -120,7 +120,7 @@ Node ExpressionParser::postfix(Allow condition)
         return base;
     Node node;
     if (base.kind == NodeKind::Path && !parenthesized) {
-        node = std::move(base); // a key path given as an argument goes on
+        node = std::move(base); // continues a key path given as an argument
     } else {
         node.kind = NodeKind::Path;
         node.position = base.position;
@@ -257,7 +257,7 @@ Node ExpressionParser::parenthesis(Allow condition)
     return inside;
 }
 
-/// Expressions with commas between them up to the closing sign, which is used up.
+/// Parses expressions separated by commas, and the closing sign.
 std::vector<Node> ExpressionParser::elements(Sign close)
 {
     std::vector<Node> elements;

@@ -10,7 +10,7 @@
 
 namespace predicate {
 
-/// Whether only one of the two sorts, conditions and expressions, may stand at a place, or either.
+/// Whether both conditions and expressions are allowed at a place, or only one of them.
 enum class Allow : bool { OneSort, EitherSort };
 
 /// Recursive descent over the tokens of expressions.

@@ -35,7 +35,7 @@ Node nodeAt(const Token& format, NodeKind kind)
     return node;
 }
 
-/// The node that the argument would be if it could be written in the text.
+/// The node of the argument, as if it were written in the text.
 Node argumentNode(TokenReader& tokens, const Token& format, const Constant& argument, int depth = 0)
 {
     Node node = nodeAt(format, NodeKind::Constant);

@@ -7,7 +7,7 @@
 
 namespace predicate {
 
-/// The values that stand for the format arguments of a text, from left to right.
+/// The values of the format arguments of a text, from left to right.
 class FormatArguments
 {
 public:

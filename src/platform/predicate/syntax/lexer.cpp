@@ -18,7 +18,7 @@ namespace predicate {
 
 namespace {
 
-/// “U+00A0 NO-BREAK SPACE” for what cannot be seen, else the character in quotation marks.
+/// The character in quotation marks, or “U+00A0 NO-BREAK SPACE” for an invisible one.
 std::string named(char32_t character)
 {
     const auto code = static_cast<UChar32>(character);
@@ -36,7 +36,7 @@ std::string named(char32_t character)
     return hasName ? std::string(number.data()) + " " + name.data() : std::string(number.data());
 }
 
-/// The quotation mark to type instead of one that does not delimit texts, or 0.
+/// The quotation mark to type instead of a typographic one, or 0.
 char plainQuote(char32_t character)
 {
     switch (character) {
@@ -83,7 +83,7 @@ private:
     void prefixed(TokenKind kind);
     void word();
     void format();
-    void strange();
+    void unexpectedCharacter();
     std::size_t functionNameLength(std::size_t firstWord) const;
 
     std::u16string_view m_text;
@@ -134,15 +134,15 @@ void Lexer::next()
     if (symbol.length > 0)
         add(TokenKind::Symbol, symbol.length, symbol.sign);
     else
-        strange();
+        unexpectedCharacter();
 }
 
 void Lexer::number(std::size_t length)
 {
     const std::u16string_view number = rest().substr(0, length);
-    const std::size_t behind = runLength(rest().substr(length));
-    if (behind > 0)
-        fail(m_position, quoted(rest().substr(0, length + behind)) + " is not a number.");
+    const std::size_t letters = runLength(rest().substr(length));
+    if (letters > 0)
+        fail(m_position, quoted(rest().substr(0, length + letters)) + " is not a number.");
     else if (!numberValue(number))
         fail(m_position, quoted(number) + " is too large a number.");
     else
@@ -165,7 +165,7 @@ void Lexer::prefixed(TokenKind kind)
 {
     const std::size_t length = wordLength(rest().substr(1));
     if (length == 0)
-        strange();
+        unexpectedCharacter();
     else
         add(kind, 1 + length);
 }
@@ -180,8 +180,8 @@ std::size_t Lexer::functionNameLength(std::size_t firstWord) const
         length += part + 1;
         part = wordLength(text.substr(length));
     }
-    const std::size_t behind = text.find_first_not_of(asciiBlanks, length);
-    const bool called = length > 0 && behind != std::u16string_view::npos && text[behind] == u'(';
+    const std::size_t next = text.find_first_not_of(asciiBlanks, length);
+    const bool called = length > 0 && next != std::u16string_view::npos && text[next] == u'(';
     return called ? length : 0;
 }
 
@@ -216,7 +216,7 @@ void Lexer::format()
                          + " can't be used here; the format arguments are %@, %K, %s, %d and %f.");
 }
 
-void Lexer::strange()
+void Lexer::unexpectedCharacter()
 {
     std::size_t end = m_position;
     UChar32 character = 0;

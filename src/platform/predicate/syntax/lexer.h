@@ -10,8 +10,7 @@
 
 namespace predicate {
 
-/// The tokens of a format text, an End token last; those before the first piece that is no token,
-/// when there is one.
+/// The tokens of a format text up to its end or its first error; the last is an End token.
 struct Tokens
 {
     std::vector<Token> found;

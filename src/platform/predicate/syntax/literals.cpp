@@ -71,7 +71,7 @@ std::optional<Constant> integerValue(std::u16string_view digits, int base)
     return Constant{static_cast<std::int64_t>(value)};
 }
 
-/// The power of ten of the first digit that is not 0.
+/// The power of ten of the first digit other than 0.
 long long magnitude(std::string_view number)
 {
     const std::size_t e = std::min(number.find_first_of("eE"), number.size());
@@ -79,7 +79,7 @@ long long magnitude(std::string_view number)
     const std::size_t digit = number.find_first_not_of("0.");
     const auto place = static_cast<long long>(point) - static_cast<long long>(digit);
     const std::string exponent(number.substr(std::min(e + 1, number.size())));
-    // Beyond its type the exponent is as great as that can be, which leaves no room for the sum.
+    // strtoll() limits the exponent to its range, where a sum would overflow.
     constexpr long long furthest = std::numeric_limits<long long>::max() / 2;
     return std::clamp(std::strtoll(exponent.c_str(), nullptr, 10), -furthest, furthest)
            + (digit < point ? place - 1 : place);
@@ -91,13 +91,13 @@ std::optional<Constant> realValue(std::u16string_view number)
     double value = 0;
     const auto [end, error] = std::from_chars(ascii.data(), ascii.data() + ascii.size(), value);
     if (error == std::errc::result_out_of_range) {
-        // Too small is 0; only too large has no value.
+        // A number that is too small is 0; one that is too large has no value.
         return magnitude(ascii) < 0 ? std::optional(Constant{0.0}) : std::nullopt;
     }
     return Constant{value};
 }
 
-/// Exactly `count` digits of the base, or none.
+/// The value of exactly `count` digits of the base.
 std::optional<char32_t> escapeDigits(std::u16string_view text, std::size_t count, int base)
 {
     if (text.size() < count || digitsLength(text.substr(0, count), base) < count)
@@ -111,10 +111,10 @@ std::optional<char32_t> escapeDigits(std::u16string_view text, std::size_t count
 struct Escape
 {
     char16_t unit;
-    std::size_t length; ///< behind the backslash
+    std::size_t length; ///< of the text after the backslash
 };
 
-/// `text` begins behind the backslash.
+/// Reads the escape at the start of `text`, which is what follows the backslash.
 Escape readEscape(std::u16string_view text)
 {
     const auto numeric = [&](std::size_t skip, std::size_t count,
@@ -162,7 +162,7 @@ std::optional<Constant> numberValue(std::u16string_view number)
     if (digitsLength(number, 10) < number.size())
         return realValue(number);
     const auto value = integerValue(number, 10);
-    // Digit by digit a long number loses precision; as a real it is rounded once.
+    // Rounded once; digit by digit a long number would lose precision.
     return value && std::holds_alternative<double>(value->value) ? realValue(number) : value;
 }
 

@@ -10,13 +10,13 @@
 
 namespace predicate {
 
-/// The length of the number that the text begins with; 0 when it begins with none.
+/// The length of the number at the start of the text; 0 when there is none.
 std::size_t numberLength(std::u16string_view text);
 
-/// The value of a number as numberLength() measured it; none when it is beyond all reals.
+/// The value of a number as measured by numberLength(). No value when it is too large for a real.
 std::optional<Constant> numberValue(std::u16string_view number);
 
-/// What stands between the quotation marks, with its escapes resolved, as UTF-8.
+/// The text between the quotation marks as UTF-8, with its escapes resolved.
 std::string textValue(std::u16string_view inside);
 
 } // namespace predicate

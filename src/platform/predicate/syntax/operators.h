@@ -25,7 +25,7 @@ enum class Operator : std::uint8_t {
     UtiEquals
 };
 
-/// Whether one side is looked for in the other, be that a list or a text.
+/// Whether the operator searches a list or a text for the other side.
 constexpr bool looksInside(Operator comparison)
 {
     return comparison == Operator::In || comparison == Operator::Contains;
@@ -33,12 +33,12 @@ constexpr bool looksInside(Operator comparison)
 
 enum class Quantifier : std::uint8_t { One, Any, All, None };
 
-/// The letters in brackets behind an operator.
+/// The option letters in brackets after an operator.
 struct Options
 {
     bool caseless = false;   ///< c
     bool markless = false;   ///< d
-    bool normalized = false; ///< n: the texts are vouched for, c and d do nothing
+    bool normalized = false; ///< n: the texts are normalised already, c and d have no effect
     bool localized = false;  ///< l
 
     bool operator==(const Options& other) const

@@ -82,15 +82,15 @@ Node Parser::comparison(Allow expressionAlone)
     if (m_tokens.failed() || isCondition(left))
         return left;
     if (!comparisonOperator(m_tokens.token().sign)) {
-        const bool welcome = expressionAlone == Allow::EitherSort && !quantified;
-        return welcome ? left : m_tokens.failNoOperator(left);
+        const bool allowed = expressionAlone == Allow::EitherSort && !quantified;
+        return allowed ? left : m_tokens.failNoOperator(left);
     }
     node.children.push_back(std::move(left));
     finishComparison(node);
     return node;
 }
 
-/// From the operator on.
+/// Parses from the operator to the end.
 void Parser::finishComparison(Node& node)
 {
     node.operatorPosition = m_tokens.token().position;

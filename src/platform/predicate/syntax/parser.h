@@ -8,7 +8,7 @@
 namespace predicate {
 
 /// Recursive descent over the tokens of a predicate. A parenthesis at the start of a comparison may
-/// open a condition or an expression: what stands inside decides, so nothing is read twice.
+/// open a condition or an expression: its content decides, so nothing is parsed twice.
 class Parser
 {
 public:

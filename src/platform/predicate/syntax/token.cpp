@@ -57,7 +57,7 @@ struct SymbolSpelling
     Sign sign;
 };
 
-// A symbol stands before those that it begins with.
+// Longer symbols stand before their prefixes.
 constexpr std::array<SymbolSpelling, 26> symbols = {{
     {u"==", Sign::Equal},
     {u"=<", Sign::LessOrEqual},

@@ -33,7 +33,7 @@ enum class TokenKind : std::uint8_t {
     Symbol
 };
 
-/// What a reserved word or a symbol stands for; words and symbols of one meaning share one sign.
+/// The meaning of a reserved word or symbol; those of one meaning share one sign.
 enum class Sign : std::uint8_t {
     None,
     // Comparisons, in the order of Operator.
@@ -68,8 +68,8 @@ enum class Sign : std::uint8_t {
     Self,
     Cast,
     Ternary,
-    Reserved,    ///< a reserved word that begins nothing
-    Unsupported, ///< a reserved word of a construct that log predicates do not have
+    Reserved,    ///< a reserved word without a use here
+    Unsupported, ///< a reserved word of an unsupported construct
     // Symbols.
     Plus,
     Minus,
@@ -94,7 +94,7 @@ struct Token
     std::size_t end = 0;
 };
 
-/// The sign of a reserved word in any case, or None for a word that is free.
+/// The sign of a reserved word, in any case; None for other words.
 Sign reservedSign(std::u16string_view word);
 
 /// The longest symbol that the text begins with; length 0 when there is none.

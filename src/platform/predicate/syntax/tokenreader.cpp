@@ -71,7 +71,7 @@ Node TokenReader::fail(std::size_t position, std::string sentence)
     return {};
 }
 
-/// Operators, reserved words and what has quotes of its own stand bare in a sentence.
+/// The token in quotation marks; operators, reserved words and texts without.
 std::string TokenReader::shown(const Token& token) const
 {
     const bool bare = token.kind == TokenKind::Text || comparisonOperator(token.sign)

@@ -12,8 +12,8 @@
 
 namespace predicate {
 
-/// Reads tokens once from left to right, and keeps the first failure: after it there is only the
-/// end of the text, where nothing fits.
+/// Reads tokens from left to right, and keeps the first failure. After a failure it is at the end
+/// of the text.
 class TokenReader
 {
 public:
@@ -50,7 +50,7 @@ public:
 
     bool failed() const { return m_error.has_value(); }
     const std::optional<PredicateError>& error() const { return m_error; }
-    // Each returns a node without meaning, for its caller to return.
+    // These return an empty node, for the caller to return.
     Node fail(std::size_t position, std::string sentence);
     Node failAtToken(std::string sentence) { return fail(token().position, std::move(sentence)); }
     Node failNoOperator(const Node& left);

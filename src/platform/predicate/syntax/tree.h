@@ -21,7 +21,7 @@ enum class NodeKind : std::uint8_t {
     Chain, ///< operands of one level of precedence, from left to right; `name` has a sign for each
            ///< but the first
     Negation, ///< unary minus
-    Path,     ///< a base and what stands behind it: members and indices
+    Path,     ///< a base, then members and indices
     Member,
     Index,
     First,
@@ -40,8 +40,8 @@ enum class NodeKind : std::uint8_t {
     False
 };
 
-/// One node of a parsed predicate. Chains of AND, OR, arithmetic and members are lists, so the tree
-/// is never deeper than the text has open parentheses and the like.
+/// A node of a parsed predicate. Chains of AND, OR, arithmetic and members are lists, so the depth
+/// of the tree is limited by the parentheses in the text.
 struct Node
 {
     NodeKind kind = NodeKind::False;
@@ -55,7 +55,7 @@ struct Node
     Constant value;
     std::vector<Node> children;
 
-    /// Equal in meaning: where it stands in its text does not count.
+    /// Compares the meaning, not the positions in the texts.
     bool operator==(const Node& other) const
     {
         return kind == other.kind && comparison == other.comparison
@@ -74,8 +74,7 @@ inline bool isText(const Node& node)
     return node.kind == NodeKind::Constant && std::holds_alternative<std::string>(node.value.value);
 }
 
-/// A parsed predicate and the format text it was read from, which the sentences of later errors
-/// quote.
+/// A parsed predicate and its format text, which is quoted in errors.
 struct Tree
 {
     Node root;

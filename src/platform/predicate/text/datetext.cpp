@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::int64_t secondsPerDay = 86400;
 
-/// Reads what a date text is made of; after the first failure nothing fits any more.
+/// Reads the parts of a date text, with a failure that sticks.
 class DateReader
 {
 public:
@@ -35,7 +35,7 @@ public:
     }
     void skip(char wanted) { m_ok = take() == wanted && m_ok; }
 
-    /// Exactly so many digits, of a number in the range.
+    /// A number of exactly so many digits, in the range.
     std::int64_t number(std::size_t digits, std::int64_t lowest, std::int64_t highest)
     {
         std::int64_t value = 0;
@@ -107,7 +107,7 @@ std::int64_t readDay(DateReader& in)
     return in.ok() ? dayNumber(year, month, day) : 0;
 }
 
-/// Seconds ahead of UTC, or none when no zone is written.
+/// Seconds ahead of UTC, if a zone is written.
 std::optional<std::int64_t> readZone(DateReader& in)
 {
     if (in.atEnd())

@@ -11,14 +11,14 @@ namespace predicate {
 
 namespace {
 
-constexpr int deepest = 50;                  // groups inside groups
-constexpr std::size_t mostAlternatives = 32; // more are not faster one by one
+constexpr int deepest = 50;                  // nested groups
+constexpr std::size_t mostAlternatives = 32; // more are slower than the expression
 
 struct Piece;
 using Sequence = std::vector<Piece>;
 using Alternatives = std::vector<Sequence>;
 
-/// A part of an expression, as far as it says anything about plain texts.
+/// A part of an expression, as far as plain texts are concerned.
 struct Piece
 {
     enum class Kind {
@@ -27,7 +27,7 @@ struct Piece
         LineStart,
         LineEnd,
         Group,    ///< one of its alternatives
-        Repeated, ///< a group that matches at least once, in any other way
+        Repeated, ///< a group that matches at least once, but not exactly as its alternatives
         Other
     };
 
@@ -49,7 +49,7 @@ class ExpressionReader
 public:
     explicit ExpressionReader(std::string_view expression) : m_rest(expression) {}
 
-    /// None when the expression has a construct that is not read here.
+    /// No value when the expression has an unsupported construct.
     std::optional<Alternatives> run()
     {
         Alternatives all = alternatives(0);
@@ -135,16 +135,16 @@ void ExpressionReader::piece(Sequence& sequence, int depth)
         add(sequence, std::move(piece), often);
 }
 
-/// From after the opening parenthesis to after the closing one.
+/// Reads a group from after its opening parenthesis.
 Piece ExpressionReader::group(int depth)
 {
     Piece out;
     out.kind = Piece::Kind::Group;
     if (accept("?")) {
         if (accept("=") || accept("!") || accept("<=") || accept("<!")) {
-            out.kind = Piece::Kind::Other; // it looks at the text around, or for what is not there
+            out.kind = Piece::Kind::Other; // matches no characters of its own
         } else if (accept(">")) {
-            out.kind = Piece::Kind::Repeated; // it never tries a second alternative
+            out.kind = Piece::Kind::Repeated; // never tries a second alternative
         } else if (accept("<")) {
             m_rest.remove_prefix(std::min(m_rest.find('>'), m_rest.size()));
             accept(">");
@@ -162,10 +162,10 @@ Piece ExpressionReader::group(int depth)
     return out;
 }
 
-/// From after the backslash: a character made plain, or what stands for no single one.
+/// Reads an escape from after its backslash: a plain character, or a class or anchor.
 Piece ExpressionReader::escape()
 {
-    // Without anything after the letter that belongs to it.
+    // These letters take no argument.
     constexpr std::string_view whole = "AbBdDGhHnrRsStvVwWXzZ";
     Piece out;
     const std::string escaped = character();
@@ -179,12 +179,12 @@ Piece ExpressionReader::escape()
     return out;
 }
 
-/// From after the opening bracket to after the closing one; sets may hold sets.
+/// Skips a set from after its opening bracket, with the sets in it.
 void ExpressionReader::skipSet()
 {
     accept("^");
     if (at(']'))
-        return fail(); // a plain bracket to some, the end to others
+        return fail(); // ambiguous
     for (int depth = 1; depth > 0 && !m_failed;) {
         if (accept("\\")) {
             if (at('Q') || at('E'))
@@ -243,20 +243,20 @@ void ExpressionReader::add(Sequence& sequence, Piece piece, Quantifier often)
     else
         sequence.push_back(std::move(piece));
     if (!often.once && sequence.back().kind == Kind::Text)
-        sequence.emplace_back(); // more of the character, so the text ends here
+        sequence.emplace_back(); // the repeated character ends the text
 }
 
 using Forms = std::vector<PlainForm>;
 
 std::optional<Forms> formsOf(const Alternatives& alternatives, bool anyBefore, bool anyAfter);
 
-/// `anyBefore` and `anyAfter` say what stands around the sequence in the whole expression.
+/// `anyBefore` and `anyAfter`: whether .* is around the sequence in the whole expression.
 std::optional<Forms> formsOf(const Sequence& sequence, bool anyBefore, bool anyAfter)
 {
     using Kind = Piece::Kind;
     auto begin = sequence.begin();
     auto end = sequence.end();
-    // At the ends of the whole text a line starts and ends anyway.
+    // A line always starts and ends at the ends of the whole text.
     while (begin != end && !anyBefore && begin->kind == Kind::LineStart)
         ++begin;
     while (begin != end && !anyAfter && std::prev(end)->kind == Kind::LineEnd)
@@ -271,7 +271,7 @@ std::optional<Forms> formsOf(const Sequence& sequence, bool anyBefore, bool anyA
         return std::nullopt;
     if (begin->kind == Kind::Group)
         return formsOf(begin->alternatives, anyBefore, anyAfter);
-    // .* does not end between a carriage return and a line feed.
+    // To ICU, .* does not end between a carriage return and a line feed.
     if (begin->kind != Kind::Text || (anyBefore && begin->text.front() == '\n'))
         return std::nullopt;
     return Forms{PlainForm{begin->text, anyBefore, anyAfter}};
@@ -301,7 +301,7 @@ std::size_t shortest(const Texts& texts)
 
 Texts requiredBy(const Alternatives& alternatives);
 
-/// The texts of the piece that says most: its shortest text is the longest.
+/// The texts of the piece whose shortest text is longest.
 Texts requiredBy(const Sequence& sequence)
 {
     Texts best;

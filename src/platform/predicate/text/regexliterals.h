@@ -7,7 +7,7 @@
 
 namespace predicate {
 
-/// A plain text that a matching text equals, or contains between any other text.
+/// A plain text, with optional other text before and after it.
 struct PlainForm
 {
     std::string text;
@@ -20,8 +20,7 @@ struct PlainForm
 /// The plain texts of a regular expression.
 struct RegexLiterals
 {
-    /// A text matches exactly when it has one of these forms. Empty when the expression is no plain
-    /// text.
+    /// The texts that match are those of these forms. Empty when the expression is not plain text.
     std::vector<PlainForm> forms;
     /// Every text that matches contains one of these. Empty when no text is required.
     std::vector<std::string> required;

@@ -24,7 +24,7 @@ std::string reason(UErrorCode status)
     case U_REGEX_NUMBER_TOO_BIG: return "a number is too big";
     case U_REGEX_INVALID_BACK_REF: return "a group is referred to that is not there";
     case U_REGEX_INVALID_FLAG: return "a flag is not known";
-    case U_REGEX_LOOK_BEHIND_LIMIT: return "what is looked for behind has no greatest length";
+    case U_REGEX_LOOK_BEHIND_LIMIT: return "the length of a look-behind has no limit";
     case U_REGEX_INVALID_RANGE: return "a range of characters runs backwards";
     case U_REGEX_PATTERN_TOO_BIG:
     case U_REGEX_STACK_OVERFLOW: return "it is too big";
@@ -33,7 +33,7 @@ std::string reason(UErrorCode status)
     }
 }
 
-/// The reason in words, with ICU's name of it, and the place when ICU tells one.
+/// The reason in words, ICU's name for it, and the place if ICU gives one.
 std::string explained(UErrorCode status, const UParseError& place)
 {
     const std::string words = reason(status);
@@ -53,7 +53,7 @@ tl::expected<Regex, std::string> compiledRegex(std::string_view pattern, Folding
     UParseError place{};
     const std::uint32_t flags =
         UREGEX_DOTALL | UREGEX_MULTILINE | (folding.caseless ? UREGEX_CASE_INSENSITIVE : 0);
-    // An empty pattern is no pattern to ICU; it matches the empty text.
+    // ICU refuses an empty pattern; this one matches the empty text.
     const std::u16string_view effective =
         units.empty() ? std::u16string_view(u"(?:)") : std::u16string_view(units);
     Regex regex(uregex_open(effective.data(), static_cast<std::int32_t>(effective.size()), flags,

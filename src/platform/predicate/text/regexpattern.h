@@ -21,18 +21,14 @@ using Regex = std::unique_ptr<URegularExpression, RegexCloser>;
 /// ICU's words why it is not valid. The dot matches line breaks, and ^ and $ match at every line.
 tl::expected<Regex, std::string> compiledRegex(std::string_view pattern, Folding folding);
 
-/// A copy to match with: a compiled pattern itself is shared and stays as it is.
+/// A copy to match with: the compiled pattern itself is shared, and must not change.
 Regex copyOf(const Regex& regex);
 
-/// Whether the whole text matches. A match that runs into the limits does not.
+/// Whether the whole text matches. False when the match runs into the limits.
 ///
-/// `overruns` counts the matches that ran out of time. After twenty of them, each of some
-/// hundredths of a second, the pattern is taken to be one that tries a text in exponentially many
-/// ways, and gets a fiftieth of the time from then on: else a fetch of a million entries would take
-/// hours.
-///
-/// To ICU `$` also stands before a line break at the end of the text. It matters only to a pattern
-/// that goes on behind it, as the whole text has to match.
+/// `overruns` counts the matches that ran out of time, each of some hundredths of a second. After
+/// twenty of them the pattern gets a fiftieth of the time: a pattern that takes exponential time
+/// would make a fetch of a million entries last hours.
 bool wholeMatches(URegularExpression* regex, const std::u16string& text, int& overruns);
 
 } // namespace predicate

@@ -11,9 +11,9 @@ namespace predicate {
 
 namespace {
 
-constexpr std::size_t longestPiece = 40; // more than this of a text in a sentence is noise
+constexpr std::size_t longestPiece = 40; // in UTF-16 units
 
-/// Letters to insert, remove, replace or swap with a neighbour.
+/// The number of letters to insert, remove, replace or swap with a neighbour.
 std::size_t editDistance(std::string_view a, std::string_view b)
 {
     std::vector<std::size_t> beforePrevious;
@@ -83,7 +83,7 @@ std::string_view nearest(std::string_view word, const std::vector<std::string_vi
     if (word.size() > longestWord)
         return {};
     const std::string wanted = asciiLowered(word);
-    // In a very short word two changed letters leave nothing of it.
+    // Two changed letters make a short word another word.
     std::size_t best = word.size() <= 4 ? 2 : 3;
     std::string_view found;
     for (const std::string_view candidate : candidates) {

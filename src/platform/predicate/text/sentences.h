@@ -7,11 +7,11 @@
 
 namespace predicate {
 
-/// A piece of the format text in typographic quotation marks, cut when it is long.
+/// A piece of the format text in typographic quotation marks, shortened if it is long.
 std::string quoted(std::u16string_view piece);
 std::string quoted(std::string_view piece);
 
-/// The piece without the marks, with blanks and line breaks as one blank each.
+/// The piece without quotation marks. Each run of blanks and line breaks becomes one blank.
 std::string shortened(std::u16string_view piece);
 
 /// “a, b or c”, without the marks.

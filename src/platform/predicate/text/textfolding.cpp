@@ -19,7 +19,7 @@ char32_t foldedCase(char32_t character)
     return static_cast<char32_t>(u_foldCase(static_cast<UChar32>(character), U_FOLD_CASE_DEFAULT));
 }
 
-/// NFD without what is of category Mn, of a text without ASCII.
+/// Appends the NFD of a text without ASCII, without characters of category Mn.
 void appendWithoutMarks(std::string_view text, std::string& out)
 {
     UErrorCode status = U_ZERO_ERROR;
@@ -46,8 +46,8 @@ bool isAsciiByte(char byte)
     return static_cast<unsigned char>(byte) < 0x80;
 }
 
-/// ASCII neither decomposes nor takes part in the order of marks, so each run of other characters
-/// stands for itself.
+/// ASCII does not decompose, nor is it reordered with marks, so runs of other characters are
+/// normalised one by one.
 std::string withoutMarks(std::string_view text)
 {
     std::string out;

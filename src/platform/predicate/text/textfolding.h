@@ -7,11 +7,11 @@
 
 namespace predicate {
 
-/// What is done to both texts of a comparison before they are compared.
+/// The folding of both texts before a comparison.
 struct Folding
 {
     bool caseless = false; ///< simple case folding, independent of the locale
-    bool markless = false; ///< decomposed, without combining marks
+    bool markless = false; ///< decomposed (NFD), without combining marks
 
     Folding() = default;
     Folding(bool withoutCase, bool withoutMarks) : caseless(withoutCase), markless(withoutMarks) {}

@@ -7,7 +7,7 @@ namespace predicate {
 
 namespace {
 
-// Only these two characters beyond ASCII have simple foldings in it: to s and to k.
+// The only characters beyond ASCII that fold to ASCII: to s and to k.
 constexpr std::string_view longS = "\u017F";
 constexpr std::string_view kelvinSign = "\u212A";
 
@@ -54,17 +54,16 @@ TextPattern::TextPattern(TextRelation relation, std::string_view pattern, Foldin
     if (relation != TextRelation::Like)
         return;
     if (const auto plain = Wildcard::plain(pattern)) {
-        const TextRelation ends =
-            plain->starBehind ? TextRelation::BeginsWith : TextRelation::Equal;
+        const TextRelation ends = plain->starAfter ? TextRelation::BeginsWith : TextRelation::Equal;
         const TextRelation begins =
-            plain->starBehind ? TextRelation::Contains : TextRelation::EndsWith;
+            plain->starAfter ? TextRelation::Contains : TextRelation::EndsWith;
         *this = TextPattern(plain->starBefore ? begins : ends, plain->text, folding);
     } else {
         m_wildcard.emplace(pattern, folding);
     }
 }
 
-/// Byte by byte, ASCII letters in either case when case is folded.
+/// Compares bytes, without regard to the case of ASCII letters when case is folded.
 bool TextPattern::standsIn(std::string_view text) const
 {
     const std::size_t size = m_finder.size();
@@ -78,7 +77,7 @@ bool TextPattern::standsIn(std::string_view text) const
     }
 }
 
-/// Whether a text in which the ASCII pattern does not stand could hold it once folded.
+/// Whether the folded text may contain the ASCII pattern although the text itself does not.
 bool TextPattern::mayFoldToAscii(std::string_view text) const
 {
     if (m_folding.markless)
@@ -96,7 +95,7 @@ bool TextPattern::matches(std::string_view text, FoldedTexts& folds) const
     if (m_folding.none())
         return standsIn(text);
     if (m_ascii) {
-        // What is ASCII stays so under any folding: where the pattern stands now it stands then.
+        // Folding keeps ASCII in its place, so a match in the text is a match in the folded text.
         if (standsIn(text))
             return true;
         if (!mayFoldToAscii(text))

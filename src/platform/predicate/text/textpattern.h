@@ -11,10 +11,10 @@
 
 namespace predicate {
 
-/// How one text can stand in another. The empty text stands in none, not even in itself.
+/// Relations of a text to another. None but Equal and Like holds for an empty second text.
 enum class TextRelation : std::uint8_t { Equal, Contains, BeginsWith, EndsWith, Like };
 
-/// A constant text, prepared once to be compared with many others.
+/// A constant text, prepared for comparisons with many others.
 class TextPattern
 {
 public:
@@ -30,12 +30,12 @@ private:
     Folding m_folding;
     std::string m_pattern; ///< folded
     ByteFinder m_finder;
-    bool m_ascii;     ///< the folded pattern is
-    bool m_needsFold; ///< it has k or s, which stand for letters beyond ASCII as well
+    bool m_ascii;     ///< whether the folded pattern is ASCII
+    bool m_needsFold; ///< it has k or s, to which letters beyond ASCII fold
     std::optional<Wildcard> m_wildcard;
 };
 
-/// The same for two texts of which neither is known before.
+/// The same for two texts of which none is constant.
 bool relates(TextRelation relation,
              std::string_view left,
              std::string_view right,

@@ -58,18 +58,18 @@ std::optional<Wildcard::Plain> Wildcard::plain(std::string_view pattern)
         ++first;
     }
     while (last > first && isEmpty(last)) {
-        plain.starBehind = true;
+        plain.starAfter = true;
         --last;
     }
     if (first != last || pieces[first].size() != 1)
         return std::nullopt;
     plain.text = pieces[first].front();
     if (plain.text.empty() && plain.starBefore)
-        return std::nullopt; // any text matches, but none contains the empty text
+        return std::nullopt; // matches all texts, but no text contains the empty one
     return plain;
 }
 
-/// Where the piece ends when it stands at `start`.
+/// The end of the piece, if it matches at `start`.
 std::optional<std::size_t>
 Wildcard::matchForward(const Piece& piece, std::string_view text, std::size_t start)
 {
@@ -87,7 +87,7 @@ Wildcard::matchForward(const Piece& piece, std::string_view text, std::size_t st
     return at;
 }
 
-/// Where the piece begins when it stands at the end.
+/// The start of the piece, if it matches at the end of the text.
 std::optional<std::size_t> Wildcard::matchBackward(const Piece& piece, std::string_view text)
 {
     std::size_t end = text.size();
@@ -105,7 +105,7 @@ std::optional<std::size_t> Wildcard::matchBackward(const Piece& piece, std::stri
     return end;
 }
 
-/// Where the piece ends when it stands at the first place possible.
+/// The end of the first match of the piece.
 std::optional<std::size_t>
 Wildcard::find(const Piece& piece, std::string_view text, std::size_t start)
 {

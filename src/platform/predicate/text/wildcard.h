@@ -16,20 +16,20 @@ class Wildcard
 public:
     Wildcard(std::string_view pattern, Folding folding);
 
-    /// The text folded as the pattern is.
+    /// The text must have the folding of the pattern.
     bool matches(std::string_view foldedText) const;
 
-    /// A pattern that is a mere text between optional stars at its ends.
+    /// A pattern that is a plain text, with an optional star before or after it.
     struct Plain
     {
         std::string text; ///< not folded
         bool starBefore = false;
-        bool starBehind = false;
+        bool starAfter = false;
     };
     static std::optional<Plain> plain(std::string_view pattern);
 
 private:
-    /// What stands between two stars: texts with one question mark between each two.
+    /// The part between two stars: texts, with a question mark between each two.
     using Piece = std::vector<std::string>;
 
     static std::optional<std::size_t>
