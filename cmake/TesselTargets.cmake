@@ -18,6 +18,16 @@ if(TESSEL_SANITIZE)
     target_link_options(tessel_options INTERFACE -fsanitize=${TESSEL_SANITIZE})
 endif()
 
+# What users run tells no folder of the machine that built it.
+target_compile_options(tessel_options INTERFACE $<$<NOT:$<CONFIG:Debug>>:
+    -ffile-prefix-map=${PROJECT_SOURCE_DIR}=tessel -ffile-prefix-map=${PROJECT_BINARY_DIR}=build>)
+
+# tessel_resources(TARGET NAME PREFIX prefix BASE folder FILES file...)
+# Makes files a part of a program: in a format that holds no times, so that two builds are the same.
+function(tessel_resources target name)
+    qt_add_resources(${target} ${name} ${ARGN} OPTIONS --format-version 1)
+endfunction()
+
 # tessel_precompiled(NAME LINKS target...)
 # The headers of precompiled/NAME.h, compiled once for the folders that name it.
 function(tessel_precompiled name)
