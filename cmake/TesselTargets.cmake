@@ -18,9 +18,11 @@ if(TESSEL_SANITIZE)
     target_link_options(tessel_options INTERFACE -fsanitize=${TESSEL_SANITIZE})
 endif()
 
-# What users run tells no folder of the machine that built it.
+# What users run is hard to attack, and tells no folder of the machine that built it.
 target_compile_options(tessel_options INTERFACE $<$<NOT:$<CONFIG:Debug>>:
+    -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2 -fstack-protector-strong -fstack-clash-protection
     -ffile-prefix-map=${PROJECT_SOURCE_DIR}=tessel -ffile-prefix-map=${PROJECT_BINARY_DIR}=build>)
+target_link_options(tessel_options INTERFACE $<$<NOT:$<CONFIG:Debug>>:-Wl,-z,relro -Wl,-z,now>)
 
 # tessel_resources(TARGET NAME PREFIX prefix BASE folder FILES file...)
 # Makes files a part of a program: in a format that holds no times, so that two builds are the same.
