@@ -27,7 +27,7 @@ foreach(image IN LISTS images)
 endforeach()
 
 file(READ ${SOURCE}/CHANGELOG.md text)
-string(REGEX MATCH "\n## ([^\n]*)" newest "${text}")
+string(REGEX MATCH "\n## ([0-9][^\n]*)" newest "${text}") # what is not released stands above it
 expect(CHANGELOG.md "${CMAKE_MATCH_1}" "${VERSION} (${date})")
 
 file(READ ${SOURCE}/packaging/changelog text)
