@@ -96,7 +96,7 @@ Field fieldOf(std::string_view name)
 
 MadeUpEntry entryOf(const json::object& members)
 {
-    const std::string_view kind = members.contains("kind") ? members.at("kind").as_string() : "log";
+    const std::string kind = members.contains("kind") ? textOf(members.at("kind")) : "log";
     const auto* row = std::find_if(std::begin(kinds), std::end(kinds),
                                    [&](const KindRow& known) { return known.name == kind; });
     MadeUpEntry entry(row == std::end(kinds) ? throw std::invalid_argument("kind") : row->kind);
