@@ -42,7 +42,7 @@ QDateTime localTime(const QDate& date, const QTime& time, std::optional<int> off
 {
     if (!offset || *offset == QDateTime::currentDateTime().offsetFromUtc())
         return shownTime(date, time);
-    return QDateTime(date, time, Qt::UTC).addSecs(-*offset).toLocalTime();
+    return QDateTime(date, time, QTimeZone::utc()).addSecs(-*offset).toLocalTime();
 }
 
 /// The digit of any script that was typed, as ASCII, else nothing.
