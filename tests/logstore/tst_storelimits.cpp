@@ -1,32 +1,14 @@
 // SPDX-License-Identifier: MIT
+#include "logstore/memorypeak.h"
 #include "logstore/writtenstore.h"
 #include "support/testcase.h"
 
 #include <QSet>
 #include <QTest>
 
-#include <atomic>
-#include <cstdlib>
-#include <malloc.h>
-#include <new>
-
 using namespace logstore::writer;
 
 namespace {
-
-std::atomic<std::size_t> liveBytes = 0;
-std::atomic<std::size_t> peakBytes = 0;
-
-/// The most memory that was in use at once since it was made.
-class MemoryPeak
-{
-public:
-    MemoryPeak() : m_before(liveBytes) { peakBytes = m_before; }
-    std::size_t bytes() const { return peakBytes - m_before; }
-
-private:
-    std::size_t m_before;
-};
 
 /// Looks at everything and wants nothing.
 class NothingFits final : public logstore::EntryFilter
@@ -78,37 +60,6 @@ void dumpOf(WrittenStore& store, const std::string& text)
 }
 
 } // namespace
-
-void* operator new(std::size_t size)
-{
-    void* memory = std::malloc(size);
-    if (!memory)
-        throw std::bad_alloc();
-    const std::size_t live = liveBytes += ::malloc_usable_size(memory);
-    if (live > peakBytes)
-        peakBytes = live;
-    return memory;
-}
-
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept
-{
-    try {
-        return operator new(size);
-    } catch (const std::bad_alloc&) {
-        return nullptr;
-    }
-}
-
-void operator delete(void* memory) noexcept
-{
-    liveBytes -= ::malloc_usable_size(memory);
-    std::free(memory);
-}
-
-void operator delete(void* memory, std::size_t) noexcept
-{
-    operator delete(memory);
-}
 
 /// Stores that ask for much: what is held stays small, and nothing is lost for it.
 class TestStoreLimits : public TestCase

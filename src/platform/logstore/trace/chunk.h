@@ -17,7 +17,7 @@ enum class ChunkTag : std::uint32_t {
 
 // offset  size  field
 //      0     4  tag
-//      4     4  sub-tag, of no use
+//      4     4  sub-tag, 0x11 for outer chunks
 //      8     8  size of the body, padding not counted
 struct ChunkHead
 {
@@ -25,12 +25,13 @@ struct ChunkHead
 
     ChunkTag tag;
     std::uint64_t bodySize;
+    std::uint32_t subTag = 0;
 
     /// `bytes` must hold at least `size` bytes.
     static ChunkHead read(Bytes bytes)
     {
         return {static_cast<ChunkTag>(loadAt<std::uint32_t>(bytes)),
-                loadAt<std::uint64_t>(bytes, 8)};
+                loadAt<std::uint64_t>(bytes, 8), loadAt<std::uint32_t>(bytes, 4)};
     }
 
     /// The zero bytes behind a body of that size.

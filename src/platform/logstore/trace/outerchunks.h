@@ -36,9 +36,15 @@ public:
     std::uint32_t damagedPieces() const { return m_damagedPieces; }
 
 private:
-    ChunkHead headAt(std::uint64_t offset) const;
-    bool isComplete(std::uint64_t offset, const ChunkHead& head);
-    bool canBeChunk(std::uint64_t offset, const ChunkHead& head);
+    struct Head : ChunkHead
+    {
+        /// False when the first block of a chunk set gives it another size. A set of several
+        /// blocks is one of these; real sets have one.
+        bool sizeFits = true;
+    };
+    Head headAt(std::uint64_t offset) const;
+    bool isComplete(std::uint64_t offset, const Head& head);
+    bool canBeChunk(std::uint64_t offset, const Head& head);
     Bytes window(std::uint64_t offset);
     std::optional<std::uint64_t> findHead(std::uint64_t from);
     std::optional<OuterChunk> passDamage(const ChunkHead& head);
@@ -48,7 +54,7 @@ private:
     Watch m_watch;
     std::uint64_t m_offset = 0; ///< of the next head
     std::uint64_t m_peekedOffset = UINT64_MAX;
-    ChunkHead m_peeked{};
+    Head m_peeked{};
     std::vector<std::uint8_t> m_window;
     std::uint64_t m_windowStart = 0;
     std::uint32_t m_damagedPieces = 0;
