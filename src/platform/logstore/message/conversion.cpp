@@ -232,7 +232,7 @@ void appendNumber(std::string& out, const Field& field, const Item& item)
 void appendByLetter(std::string& out, const Field& field, const Item& item)
 {
     const ItemKind kind = item.kind();
-    const bool isText = kind == ItemKind::Text || kind == ItemKind::TextToo
+    const bool isText = kind == ItemKind::Text || kind == ItemKind::RecentText
                         || kind == ItemKind::Object || kind == ItemKind::Data;
     bool fits = false;
     switch (field.conversion.letter) {

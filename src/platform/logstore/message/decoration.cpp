@@ -11,7 +11,7 @@ namespace {
 
 bool isTextual(const Item& item)
 {
-    return item.kind() == ItemKind::Text || item.kind() == ItemKind::TextToo
+    return item.kind() == ItemKind::Text || item.kind() == ItemKind::RecentText
            || item.kind() == ItemKind::Object;
 }
 

@@ -17,8 +17,8 @@ enum class ItemKind : std::uint8_t {
     WideText = 5,
     ErrorNumber = 6,
     MaskName = 7,
-    TextToo = 8,
-    Masked = 0xf
+    RecentText = 8, ///< text as recent systems store it
+    Masked = 15
 };
 
 /// What became of an argument's value.

@@ -64,7 +64,7 @@ private:
 bool holdsText(ItemKind kind)
 {
     return kind == ItemKind::Text || kind == ItemKind::Data || kind == ItemKind::Object
-           || kind == ItemKind::WideText || kind == ItemKind::TextToo;
+           || kind == ItemKind::WideText || kind == ItemKind::RecentText;
 }
 
 /// Whether there is no value, rather than one of which nothing was stored.

@@ -152,7 +152,7 @@ void appendMismatch(std::string& out, std::string_view conversion, const Item& i
     case ItemKind::Number:
     case ItemKind::Count: kind = "SCALAR"; break;
     case ItemKind::Text:
-    case ItemKind::TextToo: kind = "STRING"; break;
+    case ItemKind::RecentText: kind = "STRING"; break;
     case ItemKind::Data: kind = "DATA"; break;
     case ItemKind::Object: kind = "OBJECT"; break;
     case ItemKind::WideText: kind = "WIDESTRING"; break;

@@ -29,7 +29,7 @@ bool holdsNumber(const Item& item)
 
 bool isSound(const Item& item)
 {
-    const bool knownKind = item.kind() <= ItemKind::TextToo || item.kind() == ItemKind::Masked;
+    const bool knownKind = item.kind() <= ItemKind::RecentText || item.kind() == ItemKind::Masked;
     const unsigned privacy = item.privacy();
     if (!knownKind || (privacy > 2 && privacy != 5))
         return false;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/logstore/message/items.h"
 #include "platform/logstore/writer/bytebuilder.h"
 
 #include <cstdint>
@@ -10,18 +11,7 @@
 
 namespace logstore::writer {
 
-enum class ItemKind : std::uint8_t {
-    Number = 0,
-    Count = 1,
-    Text = 2,
-    Data = 3,
-    Object = 4,
-    WideText = 5,
-    ErrorNumber = 6,
-    MaskName = 7,
-    RecentText = 8, ///< text as recent systems store it
-    Masked = 15
-};
+using logstore::ItemKind;
 
 enum class Privacy : std::uint8_t { None = 0, Private = 1, Public = 2, Sensitive = 5 };
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/logstore/trace/record.h"
 #include "platform/logstore/writer/items.h"
 #include "platform/logstore/writer/stringreference.h"
 
@@ -17,7 +18,7 @@ constexpr std::uint64_t activityMarker = 0x8000000000000000;
 /// Changes bytes that were built in good order: how tests make damage.
 using Edit = std::function<void(Bytes&)>;
 
-enum class RecordKind : std::uint8_t { Activity = 2, Trace = 3, Log = 4, Signpost = 6, Loss = 7 };
+using logstore::RecordKind;
 
 /// Types of log messages, traces and simple dumps.
 enum MessageType : std::uint8_t {
