@@ -110,7 +110,7 @@ const Image* EntryResolver::processImage(RecordState& state)
 {
     if (!state.process)
         return nullptr;
-    m_index.strings().lookUp(*state.process);
+    state.process->openFiles(m_index.strings());
     return state.process->mainFile ? &state.process->mainFile->image() : nullptr;
 }
 
@@ -163,7 +163,7 @@ EntryResolver::resolve(RecordState& state, std::uint32_t reference, std::uint32_
     const std::uint64_t offset = (reference & ~dynamicBit) | std::uint64_t{upper} << upperShift;
     const StringSource source = state.head.source();
     if (state.process)
-        m_index.strings().lookUp(*state.process);
+        state.process->openFiles(m_index.strings());
 
     UuidText* file = nullptr;
     switch (source) {
@@ -228,7 +228,7 @@ const Image* EntryResolver::sender(RecordState& state)
         return &file->image();
     if (!state.process)
         return nullptr;
-    m_index.strings().lookUp(*state.process);
+    state.process->openFiles(m_index.strings());
     return state.process->cacheFile ? state.process->cacheFile->imageWith(uuid) : nullptr;
 }
 

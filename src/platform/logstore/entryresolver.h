@@ -25,9 +25,9 @@ struct RecordState
     std::uint64_t continuousTime = 0;
     std::uint32_t clock = 0;
     std::uint32_t file = 0; ///< of records
-    Catalog* catalog = nullptr;
+    KnownCatalog* catalog = nullptr;
     const InnerChunk* chunk = nullptr; ///< null for boundaries
-    CatalogProcess* process = nullptr;
+    KnownProcess* process = nullptr;
     RecordHead head{};   ///< of records in firehose chunks
     RecordFields fields; ///< of those but loss records
     Bytes data;          ///< of a loss record its data

@@ -215,17 +215,17 @@ OpenChunkSet::Source EntryStreamState::source()
     return {*m_index, m_resolver.oversize(), m_selection};
 }
 
-std::shared_ptr<Catalog> EntryStreamState::catalog(const ChunkSetPlace& place)
+std::shared_ptr<KnownCatalog> EntryStreamState::catalog(const ChunkSetPlace& place)
 {
     if (place.catalog == ChunkSetPlace::noCatalog)
         return nullptr;
-    std::weak_ptr<Catalog>& known = m_catalogs[place.catalog];
-    std::shared_ptr<Catalog> catalog = known.lock();
+    std::weak_ptr<KnownCatalog>& known = m_catalogs[place.catalog];
+    std::shared_ptr<KnownCatalog> catalog = known.lock();
     if (!catalog) {
         const CatalogPlace& at = m_index->catalog(place.catalog);
         const File* file = m_index->files().file(at.file);
-        catalog = std::make_shared<Catalog>(file ? file->bytesAt(at.offset, at.size)
-                                                 : std::vector<std::uint8_t>());
+        catalog = std::make_shared<KnownCatalog>(file ? file->bytesAt(at.offset, at.size)
+                                                      : std::vector<std::uint8_t>());
         known = catalog;
     }
     m_latestCatalog = catalog;

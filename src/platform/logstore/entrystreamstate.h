@@ -28,7 +28,7 @@ private:
     void openSet(const ChunkSetPlace& place);
     void keepWithinBudget(const OpenChunkSet* newest);
     OpenChunkSet::Source source();
-    std::shared_ptr<Catalog> catalog(const ChunkSetPlace& place);
+    std::shared_ptr<KnownCatalog> catalog(const ChunkSetPlace& place);
     bool boundaryIsNext() const;
     void passRecord();
     bool staysOnTop() const;
@@ -51,8 +51,8 @@ private:
     std::vector<std::unique_ptr<OpenChunkSet>> m_spare;
     bool m_topTaken = false; ///< the top's next record has been delivered
     std::size_t m_openBytes = 0;
-    std::map<std::uint32_t, std::weak_ptr<Catalog>> m_catalogs;
-    std::shared_ptr<Catalog> m_latestCatalog; ///< kept alive from one set to the next
+    std::map<std::uint32_t, std::weak_ptr<KnownCatalog>> m_catalogs;
+    std::shared_ptr<KnownCatalog> m_latestCatalog; ///< kept alive from one set to the next
 };
 
 } // namespace logstore

@@ -8,7 +8,9 @@
 
 namespace logstore {
 
-void OpenChunkSet::open(const ChunkSetPlace& place, std::shared_ptr<Catalog> catalog, Source source)
+void OpenChunkSet::open(const ChunkSetPlace& place,
+                        std::shared_ptr<KnownCatalog> catalog,
+                        Source source)
 {
     m_place = &place;
     m_next = 0;
@@ -28,7 +30,7 @@ void OpenChunkSet::sleep()
     m_records = std::vector<RecordPlace>();
 }
 
-void OpenChunkSet::wake(std::shared_ptr<Catalog> catalog, Source source)
+void OpenChunkSet::wake(std::shared_ptr<KnownCatalog> catalog, Source source)
 {
     unpack(std::move(catalog), source);
     m_asleep = false;
@@ -50,7 +52,7 @@ std::size_t OpenChunkSet::bytes() const
            + m_records.capacity() * sizeof(RecordPlace);
 }
 
-void OpenChunkSet::unpack(std::shared_ptr<Catalog> catalog, Source source)
+void OpenChunkSet::unpack(std::shared_ptr<KnownCatalog> catalog, Source source)
 {
     m_asleep = false;
     m_catalog = std::move(catalog);

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/logstore/knowncatalog.h"
 #include "platform/logstore/recordselection.h"
 #include "platform/logstore/storeindex.h"
-#include "platform/logstore/trace/catalog.h"
 #include "platform/logstore/trace/firehose.h"
 
 #include <memory>
@@ -17,8 +17,8 @@ struct InnerChunk
 {
     ChunkTag tag;
     Bytes body;
-    FirehoseChunk firehose;            ///< of firehose chunks
-    CatalogProcess* process = nullptr; ///< null when the catalog does not know it
+    FirehoseChunk firehose;          ///< of firehose chunks
+    KnownProcess* process = nullptr; ///< null when the catalog does not know it
 };
 
 /// A chunk set while entries are taken from it: unpacked, its records in the order of their times.
@@ -35,15 +35,15 @@ public:
     };
 
     /// Unpacks the chunk set. `catalog` may be null.
-    void open(const ChunkSetPlace& place, std::shared_ptr<Catalog> catalog, Source source);
+    void open(const ChunkSetPlace& place, std::shared_ptr<KnownCatalog> catalog, Source source);
 
     void sleep();
-    void wake(std::shared_ptr<Catalog> catalog, Source source);
+    void wake(std::shared_ptr<KnownCatalog> catalog, Source source);
     bool isAsleep() const { return m_asleep; }
     int timesWoken() const { return m_timesWoken; }
 
     const ChunkSetPlace& place() const { return *m_place; }
-    Catalog* catalog() const { return m_catalog.get(); }
+    KnownCatalog* catalog() const { return m_catalog.get(); }
 
     bool atEnd() const { return m_next == m_recordCount; }
     /// The time of the next record; only while not atEnd(). Known also while asleep.
@@ -65,7 +65,7 @@ private:
             position; ///< number of the inner chunk in the upper half, offset in the lower
     };
 
-    void unpack(std::shared_ptr<Catalog> catalog, Source source);
+    void unpack(std::shared_ptr<KnownCatalog> catalog, Source source);
     void addRecords(std::size_t chunkNumber, Source source);
     void addRecord(std::uint64_t continuousTime,
                    std::size_t chunkNumber,
@@ -73,7 +73,7 @@ private:
                    Source source);
 
     const ChunkSetPlace* m_place = nullptr;
-    std::shared_ptr<Catalog> m_catalog;
+    std::shared_ptr<KnownCatalog> m_catalog;
     std::vector<std::uint8_t> m_unpacked;
     std::vector<InnerChunk> m_chunks;
     std::vector<RecordPlace> m_records;

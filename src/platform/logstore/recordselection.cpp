@@ -7,7 +7,7 @@ namespace logstore {
 
 namespace {
 
-ProcessFacts factsOf(CatalogProcess* process, StringFiles& strings)
+ProcessFacts factsOf(KnownProcess* process, StringFiles& strings)
 {
     ProcessFacts facts;
     if (!process)
@@ -16,7 +16,7 @@ ProcessFacts factsOf(CatalogProcess* process, StringFiles& strings)
     facts.userIdentifier = process->userIdentifier;
     if (process->mainImage)
         facts.processImageUuid = *process->mainImage;
-    strings.lookUp(*process);
+    process->openFiles(strings);
     if (process->mainFile) {
         facts.processImagePath = process->mainFile->image().path;
         facts.process = process->mainFile->image().name;
@@ -26,7 +26,7 @@ ProcessFacts factsOf(CatalogProcess* process, StringFiles& strings)
 
 } // namespace
 
-bool RecordSelection::mayMatch(CatalogProcess* process) const
+bool RecordSelection::mayMatch(KnownProcess* process) const
 {
     if (!m_filter || !process)
         return true;
@@ -36,8 +36,8 @@ bool RecordSelection::mayMatch(CatalogProcess* process) const
     return process->verdict == Verdict::Possible;
 }
 
-bool RecordSelection::mayMatch(const Catalog* catalog,
-                               CatalogProcess* process,
+bool RecordSelection::mayMatch(const KnownCatalog* catalog,
+                               KnownProcess* process,
                                const RecordHead& head,
                                Bytes data) const
 {
@@ -53,7 +53,7 @@ bool RecordSelection::mayMatch(const Catalog* catalog,
     return possible(*process, catalog->subsystem(*process, subsystem, m_texts));
 }
 
-bool RecordSelection::mayMatchFirehose(const Catalog* catalog, CatalogProcess* process) const
+bool RecordSelection::mayMatchFirehose(const KnownCatalog* catalog, KnownProcess* process) const
 {
     if (!m_filter || !process || !catalog)
         return true;
@@ -69,7 +69,7 @@ bool RecordSelection::mayMatchFirehose(const Catalog* catalog, CatalogProcess* p
     return process->firehoseVerdict == Verdict::Possible;
 }
 
-bool RecordSelection::possible(CatalogProcess& process, KnownSubsystem& known) const
+bool RecordSelection::possible(KnownProcess& process, KnownSubsystem& known) const
 {
     if (known.verdict == Verdict::NotAsked) {
         const bool mayMatch = m_filter->mayMatch(factsOf(&process, m_strings),

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/logstore/entryfilter.h"
-#include "platform/logstore/trace/catalog.h"
+#include "platform/logstore/knowncatalog.h"
 #include "platform/logstore/trace/firehose.h"
 
 #include <memory>
@@ -31,20 +31,20 @@ public:
     bool hasFilter() const { return m_filter != nullptr; }
 
     /// False when no record of the process can match.
-    bool mayMatch(CatalogProcess* process) const;
+    bool mayMatch(KnownProcess* process) const;
 
     /// False when no record of the process in a firehose chunk can match: none with one of its
     /// subsystems, and none without.
-    bool mayMatchFirehose(const Catalog* catalog, CatalogProcess* process) const;
+    bool mayMatchFirehose(const KnownCatalog* catalog, KnownProcess* process) const;
 
     /// False when the record cannot match.
-    bool mayMatch(const Catalog* catalog,
-                  CatalogProcess* process,
+    bool mayMatch(const KnownCatalog* catalog,
+                  KnownProcess* process,
                   const RecordHead& head,
                   Bytes data) const;
 
 private:
-    bool possible(CatalogProcess& process, KnownSubsystem& known) const;
+    bool possible(KnownProcess& process, KnownSubsystem& known) const;
 
     std::int64_t m_from;
     const EntryFilter* m_filter;

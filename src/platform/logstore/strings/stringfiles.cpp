@@ -2,7 +2,6 @@
 #include "platform/logstore/strings/stringfiles.h"
 
 #include "platform/logstore/folderlisting.h"
-#include "platform/logstore/trace/catalog.h"
 
 #include <algorithm>
 
@@ -70,17 +69,6 @@ std::unique_ptr<StringFile> StringFiles::accepted(StoreResult<std::unique_ptr<St
     m_tableBytes += (*opened)->tableBytes();
     (*opened)->formats().countIn(m_formatBytes);
     return std::move(*opened);
-}
-
-void StringFiles::lookUp(CatalogProcess& process)
-{
-    if (process.filesLookedUp)
-        return;
-    process.filesLookedUp = true;
-    if (process.mainImage)
-        process.mainFile = uuidText(*process.mainImage);
-    if (process.sharedCache)
-        process.cacheFile = sharedCache(*process.sharedCache);
 }
 
 void StringFiles::trim()

@@ -9,8 +9,6 @@
 
 namespace logstore {
 
-struct CatalogProcess;
-
 /// The string files of a store, opened when first asked for. Folder and file names are compared
 /// without regard to case.
 class StringFiles
@@ -27,9 +25,6 @@ public:
     /// Null when there is no such file, or it is damaged.
     UuidText* uuidText(const Uuid& uuid);
     SharedCache* sharedCache(const Uuid& uuid);
-
-    /// Sets the process's two files, the first time it is called.
-    void lookUp(CatalogProcess& process);
 
     /// Drops the parsed format strings when they take more than a fixed amount of memory. Programs
     /// given out before are then invalid.

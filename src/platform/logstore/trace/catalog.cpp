@@ -4,14 +4,12 @@
 #include "platform/logstore/bytes/bytereader.h"
 
 #include <algorithm>
-#include <numeric>
 
 namespace logstore {
 
 namespace {
 
 constexpr std::size_t headSize = 24;
-constexpr std::size_t imageEntrySize = 16;
 
 // offset  size  field
 //      0     2  offset of the subsystem strings
@@ -58,38 +56,6 @@ bool isPersona(std::uint32_t identifier)
     return identifier != 0 && identifier != 0xffffffff && identifier != 0xaaaaaaaa;
 }
 
-/// u16 identifier, u16 offset of the subsystem, u16 offset of the category; absent when the process
-/// has none of that identifier.
-std::optional<Bytes> subsystemEntry(CatalogProcess& process, std::uint16_t identifier)
-{
-    const auto entryAt = [&process](std::size_t number) {
-        return process.subsystems.subspan(number * CatalogProcess::subsystemEntrySize,
-                                          CatalogProcess::subsystemEntrySize);
-    };
-    const auto identifierAt = [&entryAt](std::size_t number) {
-        return loadAt<std::uint16_t>(entryAt(number));
-    };
-    const std::size_t count = process.subsystems.size() / CatalogProcess::subsystemEntrySize;
-    // Identifiers count up from 1, as a rule without gaps: look there first.
-    const std::size_t expected = identifier == 0 ? 0 : std::size_t{identifier} - 1;
-    if (expected < count && identifierAt(expected) == identifier)
-        return entryAt(expected);
-    std::vector<std::uint32_t>& order = process.subsystemsByIdentifier;
-    if (order.empty()) {
-        order.resize(count);
-        std::iota(order.begin(), order.end(), 0U);
-        std::stable_sort(order.begin(), order.end(), [&](std::uint32_t a, std::uint32_t b) {
-            return identifierAt(a) < identifierAt(b);
-        });
-    }
-    const auto found = std::lower_bound(
-        order.begin(), order.end(), identifier,
-        [&](std::uint32_t number, std::uint16_t value) { return identifierAt(number) < value; });
-    if (found == order.end() || identifierAt(*found) != identifier)
-        return std::nullopt;
-    return entryAt(*found);
-}
-
 } // namespace
 
 Catalog::Catalog(std::vector<std::uint8_t> body) : m_body(std::move(body))
@@ -130,7 +96,7 @@ void Catalog::readProcesses()
         process.hasPersona = isPersona(in.read<std::uint32_t>());
         const std::uint64_t imageCount = in.read<std::uint32_t>();
         in.skip(4);
-        process.images = in.take(imageCount * imageEntrySize);
+        process.images = in.take(imageCount * CatalogProcess::imageEntrySize);
         const std::uint64_t subsystemCount = in.read<std::uint32_t>();
         in.skip(4);
         process.subsystems = in.take(subsystemCount * CatalogProcess::subsystemEntrySize);
@@ -168,62 +134,6 @@ std::vector<SubChunk> Catalog::readSubChunks(Bytes body)
     return subChunks;
 }
 
-CatalogProcess* Catalog::find(const ProcessKey& key)
-{
-    const auto found = std::lower_bound(
-        m_processes.begin(), m_processes.end(), key,
-        [](const CatalogProcess& process, const ProcessKey& value) { return process.key < value; });
-    return found != m_processes.end() && found->key == key ? &*found : nullptr;
-}
-
-KnownSubsystem& Catalog::subsystem(CatalogProcess& process,
-                                   std::optional<std::uint16_t> identifier,
-                                   TextPool& pool) const
-{
-    if (!identifier)
-        return process.noSubsystem;
-    KnownSubsystem& known = process.knownSubsystems[*identifier];
-    if (!known.isResolved) {
-        known.texts = readSubsystem(process, *identifier, pool);
-        known.isResolved = true;
-    }
-    return known;
-}
-
-Subsystem
-Catalog::readSubsystem(CatalogProcess& process, std::uint16_t identifier, TextPool& pool) const
-{
-    const auto entry = subsystemEntry(process, identifier);
-    if (!entry)
-        return {};
-    return {pooledText(loadAt<std::uint16_t>(*entry, 2), pool),
-            pooledText(loadAt<std::uint16_t>(*entry, 4), pool)};
-}
-
-// u32 size, u32 unknown, u16 identifier, u32 + u16 load address
-std::optional<Uuid>
-Catalog::imageAt(CatalogProcess& process, std::uint64_t address, std::uint64_t& load) const
-{
-    std::vector<LoadedImage>& images = process.imagesByLoad;
-    const auto isLower = [](const LoadedImage& a, const LoadedImage& b) { return a.load < b.load; };
-    if (images.empty()) {
-        ByteReader in(process.images);
-        while (in.remaining() >= imageEntrySize) {
-            const Bytes entry = in.take(imageEntrySize);
-            images.push_back({loadAt<std::uint32_t>(entry, 10)
-                                  | std::uint64_t{loadAt<std::uint16_t>(entry, 14)} << 32,
-                              loadAt<std::uint32_t>(entry, 0), loadAt<std::uint16_t>(entry, 8)});
-        }
-        std::stable_sort(images.begin(), images.end(), isLower);
-    }
-    const auto after =
-        std::upper_bound(images.begin(), images.end(), LoadedImage{address, 0, 0}, isLower);
-    if (after == images.begin() || address - std::prev(after)->load >= std::prev(after)->size)
-        return std::nullopt;
-    load = std::prev(after)->load;
-    return identifier(std::prev(after)->identifier);
-}
-
 std::optional<Uuid> Catalog::identifier(std::uint16_t index) const
 {
     const std::size_t at = std::size_t{index} * sizeof(Uuid);
@@ -232,9 +142,9 @@ std::optional<Uuid> Catalog::identifier(std::uint16_t index) const
     return loadAt<Uuid>(m_identifiers, at);
 }
 
-std::string_view Catalog::pooledText(std::uint16_t offset, TextPool& pool) const
+std::string_view Catalog::string(std::uint16_t offset) const
 {
-    return pool.internUnchecked(cString(clipped(m_strings, offset)));
+    return cString(clipped(m_strings, offset));
 }
 
 } // namespace logstore
