@@ -63,7 +63,7 @@ private:
     Piece escape();
     void skipSet();
     Quantifier quantifier();
-    void add(Sequence& sequence, Piece piece, Quantifier quantifier);
+    void add(Sequence& sequence, Piece piece, Quantifier often);
 
     bool at(char c) const { return !m_rest.empty() && m_rest.front() == c; }
     bool accept(std::string_view text)
@@ -103,7 +103,7 @@ std::string ExpressionReader::character()
         fail();
     else
         nextCharacter(m_rest, length);
-    const std::string out(m_rest.substr(0, length));
+    std::string out(m_rest.substr(0, length));
     m_rest.remove_prefix(length);
     return out;
 }
@@ -229,13 +229,11 @@ Quantifier ExpressionReader::quantifier()
 void ExpressionReader::add(Sequence& sequence, Piece piece, Quantifier often)
 {
     using Kind = Piece::Kind;
-    if (often.optional) {
+    const bool isGroup = piece.kind == Kind::Group || piece.kind == Kind::Repeated;
+    if (often.optional || (!often.once && !isGroup && piece.kind != Kind::Text))
         piece = {};
-    } else if (!often.once && piece.kind == Kind::Group) {
+    else if (!often.once && isGroup)
         piece.kind = Kind::Repeated;
-    } else if (!often.once && piece.kind != Kind::Text && piece.kind != Kind::Repeated) {
-        piece = {};
-    }
     const bool joins =
         piece.kind == Kind::Text && !sequence.empty() && sequence.back().kind == Kind::Text;
     if (joins)
