@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "platform/base/ascii.h"
 #include "platform/predicate/matching/regexshortcut.h"
 #include "platform/predicate/text/regexpattern.h"
 #include "platform/predicate/text/textpattern.h"
@@ -83,27 +84,6 @@ private Q_SLOTS:
         QVERIFY(decided[0] > 10'000 && decided[1] > 1'000);
     }
 
-    void everyPlaceInLongTexts()
-    {
-        FoldedTexts folds;
-        for (std::size_t length = 1; length < 40; ++length) {
-            std::string needle;
-            for (std::size_t i = 0; i < length; ++i)
-                needle += static_cast<char>('a' + i % 26);
-            const TextPattern pattern(TextRelation::Contains, needle, Folding(true, false));
-            for (std::size_t before = 0; before < 40; ++before) {
-                std::string upper = needle;
-                std::transform(upper.begin(), upper.end(), upper.begin(),
-                               [](char c) { return static_cast<char>(c - 32); });
-                const std::string text = std::string(before, '.') + upper + "z";
-                QVERIFY(pattern.matches(text, folds));
-                std::string damaged = text;
-                damaged[before + length - 1] = '#';
-                QVERIFY(!pattern.matches(damaged, folds));
-            }
-        }
-    }
-
     void foldingInPiecesIsFoldingOfTheWhole()
     {
         const auto whole = [](const std::string& text) {
@@ -148,13 +128,23 @@ private Q_SLOTS:
     void findsWhatASearchWithoutTricksFinds()
     {
         PredicateGenerator generator(7);
-        for (int i = 0; i < 20'000; ++i) {
+        std::array<int, 2> found{};
+        for (int i = 0; i < 40'000; ++i) {
             std::string text;
-            for (int pieces = 0; pieces < 12; ++pieces)
-                text += generator.text();
-            const std::string needle = generator.text();
-            QCOMPARE(ByteFinder(needle, ByteFinder::Case::Exact).find(text), text.find(needle));
+            for (std::size_t length = generator.below(70); length > 0; --length)
+                text += "abkAB[{\xC3"[generator.below(8)];
+            std::string needle = text.substr(generator.below(text.size() + 1), generator.below(40));
+            if (!needle.empty() && generator.sometimes())
+                needle[generator.below(needle.size())] ^= ' ';
+            const std::size_t from = generator.below(3);
+            const std::size_t exact = ByteFinder(needle, ByteFinder::Case::Exact).find(text, from);
+            QCOMPARE(exact, text.find(needle, from));
+            const ByteFinder caseless(needle, ByteFinder::Case::AsciiIgnored);
+            QCOMPARE(caseless.find(text, from),
+                     asciiLowered(text).find(asciiLowered(needle), from));
+            ++found[exact == ByteFinder::npos ? 0 : 1];
         }
+        QVERIFY(found[0] > 5'000 && found[1] > 5'000);
     }
 
     void illFormedTexts()
