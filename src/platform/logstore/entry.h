@@ -55,9 +55,8 @@ struct RecordState;
 
 /// One entry of a store, read from its record as fields are asked for. Valid until the stream that
 /// gave it moves on. Texts are valid UTF-8. Those of process(), processImagePath(), sender(),
-/// senderImagePath(), subsystem(), category() and signpostName() are kept: they live as long as the
-/// store, and what one of them gave at an address it gives there always. Fields that do not apply
-/// to the kind are empty, 0 or absent.
+/// senderImagePath(), subsystem(), category() and signpostName() live as long as the store, and no
+/// address ever gets another text. Fields that do not apply to the kind are empty, 0 or absent.
 class Entry
 {
 public:

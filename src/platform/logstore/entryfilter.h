@@ -10,7 +10,7 @@ namespace logstore {
 
 class Entry;
 
-/// What a catalog tells of a process before any of its records is read.
+/// What is known of a process before its records are read.
 struct ProcessFacts
 {
     std::string_view process;
@@ -20,9 +20,8 @@ struct ProcessFacts
     std::uint32_t userIdentifier = 0;
 };
 
-/// Decides which entries a stream delivers. What can be ruled out from a catalog is ruled out
-/// before a record is read: a process, a subsystem. A sender cannot be: a record may name its image
-/// itself.
+/// Decides which entries a stream delivers. Processes and subsystems are ruled out by the catalog,
+/// before records are read. Senders are not, as a record may name its image itself.
 class EntryFilter
 {
 public:
@@ -45,9 +44,9 @@ public:
     /// Whether some answers are guesses, as finding out would have taken too long.
     virtual bool gaveUp() const { return false; }
 
-    /// Asked before each part of the store is opened, with the earliest time it may hold
-    /// (nanoseconds since 1970). False ends the stream: a walk that keeps nothing for long, or of
-    /// which all is ruled out, can then be watched and cancelled.
+    /// Called before each chunk set is opened, with the earliest time it may hold (nanoseconds
+    /// since 1970). Returning false ends the stream, so that a walk that finds nothing can be
+    /// cancelled.
     virtual bool goesOn(std::int64_t /*reached*/) const { return true; }
 };
 

@@ -99,14 +99,14 @@ void EntryStreamState::passRecord()
     m_heap.pop_back();
 }
 
-/// Spares the next sets their allocations, as long as those are of the usual size.
+/// Keeps a set of the usual size, so that the next one needs no allocations.
 void EntryStreamState::keepForReuse(std::unique_ptr<OpenChunkSet> set)
 {
     if (m_spare.size() < mostSpareSets && set->bytes() <= largestSpareSet)
         m_spare.push_back(std::move(set));
 }
 
-/// Whether the top, having moved on, is still due before both sets below it. Records come in runs.
+/// Whether the top set is still due first after it has advanced. Records come in runs.
 bool EntryStreamState::staysOnTop() const
 {
     for (std::size_t child = 1; child <= 2 && child < m_heap.size(); ++child)
@@ -143,7 +143,7 @@ bool EntryStreamState::openDueSets()
             return false;
         if (!m_heap.front()->isAsleep())
             return true;
-        // Waking may find the file changed, so the heap is looked at anew.
+        // The file may have changed, so the set goes back into the heap.
         std::pop_heap(m_heap.begin(), m_heap.end(), isLater);
         OpenChunkSet& set = *m_heap.back();
         set.wake(catalog(set.place()), source());

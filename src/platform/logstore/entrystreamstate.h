@@ -10,8 +10,8 @@
 
 namespace logstore {
 
-/// Merges the chunk sets of a store. One is unpacked when the merge has come to its earliest time
-/// and dropped when its last record is gone: memory is bounded by their overlap.
+/// Merges the chunk sets of a store in time order. A set is unpacked when the merge reaches its
+/// earliest time and dropped after its last record, so that memory is bounded by their overlap.
 class EntryStreamState
 {
 public:

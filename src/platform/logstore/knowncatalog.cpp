@@ -57,7 +57,7 @@ std::optional<Bytes> KnownCatalog::subsystemEntry(KnownProcess& process, std::ui
         return loadAt<std::uint16_t>(entryAt(number));
     };
     const std::size_t count = process.subsystems.size() / CatalogProcess::subsystemEntrySize;
-    // Identifiers count up from 1, as a rule without gaps: look there first.
+    // Identifiers usually count up from 1 without gaps, so that place is tried first.
     const std::size_t expected = identifier == 0 ? 0 : std::size_t{identifier} - 1;
     if (expected < count && identifierAt(expected) == identifier)
         return entryAt(expected);

@@ -21,8 +21,8 @@ struct InnerChunk
     KnownProcess* process = nullptr; ///< null when the catalog does not know it
 };
 
-/// A chunk set while entries are taken from it: unpacked, its records in the order of their times.
-/// It can be put to sleep, which frees what it holds but not its place, and woken again.
+/// An unpacked chunk set with its records in time order. Putting it to sleep frees its memory and
+/// keeps its position; waking unpacks it again.
 class OpenChunkSet
 {
 public:

@@ -21,10 +21,9 @@ struct OversizeKey
     bool isOfReference(const OversizeKey& other) const;
 };
 
-/// The oversize chunks of the chunk sets opened so far. A set is opened when the merge has come to
-/// its earliest record, which may be days before a chunk's own record comes out: when the chunks
-/// take too much room, those go whose time has passed, and of those farthest ahead only the place
-/// is kept.
+/// The oversize chunks of the chunk sets opened so far. A chunk's record may come out days after
+/// its set is opened. When the chunks take too much memory, those whose time has passed are
+/// dropped, and of those due last only the place is kept.
 class OversizeStore
 {
 public:

@@ -11,8 +11,8 @@ namespace logstore {
 
 class StringFiles;
 
-/// Which records a stream looks at at all: those from a time on, less those that its filter rules
-/// out by their process or subsystem alone.
+/// Selects the records a stream visits: those from a time on whose process and subsystem the filter
+/// does not rule out.
 class RecordSelection
 {
 public:

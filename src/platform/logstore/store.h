@@ -64,7 +64,7 @@ public:
     /// What opening and all streams so far could not read.
     const StoreProblems& problems() const;
 
-    /// The entries from `from` on, those of them that `filter` matches (all when it is null).
+    /// The entries from `from` on that match `filter`; all when it is null.
     EntryStream entries(std::int64_t from = beginning,
                         std::shared_ptr<const EntryFilter> filter = nullptr) const;
 

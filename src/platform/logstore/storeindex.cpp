@@ -116,8 +116,8 @@ std::size_t StoreIndex::firstReaching(std::int64_t time) const
         std::lower_bound(m_latestSoFar.begin(), m_latestSoFar.end(), time) - m_latestSoFar.begin());
 }
 
-/// The sets that claim to end last are asked themselves: a catalog may be damaged, and counts
-/// oversize chunks that are no entries.
+/// Reads the sets that end last according to their catalogs: a catalog may be damaged, and it
+/// counts oversize chunks, which are no entries.
 std::int64_t StoreIndex::findEndTime()
 {
     constexpr int mostAsked = 256; // else a crafted store would be read as a whole

@@ -12,7 +12,7 @@
 
 namespace logstore {
 
-/// A chunk set: where it stands and what time it covers.
+/// The place of a chunk set, and the time it covers.
 struct ChunkSetPlace
 {
     static constexpr std::uint32_t noCatalog = UINT32_MAX;
@@ -33,7 +33,7 @@ struct CatalogPlace
     std::uint32_t file;
 };
 
-/// An entry that the time files give: the system's start, or a correction of its clock.
+/// An entry made from the time files: a start of the system, or a correction of its clock.
 struct Boundary
 {
     std::int64_t time;
@@ -42,7 +42,7 @@ struct Boundary
     bool isBoot;
 };
 
-/// What one pass over the heads and catalogs of all trace files tells, without unpacking anything.
+/// What the heads and catalogs of all trace files tell, read in one pass without unpacking.
 class StoreIndex
 {
 public:

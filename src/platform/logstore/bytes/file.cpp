@@ -14,7 +14,7 @@ namespace logstore {
 
 StoreResult<File> File::open(const std::filesystem::path& path)
 {
-    // Without O_NONBLOCK a pipe that bears the name of a trace file would block for ever.
+    // Without O_NONBLOCK, opening a pipe that is named like a trace file would block.
     const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (descriptor < 0)
         return storeProblem(ProblemKind::UnreadableFile, path, errno);

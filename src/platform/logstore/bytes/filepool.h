@@ -7,7 +7,7 @@
 
 namespace logstore {
 
-/// The trace files of a store by number. Only so many are open at once, however many there are.
+/// The trace files of a store by number. A limited number of them is open at a time.
 class FilePool
 {
 public:

@@ -9,8 +9,7 @@
 
 namespace logstore {
 
-/// No real format string comes near this; a file without zero bytes must not give one at each
-/// place.
+/// Longer than any real format string; it bounds what a file without zero bytes can give.
 constexpr std::uint64_t longestString = std::uint64_t{64} * 1024;
 
 /// The format strings of one string file that have been asked for, parsed once each.

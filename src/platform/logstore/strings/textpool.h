@@ -9,7 +9,7 @@
 namespace logstore {
 
 /// Keeps one copy of each distinct text for as long as it lives; equal texts get the same address.
-/// It takes so many bytes and no more, which no real store needs: what comes then is empty.
+/// Its capacity is limited, above what real stores need; later texts become empty.
 class TextPool
 {
 public:

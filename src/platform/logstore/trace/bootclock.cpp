@@ -9,8 +9,8 @@ namespace logstore {
 
 namespace {
 
-/// Beyond this many clock corrections in one range their common bounds are used: looser, but a
-/// crafted store cannot make opening slow.
+/// For a range with more clock corrections than these, the bounds of all corrections are used:
+/// looser, but fast for crafted stores.
 constexpr std::size_t exactSyncs = 4096;
 
 void include(TimeRange& range, std::int64_t time)

@@ -34,7 +34,7 @@ struct ChunkHead
                 loadAt<std::uint64_t>(bytes, 8), loadAt<std::uint32_t>(bytes, 4)};
     }
 
-    /// The zero bytes behind a body of that size.
+    /// The number of zero bytes after a body of that size.
     static std::uint64_t padding(std::uint64_t bodySize) { return (8 - bodySize % 8) % 8; }
 
     bool isInner() const { return tag >= ChunkTag::Firehose && tag <= ChunkTag::SimpleDump; }

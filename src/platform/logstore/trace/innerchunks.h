@@ -5,7 +5,7 @@
 
 namespace logstore {
 
-/// The least a body must have for its chunk to be of use.
+/// A chunk with a smaller body than this is ignored.
 inline std::size_t minimalBody(ChunkTag tag)
 {
     switch (tag) {

@@ -73,8 +73,8 @@ const TimeSync::Boot* TimeSync::boot(const Uuid& uuid) const
     return found == m_boots.end() ? nullptr : &found->second;
 }
 
-/// Of two records with the same continuous time both stay, as both are shown; the later one, being
-/// found last, sets the clock.
+/// Of two records with the same continuous time both are kept, as both are shown; the later one
+/// sets the clock.
 BootClock TimeSync::Boot::clock(const Uuid& uuid) const
 {
     std::vector<BootClock::Anchor> sorted = syncs;

@@ -60,7 +60,7 @@ void TraceLayout::moveOutItems(const Process& process, Record& record)
     oversize.items = std::exchange(record.items, {});
     oversize.backtrace = std::exchange(record.backtrace, {});
     record.oversize = oversize.reference;
-    // The record belongs behind its items: it gets a page of its own begun after them.
+    // The record must follow its items, so it starts a page of its own after them.
     std::erase_if(m_pages, [&](const auto& page) { return page.first.first == &process; });
     const std::size_t size = body(oversize).size();
     addChunk(process, std::move(oversize), size);
