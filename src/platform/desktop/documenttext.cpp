@@ -12,8 +12,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The document that showText() is changing.
+/// The document that showText() is changing, and the one whose text is being stored.
 const QTextDocument* shownNow = nullptr;
+const QTextDocument* storedNow = nullptr;
 
 /// The text as an editor can hold it: with each kind of paragraph end a line feed.
 QString asHeldByEditor(QString text)
@@ -41,6 +42,8 @@ QString exactText(const QTextDocument* document)
 
 void showText(QTextDocument* document, const QString& text)
 {
+    if (document == storedNow)
+        return; // it holds the text; comparing long ones at each key would take long
     const QString shown = exactText(document);
     const QString wanted = asHeldByEditor(text);
     if (shown == wanted)
@@ -68,7 +71,10 @@ void bindText(QTextDocument* document,
         // alone; the editor may hold the loaded text in another form.
         if (document == shownNow)
             return;
-        if (const QString text = exactText(document); text != asHeldByEditor(load()))
-            store(text);
+        const QString text = exactText(document);
+        if (text == asHeldByEditor(load()))
+            return;
+        const QScopedValueRollback<const QTextDocument*> storing(storedNow, document);
+        store(text);
     });
 }
