@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "app/demonstrationstores.h"
 #include "app/tesselapp.h"
-#include "platform/administrators.h"
 #include "platform/clock.h"
 #include "platform/desktop/qtalerts.h"
 #include "platform/desktop/qtpanels.h"
 #include "platform/desktop/singleinstance.h"
 #include "platform/desktop/statefile.h"
 #include "platform/filemanager.h"
+#include "platform/oslogstore.h"
 #include "platform/processrunner.h"
-#include "platform/systemlogstores.h"
 #include "platform/userdefaults.h"
 
 #include <QApplication>
@@ -39,6 +38,17 @@ void setIdentity()
     QGuiApplication::setDesktopFileName(identifier);
     QGuiApplication::setWindowIcon(
         QIcon::fromTheme(identifier, QIcon(u":/icons/org.tessel.Tessel.svg"_s)));
+}
+
+/// The number of the group whose members may read the system's log, as text. Absent where no group
+/// guards it: there the permissions of its files do.
+std::optional<QString> administratorsGroup()
+{
+#ifdef Q_OS_MACOS
+    return QStringLiteral("80");
+#else
+    return std::nullopt;
+#endif
 }
 
 /// Has texts in the user's language from a folder of translations, where it holds that language.

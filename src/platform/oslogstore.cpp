@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <map>
@@ -90,4 +91,34 @@ logstore::EntryStream
 OSLogStore::getEntries(Position at, std::shared_ptr<const logstore::EntryFilter> matching) const
 {
     return m_store.entries(at.time, std::move(matching));
+}
+
+SystemLogStores::SystemLogStores(QStringList localFolders, StandIn standIn)
+    : m_localFolders(std::move(localFolders))
+    , m_standIn(std::move(standIn))
+{
+}
+
+Result<QString> SystemLogStores::localFolder() const
+{
+    const auto found =
+        std::find_if(m_localFolders.begin(), m_localFolders.end(), [](const QString& folder) {
+            return QFileInfo(folder + QStringLiteral("/diagnostics")).isDir();
+        });
+    if (found != m_localFolders.end())
+        return *found;
+    return m_standIn();
+}
+
+Result<OSLogStore> SystemLogStores::local(const logstore::OpenWatch& watch)
+{
+    const auto folder = localFolder();
+    if (!folder)
+        return tl::unexpected(folder.error());
+    return OSLogStore::open(*folder, logstore::StoreOrigin::System, watch);
+}
+
+Result<OSLogStore> SystemLogStores::archive(const QString& path, const logstore::OpenWatch& watch)
+{
+    return OSLogStore::open(path, logstore::StoreOrigin::HandedOver, watch);
 }

@@ -5,8 +5,9 @@
 #include "platform/logstore/store.h"
 
 #include <QDateTime>
-#include <QString>
+#include <QStringList>
 
+#include <functional>
 #include <memory>
 
 /// A length of time in nanoseconds, rounded, at most what 64 bits hold; 0 for what is not a number.
@@ -58,4 +59,27 @@ public:
     virtual Result<OSLogStore> local(const logstore::OpenWatch& watch) = 0;
     /// The saved archive at an absolute path.
     virtual Result<OSLogStore> archive(const QString& path, const logstore::OpenWatch& watch) = 0;
+};
+
+/// The log stores of this machine's file system. The local store is the first of the given folders
+/// that has a log store's folder of trace files.
+class SystemLogStores final : public LogStores
+{
+public:
+    /// Gives the folder of a store to take for the local one.
+    using StandIn = std::function<Result<QString>()>;
+
+    /// `localFolders` are absolute paths, the most wanted first. When none of them has a log store,
+    /// `standIn` is asked, each time anew.
+    SystemLogStores(QStringList localFolders, StandIn standIn);
+
+    /// The folder that local() opens.
+    Result<QString> localFolder() const;
+
+    Result<OSLogStore> local(const logstore::OpenWatch& watch) override;
+    Result<OSLogStore> archive(const QString& path, const logstore::OpenWatch& watch) override;
+
+private:
+    QStringList m_localFolders;
+    StandIn m_standIn;
 };

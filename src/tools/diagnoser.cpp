@@ -2,11 +2,11 @@
 #include "tools/diagnoser.h"
 
 #include "platform/clock.h"
-#include "tools/significantdigits.h"
 
 #include <QDateTime>
 
 #include <algorithm>
+#include <unicode/numberformatter.h>
 
 using namespace Qt::StringLiterals;
 
@@ -20,6 +20,21 @@ QString dateStamp(FileTime time)
 }
 
 } // namespace
+
+std::optional<QString> withFourSignificantDigits(double number, const QLocale& locale)
+{
+    UErrorCode status = U_ZERO_ERROR;
+    const icu::UnicodeString text =
+        icu::number::NumberFormatter::withLocale(
+            icu::Locale::forLanguageTag(locale.bcp47Name().toStdString(), status))
+            .precision(icu::number::Precision::minMaxSignificantDigits(1, 4))
+            .grouping(UNUM_GROUPING_OFF)
+            .formatDouble(number, status)
+            .toString(status);
+    if (U_FAILURE(status))
+        return std::nullopt;
+    return QString::fromUtf16(text.getBuffer(), text.length());
+}
 
 std::shared_ptr<Diagnoser> Diagnoser::make(const Platform& platform, FileManager& files)
 {

@@ -3,6 +3,14 @@
 
 #include "tools/logfoldertool.h"
 
+#include <QLocale>
+
+#include <optional>
+
+/// The number with at most four significant digits, in the signs of the locale, without grouping or
+/// exponent.
+std::optional<QString> withFourSignificantDigits(double number, const QLocale& locale);
+
 /// The model of the diagnostics tool, which looks into a folder laid out as a log store.
 class Diagnoser final : public LogFolderTool
 {

@@ -2,7 +2,7 @@
 #include "app/dedysfunction.h"
 #include "app/demonstrationstores.h"
 #include "app/logpredicates.h"
-#include "platform/systemlogstores.h"
+#include "platform/oslogstore.h"
 #include "settings/predicatelibrary.h"
 #include "support/fakeplatform.h"
 #include "support/testcase.h"

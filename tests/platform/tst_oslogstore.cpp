@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/systemlogstores.h"
+#include "platform/oslogstore.h"
 #include "support/smallstore.h"
 #include "support/testcase.h"
 

@@ -3,7 +3,6 @@
 #include "support/logfolder.h"
 #include "support/testcase.h"
 #include "tools/diagnoser.h"
-#include "tools/significantdigits.h"
 #include "tools/statisticstext.h"
 
 #include <QSignalSpy>
