@@ -184,7 +184,7 @@ private Q_SLOTS:
             // Nobody else writes between reading and writing.
             const QByteArray folder = QFile::encodeName(QFileInfo(path()).path());
             const int other = ::open(folder.constData(), O_RDONLY | O_CLOEXEC);
-            QVERIFY(other >= 0 && ::flock(other, LOCK_EX | LOCK_NB) < 0);
+            QVERIFY(other >= 0 && ::flock(other, LOCK_SH | LOCK_NB) < 0);
             ::close(other);
             first.set(u"predNames"_s, QStringList{u"a"_s, u"b"_s});
         });
