@@ -764,6 +764,18 @@ Freie Software unter der MIT-Lizenz.</translation>
         <source>Please wait until the log has been read.</source>
         <translation>Bitte warten, bis das Log gelesen ist.</translation>
     </message>
+    <message>
+        <source>“%1” is not a log archive.</source>
+        <translation>„%1“ ist kein Logarchiv.</translation>
+    </message>
+    <message>
+        <source>It holds the log archive “%1”. Do you want to use that one?</source>
+        <translation>Darin liegt das Logarchiv „%1“. Möchten Sie dieses verwenden?</translation>
+    </message>
+    <message>
+        <source>Use It</source>
+        <translation>Verwenden</translation>
+    </message>
 </context>
 <context>
     <name>Menus</name>

@@ -30,14 +30,6 @@ bool isNamedArchive(const QString& path)
     return hasSuffix(path, ".logarchive"_L1);
 }
 
-/// Whether a folder holds what log archives and copies of a log store do.
-bool holdsLogs(const QString& folder)
-{
-    const QStringList names{u"Persist"_s,  u"Special"_s,     u"Signpost"_s, u"HighVolume"_s,
-                            u"timesync"_s, u"diagnostics"_s, u"*.tracev3"_s};
-    return !QDir(folder).entryList(names, QDir::AllEntries).isEmpty();
-}
-
 } // namespace
 
 ContentState::ContentState(const Platform& platform,
@@ -172,9 +164,16 @@ bool ContentState::openDocument(const QString& path)
     if (!QDir::isAbsolutePath(path))
         return refuse(tr("“%1” is not a file of this computer.").arg(path));
     const bool isArchive = isNamedArchive(path) || QFileInfo(path).isDir();
-    const bool isOpen = isArchive ? useArchive(path) : openEntryList(path);
+    QString document = path;
+    if (isArchive) {
+        const auto archive = m_logger->archiveMeant(QUrl::fromLocalFile(QDir::cleanPath(path)));
+        if (!archive)
+            return false;
+        document = archive->toLocalFile();
+    }
+    const bool isOpen = isArchive ? useArchive(document) : openEntryList(document);
     if (isOpen)
-        Q_EMIT documentOpened(path);
+        Q_EMIT documentOpened(document);
     return isOpen;
 }
 
@@ -195,7 +194,7 @@ bool ContentState::useArchive(const QString& path)
     if (!QFileInfo(path).isDir())
         return refuse(
             tr("The log archive “%1” cannot be used: there is no such folder.").arg(path));
-    if (!isNamedArchive(path) && !holdsLogs(path))
+    if (!isNamedArchive(path) && !OSLogStore::isStore(path))
         return refuse(tr("The folder “%1” is not a log archive: it holds no log files.").arg(path));
     m_logger->useArchive(QUrl::fromLocalFile(QDir::cleanPath(path)));
     return true;

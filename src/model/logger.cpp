@@ -12,6 +12,7 @@
 #include "platform/panels.h"
 
 #include <QElapsedTimer>
+#include <QFileInfo>
 #include <QScopeGuard>
 
 #include <algorithm>
@@ -168,8 +169,24 @@ void Logger::chooseArchive()
             return;
         if (self->m_isFetching)
             return self->tellOfRunningFetch();
-        self->setSource(result.confirmed ? result.location : std::nullopt);
+        if (!result.confirmed)
+            self->setSource(std::nullopt);
+        else if (const auto archive = self->archiveMeant(*result.location))
+            self->setSource(archive);
     });
+}
+
+std::optional<QUrl> Logger::archiveMeant(const QUrl& chosen)
+{
+    const auto inside = OSLogStore::archiveInside(chosen.toLocalFile());
+    if (!inside)
+        return chosen;
+    const auto nameOf = [](const QString& path) { return QFileInfo(path).fileName(); };
+    const bool isMeant = m_platform.alerts.offer(
+        tr("“%1” is not a log archive.").arg(nameOf(chosen.toLocalFile())),
+        tr("It holds the log archive “%1”. Do you want to use that one?").arg(nameOf(*inside)),
+        tr("Use It"));
+    return isMeant ? std::optional(QUrl::fromLocalFile(*inside)) : std::nullopt;
 }
 
 void Logger::useArchive(const QUrl& archive)

@@ -70,6 +70,9 @@ public:
     /// report tells what of it cannot be read.
     void chooseArchive();
     void useArchive(const QUrl& archive);
+    /// What was chosen, or the log archive in it when it is a folder chosen by mistake and the user
+    /// agrees to that; absent when he does not.
+    std::optional<QUrl> archiveMeant(const QUrl& chosen);
 
     /// Sets the note of the first entry with each of the identities.
     void setNote(const QSet<QUuid>& ids, const QString& note);

@@ -3,6 +3,7 @@
 
 #include "platform/base/arithmetic.h"
 #include "platform/base/timeunits.h"
+#include "platform/logstore/storefolders.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -75,6 +76,19 @@ QString reason(const logstore::StoreProblem& problem)
     if (problem.error != 0)
         return QString::fromStdString(std::generic_category().message(problem.error));
     return QCoreApplication::translate("StoreProblems", reasons.at(problem.kind));
+}
+
+bool OSLogStore::isStore(const QString& path)
+{
+    return logstore::isStore(QFile::encodeName(path).toStdString());
+}
+
+std::optional<QString> OSLogStore::archiveInside(const QString& path)
+{
+    const auto archive = logstore::archiveInside(QFile::encodeName(path).toStdString());
+    if (!archive)
+        return std::nullopt;
+    return QFile::decodeName(archive->string().c_str());
 }
 
 OSLogStore::Position OSLogStore::position(const QDateTime& date) const

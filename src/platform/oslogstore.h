@@ -9,6 +9,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 /// A length of time in nanoseconds, rounded, at most what 64 bits hold; 0 for what is not a number.
 std::int64_t wholeNanoseconds(double seconds);
@@ -29,6 +30,11 @@ public:
     static Result<OSLogStore> open(const QString& path,
                                    logstore::StoreOrigin origin = logstore::StoreOrigin::HandedOver,
                                    const logstore::OpenWatch& watch = {});
+
+    /// Whether a store is found from the folder at an absolute path.
+    static bool isStore(const QString& path);
+    /// The path of the log archive in a folder that is not a store itself.
+    static std::optional<QString> archiveInside(const QString& path);
 
     /// What could not be read so far, and of how many trace and time files.
     const logstore::StoreProblems& problems() const { return m_store.problems(); }

@@ -26,6 +26,7 @@ public:
         QCoreApplication::processEvents();
         --m_open;
     }
+    bool offer(const QString&, const QString&, const QString&) override { return false; }
 
     QStringList shown;
     int mostAtOnce = 0;

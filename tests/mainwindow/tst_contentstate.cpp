@@ -199,6 +199,37 @@ private Q_SLOTS:
         QCOMPARE(shown, (QList<qsizetype>{0, state().logger().logList().size()}));
     }
 
+    void archiveInAChosenFolderIsOffered_data()
+    {
+        QTest::addColumn<bool>("byPanel");
+        QTest::addColumn<bool>("takes");
+        QTest::newRow("panel, taken") << true << true;
+        QTest::newRow("panel, declined") << true << false;
+        QTest::newRow("dropped, taken") << false << true;
+        QTest::newRow("dropped, declined") << false << false;
+    }
+    void archiveInAChosenFolderIsOffered()
+    {
+        QFETCH(bool, byPanel);
+        QFETCH(bool, takes);
+        const QString chosen = m_fake->folder.filePath(u"sent.logarchive"_s);
+        const QString archive = chosen + u"/mac.logarchive"_s;
+        QVERIFY(QDir(archive).mkpath(u"Persist"_s));
+        m_fake->alerts.takesOffers = takes;
+        const QSignalSpy opened(&state(), &ContentState::documentOpened);
+        if (byPanel) {
+            state().chooseArchive();
+            m_fake->panels.confirm(chosen);
+        } else {
+            QCOMPARE(state().openDocument(chosen), takes);
+            QCOMPARE(opened.value(0).value(0).toString(), takes ? archive : QString());
+        }
+        QCOMPARE(m_fake->alerts.shown.size(), 1);
+        QVERIFY(m_fake->alerts.shown.first().informativeText.contains(u"“mac.logarchive”"_s));
+        QCOMPARE(state().logger().archURL().value_or(QUrl()).toLocalFile(),
+                 takes ? archive : QString());
+    }
+
     void nothingDisturbsAFetch()
     {
         useDemonstration();

@@ -40,6 +40,12 @@ void FakeAlerts::critical(const QString& message, const QString& informativeText
     shown.append({message, informativeText});
 }
 
+bool FakeAlerts::offer(const QString& message, const QString& informativeText, const QString&)
+{
+    shown.append({message, informativeText});
+    return takesOffers;
+}
+
 Result<OSLogStore> FakeLogStores::local(const logstore::OpenWatch& watch)
 {
     opened.append(QString());

@@ -47,7 +47,10 @@ public:
         QString informativeText;
     };
     void critical(const QString& message, const QString& informativeText) override;
+    bool
+    offer(const QString& message, const QString& informativeText, const QString& button) override;
 
+    bool takesOffers = true;
     QList<Shown> shown;
 };
 

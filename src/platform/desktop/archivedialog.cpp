@@ -2,6 +2,7 @@
 #include "platform/desktop/archivedialog.h"
 
 #include "platform/desktop/archiveitems.h"
+#include "platform/oslogstore.h"
 
 #include <QFileInfo>
 
@@ -18,7 +19,7 @@ ArchiveDialog::ArchiveDialog(QWidget* parent) : QFileDialog(parent)
 void ArchiveDialog::accept()
 {
     const QString path = selectedFiles().value(0);
-    if (!ArchiveItems::isArchive(path) && QFileInfo(path).isDir()) {
+    if (!ArchiveItems::isArchive(path) && QFileInfo(path).isDir() && !OSLogStore::isStore(path)) {
         setDirectory(path);
         return;
     }

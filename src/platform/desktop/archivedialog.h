@@ -4,7 +4,7 @@
 #include <QFileDialog>
 
 /// Chooses a log archive. An archive is picked as one item and never entered. Other folders are
-/// entered and never picked.
+/// entered; the button picks those that a log store is found from.
 class ArchiveDialog final : public QFileDialog
 {
     Q_OBJECT

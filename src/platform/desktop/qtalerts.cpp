@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QMessageBox>
+#include <QPushButton>
 
 #include <algorithm>
 
@@ -54,4 +55,17 @@ void QtAlerts::critical(const QString& message, const QString& description)
         showPlain(box, message, informativeText);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     box.exec();
+}
+
+bool QtAlerts::offer(const QString& message, const QString& description, const QString& button)
+{
+    QString informativeText = description;
+    replaceDirectionControls(informativeText);
+    QMessageBox box(QMessageBox::Question, QApplication::applicationDisplayName(), {},
+                    QMessageBox::Cancel, QApplication::activeWindow());
+    box.setObjectName(u"alert"_s);
+    showPlain(box, message, informativeText);
+    const QAbstractButton* const taken = box.addButton(button, QMessageBox::AcceptRole);
+    box.exec();
+    return box.clickedButton() == taken;
 }

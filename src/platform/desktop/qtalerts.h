@@ -8,4 +8,6 @@ class QtAlerts final : public Alerts
 {
 public:
     void critical(const QString& message, const QString& informativeText) override;
+    bool
+    offer(const QString& message, const QString& informativeText, const QString& button) override;
 };

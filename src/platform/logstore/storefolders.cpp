@@ -108,11 +108,15 @@ StoreFolders StoreFolders::find(const fs::path& top, StoreOrigin origin)
     return store;
 }
 
+bool isStore(const fs::path& folder)
+{
+    std::error_code error;
+    const fs::path top = fs::canonical(folder, error);
+    return !error && !StoreFolders::find(top, StoreOrigin::HandedOver).logs.empty();
+}
+
 std::optional<fs::path> archiveInside(const fs::path& folder)
 {
-    const auto isStore = [](const fs::path& top) {
-        return !StoreFolders::find(top, StoreOrigin::HandedOver).logs.empty();
-    };
     std::error_code error;
     const fs::path top = fs::canonical(folder, error);
     if (error || isStore(top))
@@ -120,7 +124,7 @@ std::optional<fs::path> archiveInside(const fs::path& folder)
     const auto items = listFolder(top, {top});
     if (!items)
         return std::nullopt;
-    const auto found = std::find_if(items->begin(), items->end(), [&](const fs::path& path) {
+    const auto found = std::find_if(items->begin(), items->end(), [](const fs::path& path) {
         return upperCase(path.extension().string()) == ".LOGARCHIVE" && isStore(path);
     });
     return found == items->end() ? std::nullopt : std::optional(*found);

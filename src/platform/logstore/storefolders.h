@@ -27,6 +27,9 @@ struct StoreFolders
 inline constexpr std::array traceFolders = {"Persist", "Special", "Signpost", "HighVolume"};
 inline constexpr const char* liveFile = "logdata.LiveData.tracev3";
 
+/// Whether a store is found from this folder.
+bool isStore(const std::filesystem::path& folder);
+
 /// The log archive in a folder that is not a store itself.
 std::optional<std::filesystem::path> archiveInside(const std::filesystem::path& folder);
 

@@ -77,6 +77,14 @@ private Q_SLOTS:
         QCOMPARE(m_dialog->selectedFiles(), QStringList{path(u"mac.logarchive"_s)});
     }
 
+    void buttonPicksFoldersWithLogsBelow()
+    {
+        QVERIFY(QDir(m_folder->path()).mkpath(u"disk/private/var/db/Diagnostics/Persist"_s));
+        open(u"disk"_s, u"confirmed"_s);
+        QCOMPARE(m_dialog->result(), int(QDialog::Accepted));
+        QCOMPARE(m_dialog->selectedFiles(), QStringList{path(u"disk"_s)});
+    }
+
 private:
     QString path(const QString& name) const { return QDir(m_folder->path()).filePath(name); }
     QListView* list() const { return m_dialog->findChild<QListView*>(u"listView"_s); }

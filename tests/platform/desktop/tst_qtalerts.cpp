@@ -42,6 +42,24 @@ private Q_SLOTS:
         QVERIFY(wasShown);
     }
 
+    void offerIsTakenByItsButtonOnly()
+    {
+        TestCase::init();
+        for (const QString& pressed : {u"Use It"_s, u"Cancel"_s}) {
+            QTimer::singleShot(0, this, [pressed] {
+                auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+                QVERIFY(box != nullptr);
+                for (QAbstractButton* button : box->buttons())
+                    if (button->text().remove(u'&') == pressed)
+                        return button->click();
+                box->reject();
+                QFAIL("no such button");
+            });
+            QCOMPARE(QtAlerts().offer(u"message"_s, u"text"_s, u"Use It"_s),
+                     pressed != u"Cancel"_s);
+        }
+    }
+
     void excerptStaysAsItIs()
     {
         TestCase::init();
