@@ -111,7 +111,7 @@ void openArchive(benchmark::State& state)
     for ([[maybe_unused]] auto turn : state) {
         const auto store = logstore::Store::open(benchArchive().toStdString());
         if (!store)
-            return state.SkipWithError(store.error().description.c_str());
+            return state.SkipWithError(store.error().name.c_str());
         bytes = static_cast<double>(store->traceBytes());
     }
     state.counters["trace MB"] = bytes / 1e6;
@@ -122,7 +122,7 @@ void firstThousand(benchmark::State& state)
 {
     const auto whole = logstore::Store::open(benchArchive().toStdString());
     if (!whole)
-        return state.SkipWithError(whole.error().description.c_str());
+        return state.SkipWithError(whole.error().name.c_str());
     const std::int64_t begin = whole->entries().next()->time();
     const std::int64_t step = (whole->endTime() - begin) / 10;
     for ([[maybe_unused]] auto turn : state) {
