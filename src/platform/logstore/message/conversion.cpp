@@ -232,8 +232,7 @@ void appendNumber(std::string& out, const Field& field, const Item& item)
 void appendByLetter(std::string& out, const Field& field, const Item& item)
 {
     const ItemKind kind = item.kind();
-    const bool isText = kind == ItemKind::Text || kind == ItemKind::RecentText
-                        || kind == ItemKind::Object || kind == ItemKind::Data;
+    const bool isText = item.isText() || kind == ItemKind::Data;
     bool fits = false;
     switch (field.conversion.letter) {
     case 's':
@@ -249,7 +248,7 @@ void appendByLetter(std::string& out, const Field& field, const Item& item)
             appendBytes(out, field, item);
         break;
     case 'm':
-        fits = kind == ItemKind::Number || kind == ItemKind::ErrorNumber;
+        fits = item.isNumber();
         if (fits)
             appendNumber(out, field, item);
         break;

@@ -9,12 +9,6 @@ namespace logstore {
 
 namespace {
 
-bool isTextual(const Item& item)
-{
-    return item.kind() == ItemKind::Text || item.kind() == ItemKind::RecentText
-           || item.kind() == ItemKind::Object;
-}
-
 /// Whether a word says nothing of what the argument is.
 bool isIgnored(std::string_view word)
 {
@@ -32,7 +26,7 @@ bool contains(std::string_view letters, char letter)
 bool systemTakes(const Decoration& decoration, char letter, const Item& item)
 {
     const bool isInteger =
-        isNumber(item) && contains("dDiuUxXoOcCpm", letter)
+        item.isNumber() && contains("dDiuUxXoOcCpm", letter)
         && (decoration.sizes == Decoration::anySize
             || (isNumberSize(item.bytes.size()) && (decoration.sizes & item.bytes.size()) != 0));
     const bool isData = item.kind() == ItemKind::Data && letter == 'P';
@@ -77,13 +71,13 @@ appendDecorated(std::string& out, const Decoration& decoration, char letter, con
     switch (decoration.takes) {
     case Takes::AnyBytes: break;
     case Takes::Number:
-        if (!isNumber(item))
+        if (!item.isNumber())
             return DecorationResult::NotDecorated;
         if (!isNumberSize(item.bytes.size()))
             return unfit;
         break;
     case Takes::Text:
-        if (!isTextual(item))
+        if (!item.isText())
             return DecorationResult::NotDecorated;
         break;
     default:

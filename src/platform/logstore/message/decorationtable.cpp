@@ -161,7 +161,7 @@ bool appendUuid(std::string& out, Bytes bytes)
 /// Of a number the low four bytes count, the lowest first.
 bool appendIpv4Argument(std::string& out, const Argument& argument)
 {
-    if (!isNumber(argument.item))
+    if (!argument.item.isNumber())
         return appendIpv4(out, argument.bytes());
     const std::uint64_t number = argument.widened();
     std::array<std::uint8_t, 4> address{};

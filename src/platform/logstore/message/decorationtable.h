@@ -8,12 +8,6 @@
 
 namespace logstore {
 
-/// Whether an item is a number or an error number.
-inline bool isNumber(const Item& item)
-{
-    return item.kind() == ItemKind::Number || item.kind() == ItemKind::ErrorNumber;
-}
-
 /// An argument to be shown: the item, and whether its conversion takes numbers as signed ones.
 struct Argument
 {

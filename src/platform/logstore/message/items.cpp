@@ -6,7 +6,6 @@ namespace logstore {
 namespace {
 
 constexpr std::uint8_t publicNumber = 0x02;
-constexpr std::uint16_t cutMark = 0x8000; ///< of a range's size
 
 bool standsInline(const Item& item)
 {
@@ -14,47 +13,30 @@ bool standsInline(const Item& item)
     case ItemKind::Count:
     case ItemKind::MaskName: return true;
     case ItemKind::Number: return item.type == 0x00 || item.type == publicNumber;
-    case ItemKind::ErrorNumber: return item.privacy() % 2 == 0;
+    case ItemKind::ErrorNumber: return !item.isPrivate();
     default: return false;
     }
 }
 
-// offset  size  field
-//      0     2  offset of the value in its area
-//      2     2  size of the value; the top bit marks a value that was cut
-struct Range
-{
-    explicit Range(Bytes payload)
-        : offset(loadAt<std::uint16_t>(payload))
-        , size(loadAt<std::uint16_t>(payload, 2) & ~cutMark)
-        , state((loadAt<std::uint16_t>(payload, 2) & cutMark) != 0 ? ItemState::Cut
-                                                                   : ItemState::Whole)
-    {
-    }
-
-    std::uint16_t offset;
-    std::uint16_t size;
-    ItemState state;
-};
-
 /// A private value: its bytes as far as they were stored.
-Item privateItem(std::uint8_t type, const Range& range, Bytes privateData)
+Item privateItem(std::uint8_t type, const ItemRange& range, Bytes privateData)
 {
     const Bytes bytes = clipped(privateData, range.offset, range.size);
     return {
-        .type = type, .state = bytes.empty() ? ItemState::Redacted : range.state, .bytes = bytes};
+        .type = type, .state = bytes.empty() ? ItemState::Redacted : range.state(), .bytes = bytes};
 }
 
 /// A value outside its area is not clipped: the bytes there are another's.
-Item publicItem(std::uint8_t type, const Range& range, Bytes values)
+Item publicItem(std::uint8_t type, const ItemRange& range, Bytes values)
 {
-    if (std::size_t{range.offset} + range.size > values.size())
+    if (range.end() > values.size())
         return {.type = type,
                 .state = ItemState::OutOfRange,
                 .offset = range.offset,
                 .size = range.size,
                 .within = static_cast<std::uint16_t>(values.size())};
-    return {.type = type, .state = range.state, .bytes = values.subspan(range.offset, range.size)};
+    return {
+        .type = type, .state = range.state(), .bytes = values.subspan(range.offset, range.size)};
 }
 
 } // namespace
@@ -79,10 +61,9 @@ void Items::read(Bytes data, Bytes privateData)
         Item& item = m_items[i];
         if (standsInline(item) || item.bytes.size() != 4)
             continue;
-        const Range range(item.bytes);
-        const bool isPrivate = item.privacy() % 2 != 0;
-        item = isPrivate ? privateItem(item.type, range, privateData)
-                         : publicItem(item.type, range, values);
+        const ItemRange range(item.bytes);
+        item = item.isPrivate() ? privateItem(item.type, range, privateData)
+                                : publicItem(item.type, range, values);
     }
 }
 

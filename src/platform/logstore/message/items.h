@@ -41,6 +41,35 @@ struct Item
 
     ItemKind kind() const { return static_cast<ItemKind>(type >> 4); }
     std::uint8_t privacy() const { return type & 15; }
+    bool isPrivate() const { return privacy() % 2 != 0; }
+    bool isNumber() const { return kind() == ItemKind::Number || kind() == ItemKind::ErrorNumber; }
+    bool isText() const
+    {
+        return kind() == ItemKind::Text || kind() == ItemKind::RecentText
+               || kind() == ItemKind::Object;
+    }
+};
+
+// offset  size  field
+//      0     2  offset of the value in its area
+//      2     2  size of the value; the top bit marks a value that was cut
+struct ItemRange
+{
+    static constexpr std::uint16_t cutMark = 0x8000;
+
+    explicit ItemRange(Bytes payload)
+        : offset(loadAt<std::uint16_t>(payload))
+        , size(loadAt<std::uint16_t>(payload, 2) & ~cutMark)
+        , isCut((loadAt<std::uint16_t>(payload, 2) & cutMark) != 0)
+    {
+    }
+
+    std::size_t end() const { return std::size_t{offset} + size; }
+    ItemState state() const { return isCut ? ItemState::Cut : ItemState::Whole; }
+
+    std::uint16_t offset;
+    std::uint16_t size;
+    bool isCut;
 };
 
 /// The number in little-endian bytes, as wide as they are; beyond eight they do not count.

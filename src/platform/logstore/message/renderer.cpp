@@ -2,7 +2,6 @@
 #include "platform/logstore/message/renderer.h"
 
 #include "platform/logstore/message/conversion.h"
-#include "platform/logstore/message/decorationtable.h"
 #include "platform/logstore/message/textoutput.h"
 
 #include <algorithm>
@@ -61,10 +60,9 @@ private:
     std::size_t m_at = 0;
 };
 
-bool holdsText(ItemKind kind)
+bool holdsText(const Item& item)
 {
-    return kind == ItemKind::Text || kind == ItemKind::Data || kind == ItemKind::Object
-           || kind == ItemKind::WideText || kind == ItemKind::RecentText;
+    return item.isText() || item.kind() == ItemKind::Data || item.kind() == ItemKind::WideText;
 }
 
 /// Whether there is no value, rather than one of which nothing was stored.
@@ -107,7 +105,7 @@ bool appendInsteadOfValue(std::string& out, const Conversion& conversion, const 
         appendOutOfRange(out, conversion, item);
     else if (isMasked)
         appendMasked(out, item);
-    else if (conversion.decorations.masked && holdsText(item.kind()) && isMissing(item))
+    else if (conversion.decorations.masked && holdsText(item) && isMissing(item))
         out += nullMask;
     else
         return false;
@@ -135,17 +133,17 @@ void appendSignpostValue(std::string& out, const Field& field, const Item& item)
     const Decorations& decorations = field.conversion.decorations;
     const std::string_view key = decorations.signpostKey;
     const bool isTime = key == "begin_time" || key == "end_time";
-    const bool isFloat = isNumber(item) && !decorations.decoration
+    const bool isFloat = item.isNumber() && !decorations.decoration
                          && floatLetters.find(field.conversion.letter) != std::string_view::npos;
     out.append("__##__").append(decorations.signpostLabel).append("#____#").append(key);
     out += "#_##_#";
-    if (isTime && isNumber(item))
+    if (isTime && item.isNumber())
         appendDecimal(out, unsignedValue(item.bytes));
     else if (isFloat && item.bytes.size() == 8)
         appendFormatted(out, "%.16g", loadAt<double>(item.bytes));
     else if (isFloat && item.bytes.size() == 4)
         appendFormatted(out, "%.16g", static_cast<double>(loadAt<float>(item.bytes)));
-    else if (!holdsText(item.kind()) || !isMissing(item))
+    else if (!holdsText(item) || !isMissing(item))
         appendValue(out, field, item);
     out += "##__##";
 }

@@ -9,22 +9,14 @@ namespace logstore {
 
 namespace {
 
-constexpr std::uint16_t cutMark = 0x8000; ///< of a range's size
-
 bool isMarked(std::uint64_t activity)
 {
     return activity == 0 || withoutMarker(activity) != activity;
 }
 
-bool isPrivate(const Item& item)
-{
-    return item.privacy() % 2 != 0;
-}
-
 bool holdsNumber(const Item& item)
 {
-    return !isPrivate(item)
-           && (item.kind() == ItemKind::Number || item.kind() == ItemKind::ErrorNumber);
+    return item.isNumber() && !item.isPrivate();
 }
 
 bool isSound(const Item& item)
@@ -40,7 +32,7 @@ bool isSound(const Item& item)
 
 bool isPublicRange(const Item& item)
 {
-    return !isPrivate(item) && !holdsNumber(item) && item.kind() != ItemKind::Count
+    return !item.isPrivate() && !holdsNumber(item) && item.kind() != ItemKind::Count
            && item.kind() != ItemKind::MaskName;
 }
 
@@ -57,8 +49,7 @@ Fit fitOfItems(Bytes data, std::size_t spare)
         if (!isSound(item))
             return Fit::None;
         if (isPublicRange(item))
-            end = std::max(end, std::size_t{loadAt<std::uint16_t>(item.bytes)}
-                                    + (loadAt<std::uint16_t>(item.bytes, 2) & ~cutMark));
+            end = std::max(end, ItemRange(item.bytes).end());
     }
     if (!in.ok() || end > in.remaining())
         return Fit::None;
