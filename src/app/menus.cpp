@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "app/menus.h"
 
-#include "app/about.h"
 #include "app/helpview.h"
 #include "app/windowplace.h"
 #include "mainwindow/contentview.h"
 
 #include <QApplication>
+#include <QIcon>
+#include <QMenu>
 #include <QMenuBar>
+#include <QMessageBox>
+#include <QPushButton>
 
 #include <utility>
 
@@ -39,7 +42,8 @@ void toggleFullScreen()
         window->setWindowState(window->windowState() ^ Qt::WindowFullScreen);
 }
 
-/// The menus of a window's own commands: those that it has made, or made here from its actions.
+/// The menus of a window's own commands. For other windows than main ones, makes them from the
+/// window's actions.
 ContentMenus ownMenus(QMainWindow& window)
 {
     if (const auto* content = qobject_cast<const ContentView*>(&window))
@@ -52,11 +56,44 @@ ContentMenus ownMenus(QMainWindow& window)
     return {file, nullptr, view};
 }
 
+/// Shows the About box over the active window.
+void showAbout()
+{
+    constexpr int iconSize = 96;
+    auto* const box = new QMessageBox(QApplication::activeWindow());
+    box->setObjectName(u"about"_s);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setWindowTitle(QCoreApplication::translate("About", "About Tessel"));
+    box->setIconPixmap(QApplication::windowIcon().pixmap(iconSize));
+    box->setTextFormat(Qt::PlainText);
+    box->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    box->setText(u"Tessel "_s + QApplication::applicationVersion());
+    box->setInformativeText(QCoreApplication::translate(
+        "About", "Read, search and annotate the macOS unified log, on any machine.\n\n"
+                 "Free software under the MIT licence."));
+    box->addButton(QMessageBox::Ok)->setObjectName(u"ok"_s);
+    box->open();
+}
+
 } // namespace
 
 QString menuText(QString name)
 {
     return name.replace(u'&', u"&&"_s);
+}
+
+HelpCommands::HelpCommands(OpenWindow openWindow)
+    : m_openWindow(std::move(openWindow))
+    , m_help(tr("Tessel &Help"))
+{
+    m_help.setObjectName(u"help"_s);
+    m_help.setShortcut(Qt::Key_F1);
+    QObject::connect(&m_help, &QAction::triggered, &m_help, [this] { m_openWindow(u"help"_s); });
+}
+
+void HelpCommands::addTo(QMenu& menu)
+{
+    menu.addAction(&m_help);
 }
 
 Menus::Menus(AppCommands commands, const QList<WindowMenuItem>& singleWindows)

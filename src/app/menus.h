@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "app/helpcommands.h"
+#include "mainwindow/contentstate.h"
 
 #include <QAction>
+#include <QCoreApplication>
 #include <QList>
 
 #include <functional>
@@ -11,6 +12,22 @@
 class QMainWindow;
 class QMenu;
 class QMenuBar;
+
+/// The Help menu's own command.
+class HelpCommands
+{
+    Q_DECLARE_TR_FUNCTIONS(HelpCommands)
+
+public:
+    explicit HelpCommands(OpenWindow openWindow);
+
+    void addTo(QMenu& menu);
+    QAction* help() { return &m_help; }
+
+private:
+    OpenWindow m_openWindow;
+    QAction m_help;
+};
 
 /// What the commands common to all windows do.
 struct AppCommands
@@ -28,7 +45,7 @@ struct WindowMenuItem
     QString title;
 };
 
-/// A name as the text of a menu item, where an ampersand marks the key.
+/// The text of a menu item that shows a name: each ampersand is doubled.
 QString menuText(QString name);
 
 /// The commands and menus that all windows have in common. One action serves all windows.
@@ -39,10 +56,10 @@ class Menus final : public QObject
 public:
     Menus(AppCommands commands, const QList<WindowMenuItem>& singleWindows);
 
-    /// Puts the common menus into the window's menu bar, beside the window's own. `toolBarActions`
-    /// are what the user can do to its toolbar.
+    /// Adds the common menus to the window's menu bar. `toolBarActions` are commands for its
+    /// toolbar.
     void addTo(QMainWindow& window, const QList<QAction*>& toolBarActions);
-    /// For windows without a menu bar: the keys alone.
+    /// Adds only the keys, to a window without a menu bar.
     void addKeysTo(QWidget& window);
 
 private:

@@ -4,13 +4,12 @@
 #include "app/contextmenukey.h"
 #include "app/dedysfunction.h"
 #include "app/helpview.h"
-#include "app/logpredicates.h"
+#include "app/predicatebuilding.h"
 #include "app/recentmenu.h"
 #include "app/toolbarcustomisation.h"
 #include "app/windowplace.h"
 #include "mainwindow/contentview.h"
-#include "mainwindow/minipredview.h"
-#include "mainwindow/textview.h"
+#include "mainwindow/textwindows.h"
 #include "platform/alerts.h"
 #include "platform/desktop/appearance.h"
 #include "platform/desktop/statefile.h"
@@ -37,7 +36,7 @@ void setAppearance(const UserDefaults& defaults)
         appearance::forceDark();
 }
 
-/// Makes the window's toolbars the user's to arrange, and gives the actions for its menu.
+/// Lets the user arrange the window's toolbars. Returns the actions for its menu.
 QList<QAction*> customiseToolBars(QMainWindow& window, StateFile& state)
 {
     QList<QAction*> actions;
@@ -70,15 +69,15 @@ TesselApp::~TesselApp()
         delete window;
     for (const QPointer<QWidget>& window : std::as_const(m_openOnce))
         delete window;
-    // Panels that were open have gone with their windows; they complete while all that they may
-    // call on is there.
+    // Panels that were open complete after their windows are deleted. Let them do so now, while the
+    // platform still exists.
     QCoreApplication::sendPostedEvents(qApp, QEvent::MetaCall);
 }
 
 void TesselApp::startUp()
 {
     UserDefaults& defaults = m_surroundings.platform.defaults;
-    // What the preferences have to tell waits for the checks: no alert is to come over another.
+    // Failures of the preferences are shown after the checks, so that alerts come one by one.
     QStringList waiting;
     const auto early = connect(&defaults, &UserDefaults::failed, this,
                                [&waiting](const QString& told) { waiting.append(told); });
@@ -142,7 +141,7 @@ QList<WindowMenuItem> TesselApp::menuItems(const QList<SingleWindow>& windows)
 
 void TesselApp::open(const LaunchRequest& request)
 {
-    // Wayland lets a window come forward that has a token, which the toolkit takes from here.
+    // On Wayland, a window needs a token to come forward. The toolkit takes it from here.
     if (!request.activationToken.isEmpty())
         qputenv("XDG_ACTIVATION_TOKEN", request.activationToken.toUtf8());
     QPointer<ContentView> window;
@@ -159,10 +158,10 @@ void TesselApp::open(const LaunchRequest& request)
 ContentView& TesselApp::newWindow()
 {
     const Platform& platform = m_surroundings.platform;
-    static_cast<void>(m_surroundings.prepareLocalStore()); // what fails, Get Log meets again
+    static_cast<void>(m_surroundings.prepareLocalStore()); // Get Log tells of a failure
     auto* const window = new ContentView(
         platform, [this](const QString& identifier) { openWindow(identifier); },
-        logPredicates(platform.clock));
+        predicateBuilder(platform.clock));
     addRecentFiles(*window);
     m_mainWindows.removeAll(nullptr);
     m_mainWindows.append(window);
@@ -170,7 +169,7 @@ ContentView& TesselApp::newWindow()
     return *window;
 }
 
-/// Offers the documents last used, and keeps count of those that open here.
+/// Adds the menu of recent documents, and records those that this window opens.
 void TesselApp::addRecentFiles(ContentView& window)
 {
     StateFile& recent = m_surroundings.state;

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "mainwindow/contentstate.h"
 
-#include "mainwindow/entrysearch.h"
-#include "mainwindow/fetchperiod.h"
+#include "mainwindow/textsearch.h"
 #include "platform/clock.h"
 #include "platform/userdefaults.h"
 #include "settings/preferences.h"
@@ -12,6 +11,9 @@
 #include <QScopedValueRollback>
 
 #include <algorithm>
+#include <clocale>
+#include <cstdlib>
+#include <cstring>
 
 using namespace Qt::StringLiterals;
 
@@ -30,7 +32,27 @@ bool isNamedArchive(const QString& path)
     return hasSuffix(path, ".logarchive"_L1);
 }
 
+constexpr double defaultPeriod = 5.0;
+
+// Uses the C library in the POSIX locale: std::from_chars accepts neither "+" nor "0x", and
+// QString::toDouble no hexadecimal numbers.
+double convert(const char* text, char** end)
+{
+    static const locale_t posix = newlocale(LC_ALL_MASK, "POSIX", nullptr);
+    return strtod_l(text, end, posix);
+}
+
 } // namespace
+
+double periodSeconds(const QString& text)
+{
+    const QByteArray bytes = text.toUtf8();
+    if (bytes.isEmpty() || std::strchr(" \t\n\v\f\r", bytes.front()) != nullptr)
+        return defaultPeriod;
+    char* end = nullptr;
+    const double seconds = convert(bytes.constData(), &end);
+    return end == bytes.constData() + bytes.size() ? seconds : defaultPeriod;
+}
 
 ContentState::ContentState(const Platform& platform,
                            OpenWindow openWindow,
@@ -106,7 +128,7 @@ QString ContentState::nothingFoundText() const
         .arg(searchQuery, searchTypes().value(searchTypeIndex));
 }
 
-/// Without a signal for each of the entries that come: the fetch shows its list when it is done.
+/// During a fetch, signals only that the list was emptied. The new list is shown after the fetch.
 void ContentState::followLogList()
 {
     if (isFetching() && !m_logger->logList().isEmpty())

@@ -18,8 +18,12 @@ class UserDefaults;
 /// Opens the window with this identifier, or brings it to the front.
 using OpenWindow = std::function<void(const QString& id)>;
 
-/// What a main window holds and does, without the window: the fields as the user has set and typed
-/// them, and the commands. Each field sends its signal when its value changes.
+/// The seconds of a typed period, in the same form in every locale: decimal or hexadecimal,
+/// including infinity and not-a-number. A text that is not a number as a whole gives 5 seconds.
+double periodSeconds(const QString& text);
+
+/// The fields and commands of a main window, without the window. Fields hold what the user has set
+/// or typed. Each field emits its signal when its value changes.
 class ContentState final : public QObject
 {
     Q_OBJECT
@@ -44,10 +48,10 @@ Q_SIGNALS:
     void searchQueryChanged();
     void userNoteTextChanged();
 
-    /// Others of the same entries are about to be shown: a search begins or ends.
+    /// A search is about to begin or end.
     void shownEntriesAboutToChange();
     void shownEntriesChanged();
-    /// The shown entries have other notes; the rows are the same.
+    /// Notes of the shown entries have changed; the rows are the same.
     void shownNotesChanged();
     void countTextChanged();
     void fetchBegins();
@@ -90,24 +94,24 @@ public:
     /// While a fetch runs, commands that change the list, the search or the source do nothing.
     bool isFetching() const { return m_logger->isFetching(); }
 
-    /// What the list shows: the search's results while there is a search, else the logger's list.
+    /// The entries in the list: the results of the search, or without a search the logger's list.
     const QList<LogEntry>& shownEntries() const;
-    /// Those of the entries that are selected, in their order.
+    /// The selected ones among the entries, in the order of the entries.
     QList<LogEntry> selectedEntries(const QList<LogEntry>& entries) const;
 
     QString windowTitle() const;
     QString countText() const;
-    /// Whether a search has found nothing, and the sentence that says so.
+    /// Whether the search has no results, and the sentence that says so.
     bool foundNothing() const;
     QString nothingFoundText() const;
 
     void getLog();
     void chooseArchive();
     void readJSON();
-    /// Opens a list file or uses an archive; its content tells which, whatever its name. Returns
-    /// false after an alert when it is neither. `path` may also be the URL of something elsewhere.
+    /// Opens an entry list file or uses a log archive, whatever its name. If it is neither, shows
+    /// an alert and returns false. `path` is absolute, or the URL of something on another computer.
     bool openDocument(const QString& path);
-    /// Whether the name is that of a list file or an archive.
+    /// Whether the file name has the suffix of an entry list or a log archive.
     static bool isDocument(const QString& path);
     void addNote();
     void gloss();
@@ -121,7 +125,7 @@ public:
     void runSearch(const QString& query);
     /// Shows all entries again, with an empty search field.
     void endSearch();
-    /// The lines that Copy puts on the clipboard; empty when nothing is selected.
+    /// The text of the Copy command; empty if nothing is selected.
     QString copyText() const;
 
 private:

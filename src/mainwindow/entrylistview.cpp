@@ -31,15 +31,16 @@ qreal defaultSpacing(const QWidget& widget)
 
 } // namespace
 
-EntryListView::EntryListView(LogEntryModel& model, QWidget* parent)
+EntryListView::EntryListView(LogEntryModel& model, qreal pointSize, QWidget* parent)
     : QTreeView(parent)
     , m_model(model)
+    , m_pointSize(pointSize)
     , m_delegate(new MessageRowDelegate(rowFont(m_pointSize), defaultSpacing(*this), this))
     , m_selection(new RowSelection(&model, this))
 {
     setLayoutDirection(Qt::LeftToRight); // as the log is written, in every language
-    // A tree of one column and no depth: unlike a list view it takes its width from the column, at
-    // no cost per row.
+    // A tree with one column: unlike a list view, it takes its width from the column and does not
+    // measure every row.
     setHeaderHidden(true);
     header()->setMinimumSectionSize(0);
     header()->setStretchLastSection(false);
@@ -52,7 +53,7 @@ EntryListView::EntryListView(LogEntryModel& model, QWidget* parent)
     setHorizontalScrollMode(ScrollPerPixel);
     setVerticalScrollMode(ScrollPerPixel);
     setFrameShape(QFrame::NoFrame);
-    viewport()->setAttribute(Qt::WA_Hover, false); // rows do nothing under a resting pointer
+    viewport()->setAttribute(Qt::WA_Hover, false); // rows do not react to the pointer
     setItemDelegate(m_delegate);
     setModel(&model);
     const QItemSelectionModel* const toolkits = selectionModel();
@@ -91,7 +92,7 @@ void EntryListView::changeEvent(QEvent* event)
         updateType();
 }
 
-/// Typing letters would search a million rows' texts at each key; the search field is for that.
+/// Does nothing: it would search the texts of a million rows at each key. There is a search field.
 void EntryListView::keyboardSearch(const QString&)
 {
 }

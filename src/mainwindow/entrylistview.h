@@ -11,23 +11,22 @@ class LogEntryModel;
 class MessageRowDelegate;
 class RowSelection;
 
-/// The list of entries. Selects by the identity of entries, so that a selection outlives a search,
-/// and scrolls sideways as far as the longest row seen.
+/// The list of entries. The selection is a set of entry identities, so that it outlives a search.
+/// The list scrolls sideways to the end of the longest row that was in view.
 class EntryListView final : public QTreeView
 {
     Q_OBJECT
 
 public:
-    explicit EntryListView(LogEntryModel& model, QWidget* parent = nullptr);
+    /// `pointSize` is the size of the rows' type.
+    EntryListView(LogEntryModel& model, qreal pointSize, QWidget* parent = nullptr);
 
-    /// The size of the rows' type.
     void setPointSize(qreal size);
 
-    /// Notes which entries are in view. Called before the shown entries change for others of the
-    /// same list.
+    /// Remembers which entries are in view. To be called before a search begins or ends.
     void rememberPlace();
-    /// To be called when the model shows other rows: selects what is there of the selection, and
-    /// brings back into view what was there and still is.
+    /// Selects the rows of these entries and scrolls to an entry that was in view before. To be
+    /// called after the model's rows have changed.
     void restorePlace(const QSet<QUuid>& selection);
 
     const RowSelection& selection() const { return *m_selection; }
@@ -45,7 +44,7 @@ protected:
     bool viewportEvent(QEvent* event) override;
 
 private:
-    /// An entry in view and how far below the list's top edge it stands.
+    /// An entry in view and its distance from the list's top edge.
     struct Anchor
     {
         QUuid id;
@@ -54,14 +53,14 @@ private:
 
     void followSelection(const QBitArray& toggled);
     void selectEntries(const QSet<QUuid>& ids);
-    /// The row of the first anchor that is still shown, or -1, and where it stood.
+    /// The row of the first anchor that is still shown, or -1, and its former distance.
     std::pair<int, int> placeOfBestAnchor() const;
     void updateType();
     void seeWidths(const QRect& painted);
     void applyWidth();
 
     LogEntryModel& m_model;
-    qreal m_pointSize = 12;
+    qreal m_pointSize;
     MessageRowDelegate* m_delegate;
     int m_widestSeen = 0;
     RowSelection* m_selection;

@@ -7,6 +7,7 @@
 #include <QTextBoundaryFinder>
 
 #include <algorithm>
+#include <array>
 
 namespace {
 
@@ -38,8 +39,8 @@ bool isPrintable(char c)
     return c >= ' ' && c <= '~';
 }
 
-/// The longest part of a query that any text it is in must hold byte by byte. A letter before a
-/// character beyond ASCII is left out: with a mark it has other spellings.
+/// The longest part of a query that a text with the query must contain byte by byte. A letter
+/// before a non-ASCII character is left out, as it may be composed with a mark.
 std::string longestRun(std::string_view query)
 {
     std::string_view longest;
@@ -84,7 +85,7 @@ bool TextSearch::isIn(std::string_view utf8) const
 {
     if (m_query.isEmpty())
         return true;
-    // No text of ASCII has a lower-case or composed form beyond it.
+    // The lower-case and composed forms of an ASCII text are ASCII.
     if (m_alphabet == Alphabet::BeyondAscii && isAscii(utf8))
         return false;
     const Verdict verdict = m_run.empty() ? Verdict::Undecided : scan(utf8);
@@ -105,8 +106,8 @@ TextSearch::Verdict TextSearch::scan(std::string_view utf8) const
     return verdict == Verdict::NotFound && hasTwin(utf8) ? Verdict::Undecided : verdict;
 }
 
-/// A match between ASCII neighbours is one of whole characters; beside others only their nature can
-/// tell, for a mark belongs to the letter before it.
+/// A match between ASCII characters is a match of whole characters. Next to a non-ASCII character
+/// it is undecided: that may be a mark of the letter before it.
 TextSearch::Verdict TextSearch::judge(std::string_view utf8, std::size_t place) const
 {
     const std::size_t end = place + m_run.size();
@@ -135,4 +136,30 @@ bool TextSearch::isInByCharacters(std::string_view utf8) const
             return true;
     }
     return false;
+}
+
+namespace {
+
+constexpr std::array<Text LogEntry::*, 4> searchedFields = {
+    &LogEntry::composedMessage, &LogEntry::process, &LogEntry::sender, &LogEntry::subsystem};
+
+const Text* searchedText(const LogEntry& entry, int searchType)
+{
+    if (searchType >= 0 && searchType < static_cast<int>(searchedFields.size()))
+        return &(entry.*searchedFields[static_cast<std::size_t>(searchType)]);
+    return entry.userNote ? &*entry.userNote : nullptr;
+}
+
+} // namespace
+
+QList<LogEntry> entriesFound(const QList<LogEntry>& entries, int searchType, const QString& query)
+{
+    const TextSearch search(query);
+    QList<LogEntry> found;
+    for (const LogEntry& entry : entries) {
+        const Text* const text = searchedText(entry, searchType);
+        if (text != nullptr && search.isIn(text->utf8()))
+            found.append(entry);
+    }
+    return found;
 }

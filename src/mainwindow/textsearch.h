@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "model/logentry.h"
 #include "platform/base/bytefinder.h"
 
+#include <QList>
 #include <QString>
 
 #include <array>
@@ -11,10 +13,10 @@
 
 /// Whether texts contain a query, letter case apart.
 ///
-/// Both are lower-cased by Unicode's full mapping, the same in every locale, and compared character
-/// by character, where a character is what a reader sees as one: a letter with all its marks, an
-/// emoji with all its parts. Canonically equivalent characters are equal. So "e" is not in "é",
-/// however that is written, and "k" is found where a KELVIN SIGN stands.
+/// Both are lower-cased by Unicode's full mapping, in the same way in every locale, and compared by
+/// grapheme clusters: a letter with its marks, or an emoji with its parts, is one character.
+/// Canonically equivalent characters are equal. So "e" is not in "é", in neither of its two forms,
+/// and "k" is found in a text with a KELVIN SIGN.
 class TextSearch
 {
 public:
@@ -38,3 +40,8 @@ private:
     ByteFinder m_finder; ///< of the run
     std::array<std::string_view, 3> m_twins; ///< other spellings of characters of the run
 };
+
+/// The entries, in their order, whose field of the search type contains the query, letter case
+/// apart. Types are 0 messages, 1 processes, 2 senders, 3 subsystems, any other notes; an entry
+/// without a note is never among them.
+QList<LogEntry> entriesFound(const QList<LogEntry>& entries, int searchType, const QString& query);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/dedysfunction.h"
 #include "app/demonstrationstores.h"
-#include "app/logpredicates.h"
+#include "app/predicatebuilding.h"
 #include "platform/oslogstore.h"
 #include "settings/predicatelibrary.h"
 #include "support/fakeplatform.h"
@@ -55,7 +55,7 @@ private Q_SLOTS:
     {
         constexpr std::int64_t second = 1'000'000'000;
         QFETCH(QString, predicate);
-        const auto filter = logPredicates(m_platform->clock)({predicate, {}});
+        const auto filter = predicateBuilder(m_platform->clock)({predicate, {}});
         QVERIFY(filter);
         DemonstrationStores demonstration(make());
         const auto store = OSLogStore::open(demonstration.folder().value_or(QString()));

@@ -191,7 +191,7 @@ private Q_SLOTS:
     void shiftF10OpensTheContextMenu()
     {
         const QWidget& window = m_app->newWindow();
-        auto* const list = window.findChild<QAbstractItemView*>();
+        auto* const list = window.findChild<QAbstractItemView*>(u"entries"_s);
         QStringList offered;
         QTimer::singleShot(0, list, [&offered] {
             auto* const open = qobject_cast<QMenu*>(QApplication::activePopupWidget());

@@ -32,7 +32,7 @@ private Q_SLOTS:
     void init()
     {
         TestCase::init();
-        m_list = std::make_unique<EntryListView>(m_model);
+        m_list = std::make_unique<EntryListView>(m_model, 12);
         m_list->resize(600, 300);
         m_entries = manyEntries(1000);
         show(m_entries);

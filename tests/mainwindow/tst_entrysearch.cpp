@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "mainwindow/entrysearch.h"
+#include "mainwindow/textsearch.h"
 #include "support/testcase.h"
 
 #include <QTest>

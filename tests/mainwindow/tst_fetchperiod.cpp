@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "mainwindow/fetchperiod.h"
+#include "mainwindow/contentstate.h"
 #include "support/testcase.h"
 
 #include <QTest>

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "mainwindow/minipredview.h"
-#include "mainwindow/textview.h"
+#include "mainwindow/textwindows.h"
 #include "platform/userdefaults.h"
 #include "support/testcase.h"
 

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/userdefaults.h"
-#include "settings/gentab.h"
 #include "settings/predicatelibrary.h"
-#include "settings/predtab.h"
 #include "settings/settingsview.h"
 #include "support/testcase.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "app/logpredicates.h"
+#include "app/predicatebuilding.h"
 
 #include "platform/base/timeunits.h"
 #include "platform/clock.h"
@@ -16,8 +16,8 @@ predicate::BuildSettings buildSettings(const Clock& clock)
     settings.utcOffset = [zone = clock.timeZone()](std::int64_t shownSeconds) -> std::int64_t {
         const QDateTime shown = QDateTime::fromSecsSinceEpoch(shownSeconds, QTimeZone::utc());
         const QDateTime moment(shown.date(), shown.time(), zone);
-        // When clocks are put forward there are times they never show, in some zones midnight. Told
-        // by the clocks of the day before, they are the moment of the change and what follows it.
+        // Clocks that are put forward skip an hour, in some zones at midnight. With the offset of
+        // the day before, a skipped time becomes the moment of the change or a later one.
         return moment.isValid() ? moment.offsetFromUtc() : zone.offsetFromUtc(shown.addDays(-1));
     };
     return settings;
@@ -31,7 +31,7 @@ predicate::Arguments arguments(const QStringList& texts)
     return arguments;
 }
 
-/// The place, for which there is always room, and then what is wrong there.
+/// The place of the error, first as it must not be cut off, and what is wrong there.
 QString placed(const QString& text, const predicate::PredicateError& error)
 {
     const QStringView before = QStringView(text).left(static_cast<qsizetype>(error.position));
@@ -46,7 +46,7 @@ QString placed(const QString& text, const predicate::PredicateError& error)
 
 } // namespace
 
-PredicateBuilder logPredicates(const Clock& clock)
+PredicateBuilder predicateBuilder(const Clock& clock)
 {
     return [&clock](const PredicateFormat& chosen)
                -> Result<std::shared_ptr<const logstore::EntryFilter>> {

@@ -6,7 +6,7 @@
 
 class Clock;
 
-/// Joins the predicate language to the windows that use it. `clock` gives the moment and the time
-/// zone that a predicate is built in.
-PredicateBuilder logPredicates(const Clock& clock);
+/// Connects the windows to the predicate language. `clock` gives the present and the time zone for
+/// the dates in a predicate.
+PredicateBuilder predicateBuilder(const Clock& clock);
 PredicateCheck predicateCheck(const Clock& clock);

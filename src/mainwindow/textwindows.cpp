@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "mainwindow/minipredview.h"
+#include "mainwindow/textwindows.h"
 
 #include "platform/desktop/documenttext.h"
 #include "settings/bindings.h"
@@ -36,4 +36,20 @@ MiniPredView::MiniPredView(UserDefaults& defaults, PredicateCheck check, QWidget
     column->addWidget(specPred, 0, Qt::AlignHCenter);
     column->addWidget(save, 0, Qt::AlignHCenter);
     column->addStretch();
+}
+
+TextView::TextView(UserDefaults& defaults, QWidget* parent) : QPlainTextEdit(parent)
+{
+    setObjectName(u"textView"_s);
+    setAccessibleName(tr("Gloss"));
+    bind(document(), defaults, preferences::selectText);
+    moveCursor(QTextCursor::Start);
+}
+
+QSize TextView::sizeHint() const
+{
+    constexpr int columns = 80;
+    constexpr int lines = 20;
+    const QFontMetrics metrics = fontMetrics();
+    return {metrics.averageCharWidth() * columns, metrics.lineSpacing() * lines};
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "app/logpredicates.h"
+#include "app/predicatebuilding.h"
 #include "platform/oslogstore.h"
 #include "settings/predicatelibrary.h"
 #include "support/fakeplatform.h"
@@ -17,7 +17,7 @@ constexpr std::int64_t second = 1'000'000'000;
 
 } // namespace
 
-class TestPredicateFilters : public TestCase
+class TestPredicateBuilding : public TestCase
 {
     Q_OBJECT
 
@@ -58,7 +58,7 @@ private Q_SLOTS:
         const QString folder = m_platform->folder.filePath(u"store"_s);
         QVERIFY(store.write(folder));
 
-        const auto filter = logPredicates(m_platform->clock)({format, arguments});
+        const auto filter = predicateBuilder(m_platform->clock)({format, arguments});
         QVERIFY2(filter, filter ? "" : filter.error().description.c_str());
         const auto opened = OSLogStore::open(folder);
         QVERIFY(opened);
@@ -93,7 +93,7 @@ private Q_SLOTS:
         store.log(now, "one");
         const QString folder = m_platform->folder.filePath(u"store"_s);
         QVERIFY(store.write(folder));
-        const auto filter = logPredicates(m_platform->clock)(
+        const auto filter = predicateBuilder(m_platform->clock)(
             {u"CAST('%1', 'NSDate') == CAST('%2', 'NSDate')"_s.arg(day, begins), {}});
         QVERIFY2(filter, filter ? "" : filter.error().description.c_str());
         const auto opened = OSLogStore::open(folder);
@@ -103,7 +103,7 @@ private Q_SLOTS:
 
     void errorsShowThePlace()
     {
-        const auto filter = logPredicates(m_platform->clock)({u"proces == \"x\""_s, {}});
+        const auto filter = predicateBuilder(m_platform->clock)({u"proces == \"x\""_s, {}});
         QVERIFY(!filter);
         const QString text = QString::fromStdString(filter.error().description);
         QVERIFY2(text.contains(u"Did you mean process?"_s), qPrintable(text));
@@ -169,5 +169,5 @@ private:
     std::unique_ptr<FakePlatform> m_platform;
 };
 
-TESSEL_TEST(TestPredicateFilters)
-#include "tst_logpredicates.moc"
+TESSEL_TEST(TestPredicateBuilding)
+#include "tst_predicatebuilding.moc"
