@@ -3,8 +3,8 @@
 
 #include <QObject>
 
-/// Opens context menus by Shift+F10 too, for keyboards without a Menu key: the toolkit knows the
-/// latter alone. Works for the whole application.
+/// Opens context menus with Shift+F10 in the whole application, for keyboards without a Menu key.
+/// The toolkit supports the Menu key only.
 class ContextMenuKey final : public QObject
 {
     Q_OBJECT

@@ -44,7 +44,7 @@ QString tr(const char* text)
     return QCoreApplication::translate("deDysfunction", text);
 }
 
-/// The text without the line end that closes it.
+/// The text without a line end at its end.
 QString withoutLineEnd(QString text)
 {
     if (text.endsWith(u'\n'))

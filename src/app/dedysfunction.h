@@ -18,17 +18,17 @@ struct LocalStoreAccess
 class deDysfunction
 {
 public:
-    /// `quit` takes the wish to end the application; what fails after it is still shown.
+    /// `quit` is called to end the application. Later failures are shown nevertheless.
     deDysfunction(const Platform& platform,
                   FileManager& files,
                   LocalStoreAccess access,
                   std::function<void()> quit);
 
-    /// Runs every test, whatever the earlier ones gave, and shows what has failed. True when done.
+    /// Runs all tests and shows an alert for each that fails. Always returns true.
     bool check();
 
     bool isAdministrator();
-    /// Without a store, this test and the next two find nothing missing.
+    /// This test and the next two pass if there is no store.
     bool hasPersistFiles();
     bool hasTimesyncFiles();
     bool storeHasEntries();

@@ -18,8 +18,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The first seconds of the minute: a new window reads some seconds from its beginning. They are to
-/// be there even in the first moments of a minute.
+/// The end of the first seconds of the minute, which a new window reads. The store contains them
+/// even if the minute has just begun.
 QDateTime firstSeconds(const QDateTime& now)
 {
     constexpr int seconds = 6;
@@ -39,8 +39,8 @@ QString lockOf(const QString& folder)
 
 } // namespace
 
-/// A folder that a process has to itself as long as this object lives; then it is removed. Its lock
-/// lies beside it, and is there before the folder is.
+/// A folder that belongs to this process while the object exists, and is removed with it. The lock
+/// file is next to the folder and created first.
 class DemonstrationStores::OwnFolder
 {
 public:
@@ -150,7 +150,7 @@ Result<void> DemonstrationStores::beginIn(const QString& parent)
     return {};
 }
 
-/// What cannot be written is tried again the next time.
+/// Extends the newest store. If that fails, the next call tries again.
 void DemonstrationStores::goOn()
 {
     const QDateTime end = std::max(endToWrite(), m_end);

@@ -12,24 +12,26 @@
 
 class Clock;
 
-/// The demonstration store of this process. It grows with time; when the clock is set back, another
-/// one begins. The stores go with this object, and those of processes that died are removed.
+/// The demonstration store of this process. It is extended as time passes; after the clock was set
+/// back, a new one is written. The destructor removes the stores. Stores of processes that were
+/// killed are removed when a store is written.
 class DemonstrationStores
 {
 public:
-    /// `parents` are the folders in which all processes of the user have theirs, the most wanted
-    /// first. When nothing can be written there, the temporary folder is tried.
+    /// The processes of the user have their stores in the first of the folders `parents` that can
+    /// be written. If none can, the store goes into the temporary folder.
     DemonstrationStores(QStringList parents, const Clock& clock);
     ~DemonstrationStores();
     Q_DISABLE_COPY_MOVE(DemonstrationStores)
 
-    /// In the user's folder for what can be made again, and in that of the session.
+    /// Folders in the user's cache folder and in the session's runtime folder.
     static QStringList defaultParents();
 
-    /// Makes the next folder() reach into the present minute, from which a new window reads.
+    /// Makes the next folder() contain the first seconds of the present minute, which a new window
+    /// reads.
     void expectPresentMinute();
 
-    /// The folder of a store that ends at about now. Fails with the reason of the first parent.
+    /// The folder of a store that ends at the present. The error is that of the first parent.
     Result<QString> folder();
 
 private:

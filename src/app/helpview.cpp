@@ -46,7 +46,7 @@ HelpView::HelpView(const QUrl& pdfUrl, QWidget* parent)
     m_pages->setFocus();
 }
 
-/// A comfortable size for a page. On a small screen the toolkit shows the window smaller.
+/// A size at which a page is easy to read. The toolkit reduces it on a small screen.
 QSize HelpView::sizeHint() const
 {
     return {960, 780};

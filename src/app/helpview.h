@@ -10,7 +10,7 @@ class QLabel;
 /// The location of the manual in the application's resources.
 QUrl helpDocument();
 
-/// The help window: the manual, and what turns its pages.
+/// The help window: the manual and the commands that turn its pages.
 class HelpView final : public QMainWindow
 {
     Q_OBJECT

@@ -27,7 +27,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/// Without a display name of its own: the toolkit would add it to the title of every window.
+/// Sets no display name: the toolkit would add it to the title of every window.
 void setIdentity()
 {
     const QString identifier = u"org.tessel.Tessel"_s;
@@ -51,14 +51,14 @@ std::optional<QString> administratorsGroup()
 #endif
 }
 
-/// Has texts in the user's language from a folder of translations, where it holds that language.
+/// Installs the translation for the user's language from the folder, if there is one.
 void translate(QTranslator& translator, const QString& name, const QString& folder)
 {
     if (translator.load(QLocale(), name, u"_"_s, folder))
         QCoreApplication::installTranslator(&translator);
 }
 
-/// The real things behind the platform's interfaces.
+/// The implementations of the platform's interfaces.
 struct System
 {
     StateFile state{StateFile::defaultPath()};
@@ -88,7 +88,7 @@ struct System
     }
 };
 
-/// Where the processes of the user meet when they have no session bus.
+/// The folder in which processes without a session bus find each other.
 QString meetingPlace()
 {
     const QString folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
@@ -100,12 +100,12 @@ QString meetingPlace()
 
 int main(int argc, char* argv[])
 {
-    // Read first: the toolkit takes them out of the environment.
+    // Read before the toolkit removes them from the environment.
     const QString token =
         qEnvironmentVariable("XDG_ACTIVATION_TOKEN", qEnvironmentVariable("DESKTOP_STARTUP_ID"));
     const QApplication application(argc, argv);
-    // The toolkit has made the user's decimal comma that of the functions which write messages and
-    // read property lists.
+    // The toolkit has set the user's locale. Functions that write and read numbers in messages and
+    // property lists need the decimal point.
     std::setlocale(LC_NUMERIC, "C");
     setIdentity();
     QTranslator toolkitTexts;

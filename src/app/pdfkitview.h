@@ -5,8 +5,8 @@
 #include <QPdfView>
 #include <QUrl>
 
-/// One page of a PDF document at a time, as large as the view allows. A document that cannot be
-/// read leaves the view empty.
+/// Shows one page of a PDF document at a time, as large as fits. Stays empty if the document cannot
+/// be read.
 class PDFKitView final : public QPdfView
 {
     Q_OBJECT
@@ -16,7 +16,7 @@ public:
 
     int page() const;
     int pageCount() const { return m_document.pageCount(); }
-    /// Pages before the first and after the last one are those.
+    /// `page` is limited to the first and the last page.
     void setPage(int page);
 
 Q_SIGNALS:

@@ -7,7 +7,7 @@
 
 class StateFile;
 
-/// The submenu of the documents last opened or saved, as they are when it opens.
+/// The submenu of the documents that were opened or saved last, updated when it opens.
 class RecentMenu final : public QMenu
 {
     Q_OBJECT

@@ -23,7 +23,7 @@ struct Surroundings
     Platform platform;
     FileManager& files;
     StateFile& state;
-    /// Makes the local log store ready for a window that opens now, and gives its folder.
+    /// Prepares the local log store for a window that opens now, and returns its folder.
     std::function<Result<QString>()> prepareLocalStore;
     std::optional<QString> administratorsGroup; ///< whose members may read the local store
 };
@@ -43,8 +43,8 @@ public:
     /// Whether a start-up check has asked to quit.
     bool isAskedToQuit() const { return m_askedToQuit; }
 
-    /// Opens each document in a main window of its own. What cannot be opened is told in an alert,
-    /// and its window serves the next one. Without documents, opens an empty window.
+    /// Opens each document in a main window of its own, or an empty window if there are none. An
+    /// alert tells which document cannot be opened; its window is used for the next one.
     void open(const LaunchRequest& request);
 
     ContentView& newWindow();

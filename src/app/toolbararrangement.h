@@ -8,7 +8,7 @@
 class QAction;
 class QToolBar;
 
-/// How the user wants a toolbar.
+/// The user's arrangement of a toolbar.
 struct ToolBarArrangement
 {
     struct Item
@@ -25,15 +25,15 @@ struct ToolBarArrangement
 
     bool operator==(const ToolBarArrangement&) const = default;
 
-    /// Those that stand in the toolbar, all shown.
+    /// The arrangement with all items of the toolbar shown.
     static ToolBarArrangement of(const QToolBar& bar);
 
-    /// The form that is stored. What cannot be read, or is not known here, is left out; items of
-    /// `original` that the stored form does not know follow at its end.
+    /// Reads the stored form. Unreadable and unknown items are left out; items of `original` that
+    /// the stored form does not have are added at the end.
     QByteArray toBytes() const;
     static ToolBarArrangement fromBytes(const QByteArray& bytes,
                                         const ToolBarArrangement& original);
 };
 
-/// What an item is called where it stands outside the toolbar.
+/// The name of an item outside the toolbar.
 QString itemName(const QAction& item);

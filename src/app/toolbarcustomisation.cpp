@@ -62,7 +62,7 @@ void ToolBarCustomisation::apply(const ToolBarArrangement& arrangement)
             m_bar->addAction(m_actions.value(item.identifier));
     }
     m_bar->setVisible(arrangement.visible);
-    m_bar->toggleViewAction()->setChecked(arrangement.visible); // before the window shows, too
+    m_bar->toggleViewAction()->setChecked(arrangement.visible); // also before the window is shown
 }
 
 void ToolBarCustomisation::showMenu(const QPoint& position)

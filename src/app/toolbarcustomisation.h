@@ -10,9 +10,9 @@ class QAction;
 class QMenu;
 class StateFile;
 
-/// Lets the user arrange a toolbar: whether it is there, which items it shows, in which order, with
-/// icons, texts or both. The arrangement is stored under the toolbar's object name. Belongs to the
-/// toolbar.
+/// Lets the user arrange a toolbar: whether it is shown, its items and their order, and icons,
+/// texts or both. The arrangement is stored under the toolbar's object name. The toolbar owns this
+/// object.
 class ToolBarCustomisation final : public QObject
 {
     Q_OBJECT
@@ -20,11 +20,11 @@ class ToolBarCustomisation final : public QObject
 public:
     ToolBarCustomisation(QToolBar* bar, StateFile& state);
 
-    /// Opens the dialog in which items are reordered.
+    /// Opens the dialog.
     QAction* customise() const { return m_customise; }
 
     const ToolBarArrangement& arrangement() const { return m_arrangement; }
-    /// Arranges and stores; toolbars of the same name in other windows follow.
+    /// Applies and stores an arrangement, also in toolbars of the same name in other windows.
     void arrange(const ToolBarArrangement& arrangement);
 
 private:

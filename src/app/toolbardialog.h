@@ -11,15 +11,14 @@ class QComboBox;
 class QListWidget;
 class QPushButton;
 
-/// The dialog in which a toolbar is arranged. Every change shows at once: also in a toolbar that
-/// was hidden.
+/// The dialog to arrange a toolbar. Every change takes effect at once and shows a hidden toolbar.
 class ToolBarDialog final : public QDialog
 {
     Q_OBJECT
 
 public:
-    /// `items` are all that can stand in the toolbar, by identifier; `original` is the arrangement
-    /// that the user can go back to.
+    /// `items` are all possible items of the toolbar by identifier, `original` the arrangement that
+    /// the user can restore.
     ToolBarDialog(const QHash<QString, QAction*>& items,
                   const ToolBarArrangement& arrangement,
                   ToolBarArrangement original,

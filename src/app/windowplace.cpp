@@ -14,8 +14,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Whether another window hides this one by being at the same place. The frame of a window is not
-/// known before it is shown, so this goes by what is within it.
+/// Whether another window is at the same place. Compares the areas inside the frames: the frame of
+/// a window is not known before it is shown.
 bool isCovered(const QWidget& window)
 {
     const QWidgetList all = QApplication::topLevelWidgets();

@@ -6,8 +6,8 @@
 class StateFile;
 class QWidget;
 
-/// Puts a new window where the last one of its kind was, with its size, or else over the middle of
-/// the active window, and remembers where it is when it closes. Belongs to the window.
+/// Restores the place and size of the last window of the same kind, or centres the window over the
+/// active one, and stores place and size when the window closes. The window owns this object.
 class WindowPlace final : public QObject
 {
     Q_OBJECT
@@ -27,5 +27,5 @@ private:
     QString m_identifier;
 };
 
-/// Shows the window above all others and gives it the keyboard.
+/// Shows the window above all others and activates it.
 void bringForward(QWidget& window);

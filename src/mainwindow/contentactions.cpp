@@ -130,7 +130,7 @@ ContentActions::ContentActions(ContentView& window, ContentState& state)
     followState(state);
 }
 
-/// Commands with nothing to act on are disabled, and during a fetch all that need the list.
+/// Disables commands that have nothing to act on, and during a fetch all that use the list.
 void ContentActions::followState(ContentState& state)
 {
     const auto enable = [actions = *this, &state] {

@@ -8,8 +8,8 @@ class ContentView;
 class QAction;
 class QActionGroup;
 
-/// A main window's commands, each one action for the toolbar, the menus and the keys. They belong
-/// to the window.
+/// The commands of a main window. Toolbar, menus and keys share one action for each. The window
+/// owns the actions.
 struct ContentActions
 {
     Q_DECLARE_TR_FUNCTIONS(ContentActions)

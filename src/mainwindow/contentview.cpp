@@ -32,7 +32,7 @@ constexpr QSize firstSize(1280, 760);
 constexpr int searchPickerWidth = 120;
 const QString searchLabel = u"🔍"_s;
 
-/// The one file that the drag carries, when a command takes it; else empty.
+/// The path of the dragged file, if it is a single one that a command can open; else empty.
 QString droppedPath(const QMimeData& data)
 {
     const QList<QUrl> urls = data.urls();
@@ -42,8 +42,8 @@ QString droppedPath(const QMimeData& data)
     return ContentState::isDocument(path) ? path : QString();
 }
 
-/// Takes the drag if a command takes what it carries. As a copy: a program that is told that its
-/// file was moved may delete it.
+/// Accepts the drag if a command can open the file. As a copy: the source of a move may delete its
+/// file.
 bool acceptCopy(QDropEvent& event)
 {
     if (droppedPath(*event.mimeData()).isEmpty() || !(event.possibleActions() & Qt::CopyAction))
@@ -53,7 +53,7 @@ bool acceptCopy(QDropEvent& event)
     return true;
 }
 
-/// The picker of the field that searches look in.
+/// The picker of the search field.
 QWidget* searchPicker(ContentState& state)
 {
     auto* const picker = new QComboBox;
@@ -117,7 +117,7 @@ ContentView::ContentView(const Platform& platform,
 
 ContentView::~ContentView()
 {
-    // An open panel keeps the logger beyond the window; the widgets look at the state to their end.
+    // An open panel keeps the logger alive. The widgets use the state until they are deleted.
     m_state.logger().setFetchObserver({});
     delete takeCentralWidget();
 }
@@ -192,8 +192,8 @@ void ContentView::endFetch()
         deleteLater();
 }
 
-/// Closing cancels a fetch. It still runs below this call, so the window hides now and is deleted
-/// when the fetch has ended.
+/// Closing cancels a running fetch. The fetch is further down the call stack, so the window is
+/// hidden now and deleted after the fetch.
 void ContentView::closeEvent(QCloseEvent* event)
 {
     QMainWindow::closeEvent(event);
@@ -204,7 +204,7 @@ void ContentView::closeEvent(QCloseEvent* event)
     setAttribute(Qt::WA_DeleteOnClose, false);
 }
 
-/// The field that has the keyboard, by itself or as part of an editor.
+/// The text field with the focus, also one inside an editor.
 QLineEdit* ContentView::focusField() const
 {
     if (const auto* const editor = qobject_cast<QAbstractSpinBox*>(focusWidget()))

@@ -13,8 +13,7 @@ class QLineEdit;
 class QMenu;
 class WorkPanel;
 
-/// The menus of a main window that hold its own commands. What is common to all windows is put in
-/// beside them from outside.
+/// The menus with a main window's own commands. The caller adds what all windows have in common.
 struct ContentMenus
 {
     QMenu* file;
@@ -22,7 +21,7 @@ struct ContentMenus
     QMenu* view;
 };
 
-/// The main log window: controls, toolbar and list over a ContentState. It has no rules of its own.
+/// The main log window: the controls, toolbar and list of a ContentState.
 class ContentView final : public QMainWindow
 {
     Q_OBJECT

@@ -50,10 +50,10 @@ QLineEdit*
 field(ContentState& state, Property ContentState::*text, void (ContentState::*changed)(), int width)
 {
     auto* const edit = new QLineEdit;
-    edit->setMaxLength(std::numeric_limits<int>::max()); // else a longer text would be cut
+    edit->setMaxLength(std::numeric_limits<int>::max()); // a longer text would be cut
     edit->setText((state.*text).value());
     edit->setFixedWidth(width);
-    edit->setAcceptDrops(false); // a document dropped here is to be opened by the window
+    edit->setAcceptDrops(false); // the window opens a document that is dropped here
     QObject::connect(edit, &QLineEdit::textChanged, &state,
                      [&state, text](const QString& typed) { state.*text = typed; });
     QObject::connect(&state, changed, edit, [edit, &state, text] {
@@ -182,7 +182,7 @@ QWidget* ControlRows::startEditor()
             [this, start] { start->setDateTime(m_state.theStartDate); });
     connect(start, &StartEditor::secondsPasted, &m_state,
             [this](const QString& seconds) { m_state.theSecs = seconds; });
-    // The fetch uses what the field shows then.
+    // Complete a half-typed start, so that the fetch uses what the field shows.
     connect(&m_state, &ContentState::fetchBegins, start, &QDateTimeEdit::interpretText);
     return start;
 }

@@ -36,8 +36,8 @@ double relativeLuminance(const QColor& colour)
            + 0.0722 * linear(colour.blueF());
 }
 
-/// Windows as purely black or white as their lists, and text far from that. (Lists alone are black
-/// on white in quite ordinary palettes.)
+/// Whether windows and lists are purely black or white, and the text contrasts strongly. (Lists
+/// alone are black on white in ordinary palettes.)
 bool isHighContrast(const QPalette& palette)
 {
     constexpr double least = 15;

@@ -5,20 +5,20 @@
 
 #include <QPalette>
 
-/// The tones of the list in one appearance. Each text tone reads well (a contrast of 4.5:1 and
-/// more) on a plain, an alternate and a selected row. Plain text is in the palette's colour; in a
-/// palette of high contrast all text is.
+/// The colours of the list in one appearance. Each text colour has a contrast of at least 4.5:1 on
+/// plain, alternate and selected rows. Plain text has the palette's colour; with a palette of high
+/// contrast, all text has.
 class FieldColours
 {
 public:
-    /// The tones that suit the palette's own base colour.
+    /// The colours for the palette's base colour, dark or light.
     explicit FieldColours(const QPalette& palette);
 
     QColor operator[](FieldColour colour) const;
     QColor selectedRow() const;
-    /// The mark of a selected row, and the frame of the current one.
+    /// The colour of the bar in a selected row and of the frame around the current row.
     QColor accent() const;
-    /// Marks that stand for something else than text, such as a line feed.
+    /// The colour of marks that are not part of the text, such as for a line feed.
     QColor dim() const;
 
 private:

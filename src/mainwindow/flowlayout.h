@@ -6,7 +6,7 @@
 #include <memory>
 #include <vector>
 
-/// Items side by side, as many to a line as fit, centred on each line.
+/// Places items side by side, as many as fit into a line, and centres each line.
 class FlowLayout final : public QLayout
 {
     Q_OBJECT

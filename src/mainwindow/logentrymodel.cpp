@@ -11,7 +11,7 @@ namespace {
 
 constexpr qsizetype longestToolTip = 10'000;
 
-/// The whole message, and the note, as rich text: only that wraps in a tool tip.
+/// The whole message and the note, as rich text because plain text does not wrap in a tool tip.
 QString toolTip(const LogEntry& entry)
 {
     QString text = entry.composedMessage.toString();

@@ -5,8 +5,8 @@
 
 #include <QAbstractListModel>
 
-/// The shown entries as a list of rows. The model refers to the list it shows and never copies it:
-/// a copy would make the next change of a million entries duplicate them all.
+/// The shown entries as a list of rows. The model refers to the list and does not copy it: while a
+/// copy exists, the next change of a list duplicates all of its entries.
 class LogEntryModel final : public QAbstractListModel
 {
     Q_OBJECT
@@ -14,10 +14,10 @@ class LogEntryModel final : public QAbstractListModel
 public:
     using QAbstractListModel::QAbstractListModel;
 
-    /// Shows a list, which must live as long as it is shown. To be called again after each change
-    /// of its rows, before anything else looks at the model.
+    /// Shows a list, which must outlive the model or the next call. To be called again after each
+    /// change of the list's rows, before the model is used.
     void show(const QList<LogEntry>& entries);
-    /// To be called after a change inside entries that left the rows as they are.
+    /// To be called after a change inside entries that keeps the rows.
     void entriesEdited();
 
     void setFullMode(bool fullMode);

@@ -20,7 +20,7 @@ struct FieldPiece
     bool evenWhenEmpty = false;
 };
 
-// Order is the row's order. The marker follows the first, the note the last.
+// In the order of the row. The marker comes after the first piece, the note after the last.
 constexpr std::array fieldPieces = std::to_array<FieldPiece>({
     {&LogEntry::date, FieldColour::Normal, Shown::BothForms, true},
     {&LogEntry::activityIdentifier, FieldColour::Normal, Shown::FullForm},
@@ -61,7 +61,7 @@ bool shows(const MessageRow& row, const FieldPiece& piece)
     Q_UNREACHABLE();
 }
 
-/// The pieces, with the caller's words for the marker and in front of the note.
+/// The pieces with the given marker and prefix of the note.
 QList<MessagePiece>
 piecesOf(const MessageRow& row, const QString& markerText, const QString& notePrefix)
 {

@@ -8,7 +8,7 @@
 /// The named colours of a row's pieces; Normal is the list's own text colour.
 enum class FieldColour { Normal, Red, Green, Blue, Yellow };
 
-/// One text of a row. Pieces stand side by side, the default spacing between them.
+/// One text of a row. Pieces stand side by side with the default spacing between them.
 struct MessagePiece
 {
     Text text;

@@ -19,7 +19,7 @@ public:
     void paint(QPainter* painter,
                const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;
-    /// The size of the row's own texts, so that a view can scroll to the end of each.
+    /// The size of the row's texts, so that a view can scroll to their end.
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
 private:

@@ -13,19 +13,19 @@ namespace logstore {
 class EntryFilter;
 }
 
-/// A predicate in its text form: "%@" in the format stands for an argument.
+/// A predicate as a format text, in which each "%@" stands for an argument.
 struct PredicateFormat
 {
     QString format;
     QStringList arguments;
 };
 
-/// Turns a predicate's text form into the filter of a fetch, or says why it cannot.
+/// Builds the filter of a fetch from a predicate, or fails with what is wrong with it.
 using PredicateBuilder =
     std::function<Result<std::shared_ptr<const logstore::EntryFilter>>(const PredicateFormat&)>;
 
-/// What a row of the predicate picker means: nothing for no predicate, a comparison with the typed
-/// text, the stored special predicate, or a predicate of the library.
+/// The predicate of a row of the picker: a comparison with the typed text, the stored special
+/// predicate, a predicate of the library, or none.
 std::optional<PredicateFormat> chosenPredicate(int predIndex,
                                                const QString& typed,
                                                const std::optional<QString>& specPred,

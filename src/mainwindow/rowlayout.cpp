@@ -23,7 +23,7 @@ bool isLineBreak(QChar c)
     return c == u'\n' || c == u'\r' || c == u'\u2028' || c == u'\u2029';
 }
 
-/// As much of the text as `characters` and the general limit allow, whole characters only.
+/// The beginning of the text, at most `characters` and `longestText`, in whole characters.
 QString beginning(std::string_view utf8, qsizetype characters)
 {
     constexpr qsizetype longestCharacter = 4; // bytes in UTF-8
@@ -43,8 +43,8 @@ QString beginning(std::string_view utf8, qsizetype characters)
     return text;
 }
 
-/// Control characters have no look of their own: tabs become a blank, others their pictures. Those
-/// that would turn the direction of the text are replaced.
+/// Makes control characters visible: tabs become a blank, others their pictures. Controls that
+/// change the direction of text are replaced.
 void showControls(QString& text)
 {
     replaceDirectionControls(text);
@@ -60,7 +60,7 @@ void showControls(QString& text)
     }
 }
 
-/// Where an emoji ends whose form selector stands before `at`: others may be joined to it.
+/// The end of an emoji whose form selector is before `at`, with all emoji that are joined to it.
 qsizetype endOfEmoji(const QString& text, qsizetype at)
 {
     constexpr char16_t joiner = u'\u200D';
@@ -76,8 +76,8 @@ qsizetype endOfEmoji(const QString& text, qsizetype at)
     return std::min(at, text.size());
 }
 
-/// Where the run that begins at `from` ends, and what it is. A character before the form selector
-/// wants its emoji form, which the toolkit does not look for by itself.
+/// The end and the kind of the run that begins at `from`. A character before the form selector is
+/// an emoji; the toolkit does not choose the emoji font for it.
 std::pair<qsizetype, RowRun::Kind> nextRun(const QString& text, qsizetype from)
 {
     if (isLineBreak(text.at(from))) {
@@ -112,8 +112,8 @@ QFont emojiFont(QFont font)
     return font;
 }
 
-/// Ascent and descent of a line that holds every marker beside letters: emoji come from another
-/// font and stand taller.
+/// Ascent and descent of a line with letters and every marker: emoji come from another font and are
+/// taller.
 std::pair<qreal, qreal> lineExtent(const QFont& font)
 {
     QTextLayout layout(u"Åg|"_s + allMarkers(), font);
@@ -148,7 +148,7 @@ qreal RowLayout::advance(const QString& text, RowRun::Kind kind) const
     return m_metrics.horizontalAdvance(text);
 }
 
-/// Goes along the row up to `end` and gives each run to `place`. Returns where it stopped.
+/// Calls `place` with each run of the row that begins before `end`. Returns the end of the last.
 template <typename Place>
 qreal RowLayout::walk(const MessageRow& row, qreal end, Place place) const
 {
@@ -157,8 +157,8 @@ qreal RowLayout::walk(const MessageRow& row, qreal end, Place place) const
         x += m_spacing;
         if (x >= end)
             break;
-        // Twice the average is room for narrow characters. What goes missing of a longer run of
-        // marks without any width is nothing that a reader could see.
+        // Twice the average width leaves room for narrow characters. Only texts of characters
+        // without any width can be cut too early.
         const qreal cells =
             std::min(2 * (end - x) / m_metrics.averageCharWidth() + 8, qreal(longestText));
         QString text = beginning(piece.text.utf8(), static_cast<qsizetype>(cells));

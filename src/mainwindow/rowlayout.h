@@ -20,7 +20,7 @@ struct RowRun
     } kind = Letters;
 };
 
-/// Where the texts of a row stand, in one font. Rows have one height.
+/// Places the texts of rows, in one font. All rows have the same height.
 class RowLayout
 {
 public:
@@ -30,14 +30,14 @@ public:
     {
         return kind == RowRun::Emoji ? m_emojiFont : m_font;
     }
-    /// Room for the font and for every marker.
+    /// The height of a row, enough for the font and for every marker.
     qreal height() const { return m_height; }
-    /// From the top of a row to its text's base line.
+    /// The distance from the top of a row to the base line of its text.
     qreal baseLine() const { return m_baseLine; }
 
-    /// The runs that begin before `end`; texts are cut where they pass it.
+    /// The runs that begin before `end`. A text that goes beyond it is cut.
     QList<RowRun> runs(const MessageRow& row, qreal end) const;
-    /// The length of the row with nothing cut but texts of extreme length.
+    /// The width of the whole row. Only extremely long texts are cut.
     qreal width(const MessageRow& row) const;
 
 private:

@@ -4,9 +4,9 @@
 #include <QBitArray>
 #include <QItemSelectionModel>
 
-/// The selected rows of a flat list, one bit each. The base class keeps ranges and compares them in
-/// pairs at each change, which takes half a minute when every second of a million rows is selected.
-/// Therefore it is given the rows in view only, which are all that views ask it for.
+/// The selected rows of a flat list, one bit each. The base class compares ranges in pairs at each
+/// change, which takes half a minute if every second of a million rows is selected. Therefore it is
+/// given only the rows in view; a view asks for no others.
 class RowSelection final : public QItemSelectionModel
 {
     Q_OBJECT
@@ -32,7 +32,7 @@ private:
     void passOnRowsInView();
 
     QBitArray m_rows;
-    QBitArray m_before; ///< before the last change, which one with the flag Current replaces
+    QBitArray m_before; ///< what a command with the flag Current is applied to
     int m_first = 0;    ///< in view
     int m_last = -1;
 };

@@ -14,7 +14,7 @@ SearchField::SearchField(QWidget* parent) : QLineEdit(parent)
     setPlaceholderText(tr("search text"));
     setClearButtonEnabled(true);
     addAction(symbolIcon(u"magnifyingglass"_s), LeadingPosition);
-    setAcceptDrops(false); // a document dropped here is to be opened by the window
+    setAcceptDrops(false); // the window opens a document that is dropped here
     connect(this, &QLineEdit::returnPressed, this, &SearchField::submitted);
 }
 

@@ -17,8 +17,7 @@ namespace {
 
 const QString pattern = u"yyyy-MM-dd HH:mm"_s;
 
-/// A time in the user's zone that clocks have shown: when they are put forward, the time that was
-/// passed over is the moment that follows it.
+/// The local time. A time that was skipped when clocks were put forward becomes the one after it.
 QDateTime shownTime(const QDate& date, const QTime& time)
 {
     return QDateTime::fromMSecsSinceEpoch(QDateTime(date, time).toMSecsSinceEpoch());
@@ -36,8 +35,8 @@ std::optional<int> zoneOffset(QString zone)
     return zone.startsWith(u'-') ? -seconds : seconds;
 }
 
-/// In the user's zone. The zone at the end of a row's time is the one that was in force when the
-/// entries were fetched, at any date; so with today's offset it is the user's own clock time.
+/// The local time of a row's time. Rows end with the offset that was in force at the fetch,
+/// whatever their date; so a row with today's offset shows local time.
 QDateTime localTime(const QDate& date, const QTime& time, std::optional<int> offset)
 {
     if (!offset || *offset == QDateTime::currentDateTime().offsetFromUtc())
@@ -45,7 +44,7 @@ QDateTime localTime(const QDate& date, const QTime& time, std::optional<int> off
     return QDateTime(date, time, QTimeZone::utc()).addSecs(-*offset).toLocalTime();
 }
 
-/// The digit of any script that was typed, as ASCII, else nothing.
+/// The typed digit, of any script, as an ASCII digit; empty if it is no digit.
 QString typedDigit(const QString& typed)
 {
     const int value = typed.size() == 1 ? typed.front().digitValue() : -1;
@@ -107,7 +106,7 @@ void StartEditor::keyPressEvent(QKeyEvent* event)
     const QString digit = typedDigit(event->text());
     if (digit.isEmpty())
         return QDateTimeEdit::keyPressEvent(event);
-    // In a whole date and time without a selection a digit would be one too many and be refused.
+    // Without a selection, the editor would refuse another digit in a complete date and time.
     const bool isWhole = lineEdit()->text().size() == pattern.size();
     if (isWhole && !lineEdit()->hasSelectedText())
         setSelectedSection(currentSection());

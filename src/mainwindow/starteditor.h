@@ -3,9 +3,9 @@
 
 #include <QDateTimeEdit>
 
-/// The editor of a start time, in ASCII digits whatever the locale. A digit typed where the cursor
-/// merely stands replaces the year, month, day, hour or minute there. A date and time that is
-/// pasted, as one copied from a row, replaces all of it.
+/// The editor of a start time, with ASCII digits in every locale. A digit typed without a selection
+/// replaces the year, month, day, hour or minute at the cursor. A pasted date and time, such as
+/// that of a row, replaces the whole.
 class StartEditor final : public QDateTimeEdit
 {
     Q_OBJECT
@@ -13,12 +13,12 @@ class StartEditor final : public QDateTimeEdit
 public:
     explicit StartEditor(const QDateTime& date, QWidget* parent = nullptr);
 
-    /// Completes what is half typed: a single digit is a whole day, hour or minute; what is missing
-    /// or impossible stays as it was before.
+    /// Completes a half-typed text: a single digit is a whole month, day, hour or minute. Parts
+    /// that are missing or impossible keep their previous value.
     void fixup(QString& input) const override;
 
 Q_SIGNALS:
-    /// The pasted time had seconds: two digits.
+    /// A time with seconds was pasted. `seconds` has two digits.
     void secondsPasted(const QString& seconds);
 
 protected:

@@ -40,15 +40,15 @@ void showText(QLineEdit* field, const QString& text)
 
 } // namespace
 
-// A control says that it changed also when it follows the store. Such a change is told from the
-// user's by what is stored, and not by who made it: then an absent key stays absent, and a stored
-// text that the control holds in another form stays as it is.
+// A control also signals changes that come from the store. They are recognised by comparison with
+// the stored value: so an absent key stays absent, and a stored text that the control shows in
+// another form stays as it is.
 
 void bind(QLineEdit* field, UserDefaults& defaults, const preferences::TextKey& preference)
 {
     const auto stored = [&defaults, preference] { return storedText(defaults, preference); };
     const auto show = [field, stored] { showText(field, stored()); };
-    field->setMaxLength(std::numeric_limits<int>::max()); // else a longer text would be cut
+    field->setMaxLength(std::numeric_limits<int>::max()); // a longer text would be cut
     show();
     follow(field, defaults, preference.key, show);
     QObject::connect(field, &QLineEdit::textChanged, &defaults,

@@ -7,9 +7,9 @@ class QCheckBox;
 class QLineEdit;
 class QTextDocument;
 
-/// Controls bound to a stored preference: a control shows the stored value, writes it on every
-/// change of its own, and follows writes from elsewhere without moving the user's cursor. A binding
-/// writes nothing until the user changes the control. `defaults` must outlive the controls.
+/// Binds a control to a stored preference. The control shows the stored value, stores each change
+/// that the user makes, and shows later values from elsewhere without moving the cursor. Nothing is
+/// stored before the user changes the control. `defaults` must outlive the control.
 
 /// The field is empty while its key is absent.
 void bind(QLineEdit* field, UserDefaults& defaults, const preferences::TextKey& preference);

@@ -26,7 +26,7 @@ QColor mixed(const QColor& a, const QColor& b, double shareOfA)
                             mix(a.blueF(), b.blueF()));
 }
 
-/// Every later line takes over the format of the one it is split from.
+/// Lines that are added later inherit the format.
 void spaceLines(QTextDocument* document)
 {
     const bool undo = document->isUndoRedoEnabled();

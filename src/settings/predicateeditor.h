@@ -8,11 +8,11 @@
 
 class QLabel;
 
-/// What is wrong with a predicate, for people; nothing when it is right.
+/// Returns what is wrong with a predicate, in words for the user, or nothing.
 using PredicateCheck = std::function<std::optional<QString>(const QString& predicate)>;
 
-/// The editor in which predicates are written. A quiet line along its lower edge says whether the
-/// predicate can be read and, if not, where and why.
+/// The editor for predicates. A line at its lower edge tells whether the predicate is valid and, if
+/// not, where and why.
 class PredicateEditor : public QTextEdit
 {
     Q_OBJECT

@@ -62,7 +62,7 @@ bool appendPredicate(UserDefaults& defaults, const QString& name)
     const QString text = preferences::value(defaults, preferences::predicateText);
     if (name.isEmpty() || text.isEmpty())
         return false;
-    // Read afresh, so that nothing that was stored since the window opened is lost.
+    // Read the stored library again: it may have changed since the window opened.
     defaults.change([&] {
         const PredicateLibrary stored = PredicateLibrary::load(defaults);
         defaults.set(preferences::predList.key,

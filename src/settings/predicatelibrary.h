@@ -5,13 +5,12 @@
 
 class UserDefaults;
 
-/// The columns of the library that a new user has.
+/// The columns of the default library.
 QStringList defaultPredicateTexts();
 QStringList defaultPredicateNames();
 
-/// The user's named predicates in two parallel columns: the text of a row and the name it is chosen
-/// by. Nothing makes the columns equally long. The first rows have no text: the window that offers
-/// them gives each its meaning by its index.
+/// The user's named predicates in two parallel columns, texts and names. The columns may differ in
+/// length. The first rows have no text: the main window knows their meaning by the index.
 struct PredicateLibrary
 {
     QStringList predList;
@@ -28,6 +27,6 @@ bool appendPredicate(UserDefaults& defaults, const QString& name);
 /// Stores the default library.
 void resetPredicateLibrary(UserDefaults& defaults);
 
-/// The text with typographic double quotation marks, which text systems put in unasked and no
-/// predicate can hold, made plain ones.
+/// The text with plain quotation marks in place of typographic double ones, which some text systems
+/// insert and predicates do not allow.
 QString withPlainQuotes(QString text);

@@ -6,8 +6,8 @@
 
 #include <QLatin1StringView>
 
-/// The stored preferences: every key, its type, and its value while it is absent. Nothing else is
-/// stored under the user's settings.
+/// The stored preferences: every key with its type and the value of an absent key. The settings
+/// file holds nothing else.
 namespace preferences {
 
 struct TextKey
