@@ -6,8 +6,10 @@
 #include <QDir>
 #include <QSignalSpy>
 
+#include <cerrno>
 #include <cmath>
 #include <limits>
+#include <system_error>
 
 using namespace Qt::StringLiterals;
 
@@ -260,8 +262,8 @@ private Q_SLOTS:
         const QSignalSpy told(m_logger.get(), &Logger::sourceReportChanged);
         const auto text = [this] { return m_logger->sourceReport().text(); };
         const QString missing = m_fake->folder.filePath(u"missing.logarchive"_s);
-        const QString notThere =
-            u"“missing.logarchive” could not be read: No such file or directory."_s;
+        const QString notThere = u"“missing.logarchive” could not be read: %1."_s.arg(
+            QString::fromStdString(std::generic_category().message(ENOENT)));
         m_logger->useArchive(QUrl::fromLocalFile(missing));
         QCOMPARE(text(), notThere);
         QVERIFY(!fetch(u"0"_s, QString(), 5));
