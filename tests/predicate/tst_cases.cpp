@@ -31,8 +31,8 @@ private Q_SLOTS:
         const auto outcomes = tryPredicateCases(file.toStdString());
         QVERIFY2(outcomes, outcomes ? "" : outcomes.error().description.c_str());
         std::string failures;
-        for (const std::string& failure : outcomes->failures)
-            failures += '\n' + failure;
+        for (const CaseFailure& failure : outcomes->failures)
+            failures += '\n' + failure.name + ": " + failure.predicate + ": " + failure.instead;
         QVERIFY2(failures.empty(), failures.c_str());
         QVERIFY(outcomes->cases > 100);
     }

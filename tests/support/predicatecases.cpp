@@ -21,6 +21,13 @@ std::string textOf(const json::value& value)
     return std::string(value.as_string());
 }
 
+/// Empty when there is no such member.
+std::string memberText(const json::object& object, const char* name)
+{
+    const json::value* value = object.if_contains(name);
+    return value == nullptr ? std::string() : textOf(*value);
+}
+
 std::int64_t dateOf(const json::value& value)
 {
     return readDate(textOf(value), {}).value_or(0);
@@ -279,14 +286,17 @@ Result<CaseOutcomes> tryPredicateCases(const std::filesystem::path& file)
     std::string line;
     while (std::getline(in, line)) {
         ++outcomes.cases;
-        std::string instead;
+        CaseFailure failure;
         try {
-            instead = cases.tryLine(json::parse(line).as_object());
+            const json::object object = json::parse(line).as_object();
+            failure.name = memberText(object, object.contains("id") ? "id" : "name");
+            failure.predicate = memberText(object, "predicate");
+            failure.instead = cases.tryLine(object);
         } catch (const std::exception& error) {
-            instead = error.what();
+            failure.instead = error.what();
         }
-        if (!instead.empty())
-            outcomes.failures.push_back(line + "\n    " + instead);
+        if (!failure.instead.empty())
+            outcomes.failures.push_back(std::move(failure));
     }
     return outcomes;
 }

@@ -7,11 +7,18 @@
 #include <string>
 #include <vector>
 
-/// What a file of predicate cases says against the code.
+/// A case that does not hold.
+struct CaseFailure
+{
+    std::string name;
+    std::string predicate;
+    std::string instead; ///< what came instead of what had to
+};
+
 struct CaseOutcomes
 {
     std::size_t cases = 0;
-    std::vector<std::string> failures; ///< a text for each case that does not hold
+    std::vector<CaseFailure> failures;
 };
 
 /// Tries the cases of a file with a JSON object in each line. A case has a `predicate`, which may
