@@ -322,7 +322,7 @@ private Q_SLOTS:
         for (Trace trace : tracesOf(target, true)) {
             for (std::size_t at = 0; at < trace.bytes.size(); ++at) {
                 Damage damage{trace.bytes, {}, {}};
-                damage.bytes[at] ^= at % 2 == 0 ? 0xff : 0x01;
+                damage.bytes[at] ^= static_cast<std::uint8_t>(at % 2 == 0 ? 0xff : 0x01);
                 damage.hit(trace.pieces, at, at + 1);
                 readsTheRest(target, trace, damage, int(at));
                 if (QTest::currentTestFailed())
