@@ -51,10 +51,12 @@ std::optional<QString> administratorsGroup()
 #endif
 }
 
-/// Installs the translation for the user's language from the folder, if there is one.
+/// Installs the translation for the user's language from the folder, else that for English, which
+/// has its plurals.
 void translate(QTranslator& translator, const QString& name, const QString& folder)
 {
-    if (translator.load(QLocale(), name, u"_"_s, folder))
+    if (translator.load(QLocale(), name, u"_"_s, folder)
+        || translator.load(name + u"_en"_s, folder))
         QCoreApplication::installTranslator(&translator);
 }
 
