@@ -209,9 +209,9 @@ private Q_SLOTS:
     void equalTimesKeepTheirOrder()
     {
         WrittenStore store;
-        const auto set = [&](const char* first, const char* second) {
-            return ChunkSet{{store.page({store.message(5, first), store.message(5, second)}),
-                             store.page({store.message(5, (std::string(first) + "'").c_str())})}};
+        const auto set = [&](const char* one, const char* other) {
+            return ChunkSet{{store.page({store.message(5, one), store.message(5, other)}),
+                             store.page({store.message(5, (std::string(one) + "'").c_str())})}};
         };
         store.files.add("logdata.LiveData.tracev3", store.trace({set("live a", "live b")}));
         store.files.add("Special/0000000000000001.tracev3",
